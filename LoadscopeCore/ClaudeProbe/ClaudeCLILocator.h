@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Finds the `claude` executable: a configured path, the usual places, then whatever the user's login shell
+/// would run.
+namespace loadscope::ClaudeCLILocator {
+
+inline constexpr const char* loginShellProbeLabel = "zsh -lc 'command -v claude'";
+inline constexpr double loginShellTimeoutSeconds = 5.0;
+inline constexpr double loginShellKillGraceSeconds = 1.0;
+
+using ExecutableTest = std::function<bool(const std::string& path)>;
+using LoginShellLookup = std::function<std::optional<std::string>()>;
+
+/// The fixed places, in search order. A blank override is left out; any other is listed exactly as given.
+[[nodiscard]] std::vector<std::string> candidates(const std::optional<std::string>& override,
+                                                  const std::string& home);
+
+/// What the login shell answers to "command -v claude", untrimmed; nothing when it fails or takes longer than
+/// `timeoutSeconds`. Blocking, bounded by the time-out plus its grace periods.
+[[nodiscard]] std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds);
+
+/// The first place that holds an executable. Throws `ProbeError` (`CLINotFound` with every place searched).
+[[nodiscard]] std::string resolve(const std::optional<std::string>& override, const std::string& home,
+                                  const ExecutableTest& isExecutable,
+                                  const LoginShellLookup& loginShellLookup);
+
+/// `resolve` over the real file system, the user's home folder and login shell.
+[[nodiscard]] std::string resolveForUser(const std::optional<std::string>& override = {});
+
+} // namespace loadscope::ClaudeCLILocator

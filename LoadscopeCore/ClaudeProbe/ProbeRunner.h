@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/ClaudeProbe/ContextBreakdownParser.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
+
+#include <cstdint>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace loadscope {
+
+/// Where an authoritative total came from, in falling order of trust.
+enum class TotalSource { contextCommand, transcript, cliUsage };
+
+[[nodiscard]] std::string rawValue(TotalSource source);
+[[nodiscard]] std::string label(TotalSource source);
+[[nodiscard]] std::optional<TotalSource> totalSourceFromRawValue(std::string_view rawValue);
+
+/// A successful measurement of Claude Code. `duration` in seconds covers the tool's run and the reading of
+/// its output.
+struct ProbeResult {
+    std::string sessionID;
+    std::int64_t authoritativeTotal = 0;
+    TotalSource totalSource = TotalSource::contextCommand;
+    std::vector<SelfReportedSlab> selfReportedSlabs;
+    double duration = 0;
+    std::string resolvedCLIPath;
+    std::optional<std::int64_t> contextWindow;
+
+    bool operator==(const ProbeResult&) const = default;
+};
+
+/// Measures the startup context of Claude Code for one folder. Blocking; call it on a worker thread.
+class ProbeRunning {
+public:
+    virtual ~ProbeRunning() = default;
+
+    /// Throws `ProbeError`, or `CancellationError` when `stop` was requested meanwhile.
+    virtual ProbeResult run(const std::string& repository, std::stop_token stop) = 0;
+};
+
+/// The probe over the real tool: one headless session that asks only for the `/context` report; its total,
+/// else the first usage of the session's transcript, else the usage block of a session of exactly one turn.
+/// Holds settings only; any number of runs may be under way at once.
+class ProbeRunner : public ProbeRunning {
+public:
+    static constexpr double defaultTimeoutSeconds = 300;
+    static constexpr double defaultKillGraceSeconds = 5;
+    static constexpr double defaultReaderGraceSeconds = 5;
+    static constexpr const char* probePrompt = "/context";
+
+    /// How one child ended and everything that it wrote. A text whose bytes are not UTF-8 is empty.
+    struct Execution {
+        std::int32_t exitCode = 0; ///< exit status, or the number of the signal that ended the child
+        std::string standardOutput;
+        std::string standardError;
+        bool timedOut = false;        ///< the time limit fired and a signal ended the child
+        bool readersTimedOut = false; ///< an output was still open when its reader gave up
+    };
+
+    struct Limits {
+        double timeoutSeconds = defaultTimeoutSeconds;
+        double killGraceSeconds = defaultKillGraceSeconds;
+        double readerGraceSeconds = defaultReaderGraceSeconds;
+    };
+
+    std::optional<std::string> cliOverride;
+    std::string projectsRoot;
+    int transcriptRetries = 12;
+    double transcriptRetryDelay = 0.4; ///< seconds
+    Limits limits;
+
+    /// The settings that the application uses, for the user's home folder and environment.
+    [[nodiscard]] static ProbeRunner forUser();
+
+    ProbeResult run(const std::string& repository, std::stop_token stop) override;
+
+    /// Runs one child of `tool` in `repository` within `limits` and collects what it writes. Blocking.
+    /// Honours the `ProcessCancellation` that is current on this thread. Throws `ProbeError`
+    /// (`UnreadableOutput`) when the child cannot be started and `CancellationError` when it was cancelled.
+    /// The child, its descriptors and its threads are gone on return.
+    [[nodiscard]] static Execution execute(const std::string& cli, const std::vector<std::string>& arguments,
+                                           const std::string& repository, ProbeEnvironment::Tool tool,
+                                           const Limits& limits);
+
+    [[nodiscard]] static std::vector<std::string> claudeArguments(const std::string& prompt);
+
+    /// "num_turns" of the result object, when it is an integral number.
+    [[nodiscard]] static std::optional<std::int64_t> reportedTurns(std::string_view standardOutput);
+
+    /// Waits for the session's transcript to appear, within the retries set; nothing when it does not or
+    /// `stop` was requested.
+    [[nodiscard]] std::optional<ProbeUsage> transcriptUsage(const std::string& sessionID,
+                                                            std::stop_token stop) const;
+};
+
+} // namespace loadscope

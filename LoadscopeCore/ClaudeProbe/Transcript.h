@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
+#include "LoadscopeCore/Platform/UserFolders.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace loadscope {
+
+/// Where Claude Code keeps its session transcripts, and which file belongs to a session.
+namespace TranscriptLocator {
+
+inline constexpr const char* configDirEnvironmentKey = "CLAUDE_CONFIG_DIR";
+
+/// The "projects" folder of CLAUDE_CONFIG_DIR when that is usable, else of .claude in the home folder.
+[[nodiscard]] std::string defaultProjectsRoot(const std::string& home, const Environment& environment);
+
+/// A CLAUDE_CONFIG_DIR value as an absolute, standardized path (links unresolved); nothing when it is blank.
+[[nodiscard]] std::optional<std::string> normalizedConfigDir(std::string_view value,
+                                                             const std::string& workingDirectory);
+
+/// The first entry below `root` named after the session, at any depth; hidden files and folders are passed
+/// over and links are not followed. Reads each folder once.
+[[nodiscard]] std::optional<std::string> find(const std::string& sessionID, const std::string& root);
+
+} // namespace TranscriptLocator
+
+/// Reads the usage of the first assistant message of a transcript (JSON Lines). Unreadable lines are skipped;
+/// nothing fails.
+namespace TranscriptReader {
+
+/// Reads the file piece by piece and stops at the first usable line. Never blocks on a FIFO.
+[[nodiscard]] std::optional<ProbeUsage> firstAssistantUsageAtPath(const std::string& path);
+
+[[nodiscard]] std::optional<ProbeUsage> firstAssistantUsageInTranscript(std::string_view text);
+
+} // namespace TranscriptReader
+} // namespace loadscope

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace loadscope {
+
+/// Where the `codex` executable is; no path means that it is not installed.
+struct CodexAvailability {
+    std::optional<std::string> path;
+
+    [[nodiscard]] static CodexAvailability found(std::string path) { return {std::move(path)}; }
+    [[nodiscard]] static CodexAvailability notInstalled() { return {}; }
+    bool operator==(const CodexAvailability&) const = default;
+};
+
+/// Finds the `codex` executable: a configured path, the usual places, then whatever the user's login shell
+/// would run.
+namespace CodexCLILocator {
+
+inline constexpr const char* loginShellProbeLabel = "zsh -lc 'command -v codex'";
+inline constexpr double loginShellTimeoutSeconds = 5.0;
+inline constexpr double loginShellKillGraceSeconds = 1.0;
+
+using ExecutableTest = std::function<bool(const std::string& path)>;
+using LoginShellLookup = std::function<std::optional<std::string>()>;
+
+[[nodiscard]] std::vector<std::string> candidates(const std::optional<std::string>& override,
+                                                  const std::string& home);
+
+/// The candidates and then the login shell's label: every place that a search tries.
+[[nodiscard]] std::vector<std::string> searchedPaths(const std::optional<std::string>& override,
+                                                     const std::string& home);
+
+/// Never fails: what cannot be tried counts as not there.
+[[nodiscard]] CodexAvailability locate(const std::optional<std::string>& override, const std::string& home,
+                                       const ExecutableTest& isExecutable,
+                                       const LoginShellLookup& loginShellLookup);
+
+/// What the login shell answers to "command -v codex", untrimmed. Blocking, bounded by the time-out plus its
+/// grace periods.
+[[nodiscard]] std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds);
+
+/// `locate` over the real file system, the user's home folder and login shell.
+[[nodiscard]] CodexAvailability locateForUser(const std::optional<std::string>& override = {});
+
+} // namespace CodexCLILocator
+} // namespace loadscope

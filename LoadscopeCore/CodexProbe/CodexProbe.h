@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
+
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace loadscope {
+
+/// Reads the JSON event stream of a `codex exec` session. Never fails on bad input.
+namespace CodexOutputParser {
+
+struct TokenCount {
+    std::int64_t inputTokens = 0;
+    std::optional<std::int64_t> contextWindow;
+    bool operator==(const TokenCount&) const = default;
+};
+
+/// The first token-usage report of the stream; lines that are not JSON objects are passed over.
+[[nodiscard]] std::optional<TokenCount> firstTokenCount(std::string_view jsonLines);
+
+} // namespace CodexOutputParser
+
+/// Measures the startup context of Codex for one folder. Blocking; never throws: whatever goes wrong, a stop
+/// included, is an unavailable outcome with its reason.
+class CodexProbeRunning {
+public:
+    virtual ~CodexProbeRunning() = default;
+    virtual CodexScanOutcome run(const std::string& repository, std::stop_token stop) = 0;
+};
+
+/// One `codex exec` session with a fixed one-line prompt. Plain value; `executor` runs the session and can be
+/// replaced.
+struct CodexProbeRunner {
+    static constexpr double defaultTimeoutSeconds = 300;
+    static constexpr const char* probePrompt =
+        "Reply with exactly: OK. Do not run any command or use any tool.";
+
+    struct SessionOutput {
+        std::string standardOutput; ///< with the trimmed standard error after it
+        std::int32_t exitCode = 0;
+        bool timedOut = false;
+    };
+    using Executor = std::function<SessionOutput(
+        const std::string& cli, const std::vector<std::string>& arguments, const std::string& repository)>;
+
+    std::optional<std::string> cliOverride;
+    double timeoutSeconds = defaultTimeoutSeconds;
+    Executor executor;
+
+    /// Throws `ProbeError` or `CancellationError`.
+    [[nodiscard]] CodexProbeResult run(const std::string& repository, std::stop_token stop) const;
+
+    [[nodiscard]] static std::vector<std::string> arguments(const std::string& repository);
+
+    /// What a session without a usage report says of itself: its exit code and the last `tailLines` lines
+    /// that it printed.
+    [[nodiscard]] static std::string unreadableDetail(std::int32_t exitCode, std::string_view output,
+                                                      std::size_t tailLines);
+};
+
+/// The production probe: turns every failure into an unavailable outcome with a one-line reason.
+class CodexProbe : public CodexProbeRunning {
+public:
+    static constexpr const char* notInstalledReason =
+        "Codex CLI not found — install `codex` to add a Codex column.";
+
+    explicit CodexProbe(std::optional<std::string> cliOverride = {},
+                        double timeoutSeconds = CodexProbeRunner::defaultTimeoutSeconds);
+    explicit CodexProbe(CodexProbeRunner runner);
+
+    CodexScanOutcome run(const std::string& repository, std::stop_token stop) override;
+
+    [[nodiscard]] static CodexProbeRunner::Executor processExecutor(double timeoutSeconds);
+
+    /// The one-line reason for a failure of `CodexProbeRunner::run`.
+    [[nodiscard]] static std::string reason(const std::exception_ptr& error);
+
+private:
+    CodexProbeRunner runner_;
+};
+
+} // namespace loadscope

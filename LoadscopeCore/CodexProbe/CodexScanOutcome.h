@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace loadscope {
+
+/// A measured Codex session. `duration` in seconds.
+struct CodexProbeResult {
+    std::int64_t total = 0;
+    std::optional<std::int64_t> contextWindow;
+    double duration = 0;
+
+    bool operator==(const CodexProbeResult&) const = default;
+};
+
+/// Codex was measured, or why it was not: the reason is shown unchanged.
+class CodexScanOutcome {
+public:
+    static constexpr const char* notIncludedReason = "Codex was not included in this scan.";
+
+    [[nodiscard]] static CodexScanOutcome measured(CodexProbeResult result) {
+        return CodexScanOutcome(std::move(result));
+    }
+    [[nodiscard]] static CodexScanOutcome unavailable(std::string reason) {
+        return CodexScanOutcome(std::move(reason));
+    }
+
+    /// The result when measured, else null.
+    [[nodiscard]] const CodexProbeResult* result() const { return std::get_if<CodexProbeResult>(&value_); }
+
+    /// The reason when unavailable, else null.
+    [[nodiscard]] const std::string* reason() const { return std::get_if<std::string>(&value_); }
+
+    bool operator==(const CodexScanOutcome&) const = default;
+
+private:
+    explicit CodexScanOutcome(std::variant<CodexProbeResult, std::string> value) : value_(std::move(value)) {}
+    std::variant<CodexProbeResult, std::string> value_;
+};
+
+} // namespace loadscope

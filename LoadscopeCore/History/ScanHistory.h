@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/History/RecordedScan.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace loadscope {
+
+enum class TrendDirection { up, down, flat };
+
+/// One repository's line in a tool's ranking.
+struct LeaderboardEntry {
+    RecordedScan latest;
+    std::optional<std::int64_t> previousTotal; ///< of the scan before `latest`
+    std::int64_t scanCount = 0;
+
+    [[nodiscard]] const UUID& id() const { return latest.id; }
+    [[nodiscard]] std::optional<TrendDirection> trend() const;
+    [[nodiscard]] std::optional<std::int64_t> delta() const;
+    bool operator==(const LeaderboardEntry&) const = default;
+};
+
+/// An axis on which the categories of several scans line up. The n-th category of a name within one scan
+/// shares its place with the n-th of that name in every other scan.
+class CategoryChartAxis {
+public:
+    struct Entry {
+        std::string coordinate; ///< "category-" and the position from 0
+        std::string label;
+        bool operator==(const Entry&) const = default;
+    };
+    struct Row {
+        std::string coordinate;
+        std::string label;
+        std::int64_t tokens = 0;
+        bool operator==(const Row&) const = default;
+    };
+
+    [[nodiscard]] static CategoryChartAxis make(const std::vector<RecordedScan>& scans);
+
+    [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
+    [[nodiscard]] std::vector<std::string> coordinates() const;
+
+    /// The categories placed on the axis, in list order; those that are not on it are skipped.
+    [[nodiscard]] std::vector<Row> rows(const std::vector<RecordedCategory>& categories) const;
+
+    [[nodiscard]] std::optional<std::string> label(std::string_view coordinate) const;
+
+private:
+    using Occurrence = std::pair<std::string, std::int64_t>; ///< name and ordinal
+    std::vector<Entry> entries_;
+    std::map<Occurrence, std::string> coordinatesByOccurrence_;
+};
+
+/// Views of the recorded history. Pure functions of their input.
+namespace ScanHistory {
+
+/// Records of one repository and tool, in input order.
+[[nodiscard]] std::vector<RecordedScan> scans(const std::vector<RecordedScan>& history,
+                                              std::string_view repositoryPath, std::string_view tool);
+
+/// Repository of the last record, if there is one.
+[[nodiscard]] std::optional<std::string> mostRecentRepositoryPath(const std::vector<RecordedScan>& history);
+
+/// The newest record of each repository, by repository name, then path.
+[[nodiscard]] std::vector<RecordedScan> latestPerRepository(const std::vector<RecordedScan>& history,
+                                                            std::string_view tool);
+
+[[nodiscard]] std::vector<RecordedScan> newestFirst(std::vector<RecordedScan> scans);
+
+/// One entry per repository, heaviest first.
+[[nodiscard]] std::vector<LeaderboardEntry> leaderboard(const std::vector<RecordedScan>& history,
+                                                        std::string_view tool);
+
+[[nodiscard]] CategoryChartAxis categoryAxis(const std::vector<RecordedScan>& scans);
+
+} // namespace ScanHistory
+} // namespace loadscope

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/History/RecordedScan.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// The history file's format, apart from where it is kept.
+namespace loadscope::ScanHistoryFile {
+
+enum class Unreadable { corrupt, version };
+
+/// The records of a file's text in file order, or why it cannot be read. Never throws.
+[[nodiscard]] std::variant<std::vector<RecordedScan>, Unreadable> decode(std::string_view text);
+
+/// The whole file: indented, keys sorted, "/" escaped, dates in UTC to the second.
+[[nodiscard]] std::string encode(const std::vector<RecordedScan>& scans);
+
+/// For example 2026-11-16T20:31:31Z.
+[[nodiscard]] std::string iso8601(Timestamp time);
+
+} // namespace loadscope::ScanHistoryFile

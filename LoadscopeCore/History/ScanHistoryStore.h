@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/History/RecordedScan.h"
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace loadscope {
+
+/// Owns the file `scan-history.json`: reads it, appends to it, trims and clears it. Keeps no copy in memory,
+/// so records of other processes survive; an advisory lock on the folder (bounded wait) keeps two writers
+/// from losing each other's records. Failures are silent and never lose what was stored: an unreadable file
+/// is moved aside before a new one is written. May be called from any thread.
+class ScanHistoryStore {
+public:
+    static constexpr int schemaVersion = 1;
+    static constexpr std::size_t maximumScans = 200;
+    static constexpr const char* fileName = "scan-history.json";
+    static constexpr const char* directoryName = "Loadscope";
+
+    enum class UnreadableReason { corrupt, version };
+
+    /// Creates nothing and reads nothing.
+    explicit ScanHistoryStore(std::string directory);
+
+    /// The user's folder for application data (else the temporary folder) with `directoryName`. Creates
+    /// nothing.
+    [[nodiscard]] static std::string defaultDirectory();
+
+    /// The records in the store's order; empty when there is no file or it is unreadable, which also moves it
+    /// aside.
+    [[nodiscard]] std::vector<RecordedScan> load();
+
+    /// Adds a record, drops the oldest beyond `maximumScans`, writes the file and returns the new list (also
+    /// when it could not be written).
+    std::vector<RecordedScan> append(const RecordedScan& scan);
+
+    /// Deletes the file and every unreadable file set aside. True when all that was there is gone.
+    bool clear();
+
+    [[nodiscard]] const std::string& directory() const { return directory_; }
+    [[nodiscard]] std::string filePath() const;
+
+    /// Name under which an unreadable file is set aside; from `number` 2 on with that number before the
+    /// extension.
+    [[nodiscard]] static std::string unreadableBackupName(UnreadableReason reason, int number = 1);
+
+    /// Paths of the unreadable files set aside so far.
+    [[nodiscard]] std::vector<std::string> unreadableBackupPaths() const;
+
+    /// Ascending by date, then repository name, then identifier.
+    [[nodiscard]] static std::vector<RecordedScan> ordered(std::vector<RecordedScan> scans);
+
+private:
+    std::string directory_;
+    std::mutex mutex_;
+};
+
+} // namespace loadscope

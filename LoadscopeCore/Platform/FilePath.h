@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Path arithmetic and the few questions about files that several folders ask. Paths are bytes. Thread-safe.
+namespace loadscope::FilePath {
+
+/// `base` and `name` with one separator between them; an absolute `name` stands for itself.
+[[nodiscard]] std::string joined(std::string_view base, std::string_view name);
+
+/// Removes "." and "..", doubled and trailing separators, without touching the file system.
+[[nodiscard]] std::string standardized(std::string_view path);
+
+/// Standardizes the path and replaces every symbolic link in it by its target. The part that does not exist
+/// is kept as it is; a loop of links ends the resolution where it was found.
+[[nodiscard]] std::string resolved(std::string_view path);
+
+/// Expands a leading "~" or "~name" followed by a separator or nothing; other texts come back unchanged.
+[[nodiscard]] std::string tildeExpanded(std::string_view path);
+
+/// The last component: "app" of "/src/app" and of "/src/app/"; "/" of the root.
+[[nodiscard]] std::string lastComponent(std::string_view path);
+
+/// The path without its last component; the root is its own parent.
+[[nodiscard]] std::string parent(std::string_view path);
+
+/// True when a regular file is there (links followed) and the user may execute it.
+[[nodiscard]] bool isExecutableFile(const std::string& path);
+
+} // namespace loadscope::FilePath

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
+
+/// Strict reading of JSON that comes from outside. Never throws, whatever the text holds.
+namespace loadscope::Json {
+
+using Value = nlohmann::json;
+
+/// The one JSON document that the whole text holds, or nothing. No comments, no trailing text. Nesting beyond
+/// `maximumDepth` counts as unreadable, so that later recursive uses of the value are safe.
+[[nodiscard]] std::optional<Value> parse(std::string_view text);
+
+/// `parse` after trimming white space, when the top level is an object.
+[[nodiscard]] std::optional<Value> parseObject(std::string_view text);
+
+/// The value of a key, or null when `object` is not an object or lacks it.
+[[nodiscard]] const Value* member(const Value& object, std::string_view key);
+
+/// The member if it is an object.
+[[nodiscard]] const Value* objectMember(const Value& object, std::string_view key);
+
+/// The number of a JSON number with an integral value that fits 64 bits (2.0 counts, 2.5 and true do not).
+[[nodiscard]] std::optional<std::int64_t> integral(const Value* value);
+
+constexpr int maximumDepth = 512;
+
+} // namespace loadscope::Json

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <compare>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace loadscope {
+
+/// A universally unique identifier, kept as its canonical 36-character upper-case text.
+class UUID {
+public:
+    /// A new random (version 4) identifier from the operating system's generator.
+    [[nodiscard]] static UUID generate();
+
+    /// From the canonical text in any letter case; nothing for any other text.
+    [[nodiscard]] static std::optional<UUID> parse(std::string_view text);
+
+    [[nodiscard]] const std::string& text() const { return text_; }
+    auto operator<=>(const UUID&) const = default;
+
+private:
+    explicit UUID(std::string text) : text_(std::move(text)) {}
+    std::string text_;
+};
+
+} // namespace loadscope

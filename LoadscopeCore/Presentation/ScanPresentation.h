@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
+#include "LoadscopeCore/History/RecordedScan.h"
+#include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/Scoring/OpinionBand.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace loadscope {
+
+/// Which rows make a report's rows exceed its total.
+enum class OverAttributionSource { cliReported, localEstimate, combined };
+
+[[nodiscard]] std::string rawValue(OverAttributionSource source);
+
+/// The sentences that explain a report. Pure functions; numbers are written in the user's locale.
+namespace ScanPresentation {
+
+inline constexpr const char* measurementNote =
+    "Measured: one headless `claude -p \"/context\"` run (model sonnet) started in this folder — it reads "
+    "the session's startup "
+    "context without spending Claude allowance.";
+inline constexpr const char* splitsEstimateNote =
+    "The category totals below are reported by Claude Code's `/context`; the file splits are estimates "
+    "derived locally from file sizes.";
+
+[[nodiscard]] std::string totalSourceLine(const ScanReport& report);
+[[nodiscard]] std::optional<std::string> windowShareLine(const ScanReport& report);
+[[nodiscard]] std::string bandVerdictLine(const ScanReport& report);
+
+/// Exactly six lines.
+[[nodiscard]] std::vector<std::string> summaryLines(const ScanReport& report);
+
+/// What "Copy Summary" puts on the clipboard: the six lines, an empty line and the measurement note.
+[[nodiscard]] std::string copyableSummary(const ScanReport& report);
+
+[[nodiscard]] std::optional<std::string> unreadableFilesNote(const ScanReport& report);
+[[nodiscard]] OverAttributionSource overAttributionSource(const ScanReport& report);
+[[nodiscard]] std::optional<std::string> overAttributionNote(const ScanReport& report);
+[[nodiscard]] std::optional<std::string> unreportedCategoryFilesNote(const ScanReport& report);
+
+} // namespace ScanPresentation
+
+/// The sentences that explain a Codex measurement.
+namespace CodexPresentation {
+
+inline constexpr const char* toolName = "Codex CLI";
+inline constexpr const char* measurementNote =
+    "Measured: one `codex exec` session started in this folder; the number includes the probe prompt.";
+inline constexpr const char* noBreakdownNote =
+    "Codex reports a total and a context window, not a breakdown, so no categories are shown for it.";
+
+[[nodiscard]] OpinionBand band(const CodexProbeResult& result);
+[[nodiscard]] std::optional<std::string> windowShareLine(const CodexProbeResult& result);
+[[nodiscard]] std::string summaryLine(const CodexScanOutcome& outcome);
+
+} // namespace CodexPresentation
+
+/// Labels of recorded scans.
+namespace RecordedScanPresentation {
+
+inline constexpr const char* claudeToolLabel = "Claude Code";
+inline constexpr const char* codexToolLabel = "Codex";
+
+/// "Codex" for exactly "codex", "Claude Code" for anything else.
+[[nodiscard]] std::string labelForTool(std::string_view tool);
+[[nodiscard]] std::string toolLabel(const RecordedScan& scan);
+[[nodiscard]] std::optional<std::string> windowShareLine(const RecordedScan& scan);
+
+/// The window share line when there is one, else the range of the scan's band.
+[[nodiscard]] std::string bandScaleCaption(const RecordedScan& scan);
+
+} // namespace RecordedScanPresentation
+} // namespace loadscope

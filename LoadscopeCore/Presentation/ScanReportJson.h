@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/Report/ScanReport.h"
+
+#include <string>
+
+/// The JSON object by which scripts read a scan: what `loadscope scan --json` prints and the window exports.
+namespace loadscope::ScanReportJson {
+
+/// One object of schema version 1, indented, without a line feed at the end. Texts that are not UTF-8 are
+/// repaired.
+[[nodiscard]] std::string report(const ScanReport& report);
+
+/// The object of a failed scan.
+[[nodiscard]] std::string failure(const ProbeError& error);
+
+} // namespace loadscope::ScanReportJson

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+/// Asks the user's login shell, which knows a search path that a program started from the desktop does not.
+namespace loadscope::LoginShell {
+
+/// "/bin/zsh" when it is there, else the user's own shell from the password database, else "/bin/sh".
+[[nodiscard]] std::string path();
+
+/// Standard output of `shell -lc command`, run with the application's own environment and folder; nothing
+/// when it cannot be started, exits with another status than 0, takes longer than `timeoutSeconds` or prints
+/// something that is not UTF-8. Blocking, not cancellable; bounded by the time-out, `killGraceSeconds` and
+/// two seconds for the reader.
+[[nodiscard]] std::optional<std::string> output(const std::string& shell, const std::string& command,
+                                                double timeoutSeconds, double killGraceSeconds);
+
+} // namespace loadscope::LoginShell

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/Process/CancellationError.h"
+
+#include <memory>
+#include <mutex>
+#include <stop_token>
+#include <thread>
+#include <type_traits>
+
+namespace loadscope {
+
+class ChildProcess;
+class ReaderDeadline;
+
+/// Ties a blocking child run to a stop token: for the length of `run` a token is current on the calling
+/// thread, a child launched there is registered with it, and a stop request ends that child. A stop before
+/// the launch prevents it.
+class ProcessCancellation {
+public:
+    static constexpr double killGraceSeconds = 0.5;
+
+    ProcessCancellation() = default;
+    ~ProcessCancellation();
+    ProcessCancellation(const ProcessCancellation&) = delete;
+    ProcessCancellation& operator=(const ProcessCancellation&) = delete;
+
+    /// The token of the step that runs on this thread, or null.
+    [[nodiscard]] static ProcessCancellation* current();
+
+    /// Runs a blocking operation under a fresh token. Throws `CancellationError` when `stop` was requested
+    /// before or meanwhile (the operation's result is dropped then), else whatever the operation throws.
+    template <typename Operation>
+    static auto run(std::stop_token stop, Operation&& operation) -> std::invoke_result_t<Operation>;
+
+    /// Launches `child` unless cancelled, and records it with the deadline of its readers. Throws
+    /// `CancellationError` or `LaunchError`.
+    void registerProcess(std::shared_ptr<ChildProcess> child, std::shared_ptr<ReaderDeadline> readers);
+
+    /// Forgets the recorded child, so that a later cancel does not touch it.
+    void clearProcess();
+
+    /// Marks the token cancelled, lets the readers go and ends the recorded child on a thread of its own.
+    void cancel();
+
+    [[nodiscard]] bool isCancelled() const;
+
+private:
+    class Scope {
+    public:
+        explicit Scope(ProcessCancellation& token);
+        ~Scope();
+
+    private:
+        ProcessCancellation* outer_;
+    };
+
+    mutable std::mutex mutex_;
+    bool cancelled_ = false;
+    std::shared_ptr<ChildProcess> process_;
+    std::shared_ptr<ReaderDeadline> readers_;
+    std::jthread terminator_;
+};
+
+template <typename Operation>
+auto ProcessCancellation::run(std::stop_token stop, Operation&& operation)
+    -> std::invoke_result_t<Operation> {
+    if (stop.stop_requested()) throw CancellationError();
+    ProcessCancellation token;
+    std::stop_callback onStop(stop, [&token] { token.cancel(); });
+    Scope scope(token);
+    if constexpr (std::is_void_v<std::invoke_result_t<Operation>>) {
+        operation();
+        if (stop.stop_requested()) throw CancellationError();
+    } else {
+        auto result = operation();
+        if (stop.stop_requested()) throw CancellationError();
+        return result;
+    }
+}
+
+} // namespace loadscope

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
+#include "LoadscopeCore/Instructions/Attribution.h"
+#include "LoadscopeCore/Instructions/InstructionFileSet.h"
+#include "LoadscopeCore/Report/RepoSelection.h"
+#include "LoadscopeCore/Scoring/OpinionBand.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace loadscope {
+
+/// The complete, immutable result of one scan. Plain value; what a page shows beyond it is derived.
+struct ScanReport {
+    static constexpr const char* repositoryCategoryName = "Repository instructions";
+    static constexpr const char* inheritedCategoryName = "Inherited project instructions";
+    static constexpr const char* personalCategoryName = "Personal instructions";
+
+    std::string repositoryName;
+    std::string repositoryPath;
+    std::int64_t total = 0; ///< tokens, as the tool reported them
+    TotalSource totalSource = TotalSource::contextCommand;
+    std::string sessionID;
+    std::string resolvedCLIPath;
+    double duration = 0; ///< seconds that the Claude Code probe took
+    std::vector<SlabAttribution> rows;
+    InstructionFileSet fileSet;
+    OpinionBand band = OpinionBand::lean;
+    std::optional<std::int64_t> contextWindow;
+    std::int64_t remainder = 0;
+    bool overAttributed = false;
+    bool categoriesSelfReported = false;
+    CodexScanOutcome codex = CodexScanOutcome::unavailable(CodexScanOutcome::notIncludedReason);
+
+    /// Every instruction file: the repository's, then the inherited, then the personal ones.
+    [[nodiscard]] std::vector<InstructionFileEstimate> files() const { return fileSet.allFiles(); }
+    [[nodiscard]] const std::vector<std::string>& unreadablePaths() const { return fileSet.unreadablePaths; }
+
+    /// The files by estimated tokens descending, ties by path ascending.
+    [[nodiscard]] std::vector<InstructionFileEstimate> filesLargestFirst() const;
+
+    /// The row's share of the total, within 0 and 1; 0 for a total below 1.
+    [[nodiscard]] double categoryShare(const SlabAttribution& row) const;
+
+    bool operator==(const ScanReport&) const = default;
+};
+
+namespace ScanReportBuilder {
+
+/// Attributes the total into rows and bands it. Pure; cannot fail.
+[[nodiscard]] ScanReport build(const RepoSelection& selection, const ProbeResult& probe,
+                               const InstructionFileSet& files, const CodexScanOutcome& codex);
+
+} // namespace ScanReportBuilder
+} // namespace loadscope
