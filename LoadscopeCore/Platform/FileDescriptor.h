@@ -23,6 +23,9 @@ public:
     /// Closes it now; an error of closing is ignored.
     void close() noexcept;
 
+    /// Gives the descriptor up without closing it.
+    [[nodiscard]] int release() noexcept { return std::exchange(descriptor_, -1); }
+
     /// A second descriptor of the same open file, closed on exec; not open when it cannot be made.
     [[nodiscard]] FileDescriptor duplicate() const;
 

@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Process/ChildProcess.h"
+#include "LoadscopeCore/Process/OutputCollector.h"
+#include "LoadscopeCore/Process/ProcessCancellation.h"
+#include "LoadscopeCore/Process/TimeLimit.h"
+
+namespace loadscope {
+namespace {
+
+/// Launches the child through the token that is current on this thread, if any, and makes the token forget it
+/// at the end.
+class RegisteredLaunch {
+public:
+    RegisteredLaunch(const std::shared_ptr<ChildProcess>& child,
+                     const std::shared_ptr<ReaderDeadline>& readers)
+        : token_(ProcessCancellation::current()) {
+        if (token_) {
+            token_->registerProcess(child, readers);
+        } else {
+            child->launch();
+        }
+    }
+    ~RegisteredLaunch() {
+        if (token_) token_->clearProcess();
+    }
+    RegisteredLaunch(const RegisteredLaunch&) = delete;
+    RegisteredLaunch& operator=(const RegisteredLaunch&) = delete;
+
+    [[nodiscard]] bool isCancelled() const { return token_ && token_->isCancelled(); }
+
+private:
+    ProcessCancellation* token_;
+};
+
+std::string decoded(std::string bytes) { return Text::isValidUTF8(bytes) ? bytes : std::string(); }
+
+ProbeRunner::Execution collect(ChildProcess& child, ReaderDeadline& deadline, OutputCollector& output,
+                               OutputCollector& error, const ProbeRunner::Limits& limits) {
+    TimeLimit limit(child, limits.timeoutSeconds, limits.killGraceSeconds);
+    const ChildProcess::Termination termination = child.wait();
+    limit.cancel();
+    const std::chrono::duration<double> grace(limits.readerGraceSeconds);
+    deadline.expireAt(ReaderDeadline::Clock::now() +
+                      std::chrono::duration_cast<ReaderDeadline::Clock::duration>(grace));
+    output.join();
+    error.join();
+
+    ProbeRunner::Execution execution;
+    execution.exitCode = termination.status;
+    execution.standardOutput = decoded(output.takeBytes());
+    execution.standardError = decoded(error.takeBytes());
+    execution.timedOut = limit.hasFired() && termination.bySignal;
+    execution.readersTimedOut = output.timedOut() || error.timedOut();
+    return execution;
+}
+
+} // namespace
+
+ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::vector<std::string>& arguments,
+                                            const std::string& repository, ProbeEnvironment::Tool tool,
+                                            const Limits& limits) {
+    const auto child = std::make_shared<ChildProcess>(ChildProcess::Options{
+        .executable = cli,
+        .arguments = arguments,
+        .workingFolder = repository,
+        .environment =
+            ProbeEnvironment::childEnvironment(tool, UserFolders::environment(), UserFolders::current()),
+    });
+    const auto deadline = std::make_shared<ReaderDeadline>();
+    try {
+        const RegisteredLaunch launch(child, deadline);
+        OutputCollector output(child->standardOutput(), deadline);
+        OutputCollector error(child->standardError(), deadline);
+        Execution execution = collect(*child, *deadline, output, error, limits);
+        if (launch.isCancelled()) throw CancellationError();
+        return execution;
+    } catch (const LaunchError& error) {
+        throw ProbeError(ProbeError::UnreadableOutput{"Could not start " + cli + ": " + error.what()});
+    }
+}
+
+} // namespace loadscope

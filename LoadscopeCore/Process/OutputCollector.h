@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/Process/PipeDrain.h"
+
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace loadscope {
+
+class FileDescriptor;
+
+/// Collects everything that comes out of one pipe, on a thread of its own, until its end or the deadline. The
+/// destructor lets the reader go at once and joins it.
+class OutputCollector {
+public:
+    /// Starts reading a duplicate of `pipe`; when that cannot be made, nothing is read and the output stays
+    /// empty.
+    OutputCollector(const FileDescriptor& pipe, std::shared_ptr<ReaderDeadline> deadline);
+    ~OutputCollector();
+    OutputCollector(const OutputCollector&) = delete;
+    OutputCollector& operator=(const OutputCollector&) = delete;
+
+    /// Waits for the reader: until the end of the output, or shortly after the deadline once that is set.
+    void join();
+
+    /// After `join`: the bytes read, handed over once.
+    [[nodiscard]] std::string takeBytes() { return std::move(bytes_); }
+
+    /// After `join`: the reader gave up at the deadline.
+    [[nodiscard]] bool timedOut() const { return timedOut_; }
+
+private:
+    std::shared_ptr<ReaderDeadline> deadline_;
+    std::string bytes_;
+    bool timedOut_ = false;
+    std::thread thread_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+namespace loadscope {
+
+class ChildProcess;
+
+/// Ends a child that is still running after a while, by `ProcessTermination::terminateThenKill` on a thread
+/// of its own. `child` must outlive it. The destructor cancels and joins.
+class TimeLimit {
+public:
+    TimeLimit(ChildProcess& child, double seconds, double killGraceSeconds);
+    ~TimeLimit() { cancel(); }
+    TimeLimit(const TimeLimit&) = delete;
+    TimeLimit& operator=(const TimeLimit&) = delete;
+
+    /// Calls the limit off; waits for a termination that is already under way.
+    void cancel();
+
+    /// The limit was reached while the child ran. Meaningful after `cancel`.
+    [[nodiscard]] bool hasFired() const;
+
+private:
+    mutable std::mutex mutex_;
+    std::condition_variable wakeUp_;
+    bool cancelled_ = false;
+    bool fired_ = false;
+    std::thread thread_;
+};
+
+} // namespace loadscope
