@@ -112,7 +112,7 @@ public:
 
 private:
     struct Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    std::shared_ptr<Implementation> implementation_;
 };
 
 } // namespace loadscope

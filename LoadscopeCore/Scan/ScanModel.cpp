@@ -1,0 +1,220 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Scan/ScanModel.h"
+
+#include "LoadscopeCore/Instructions/InstructionFileScanner.h"
+#include "LoadscopeCore/Platform/UserFolders.h"
+#include "LoadscopeCore/Process/CancellationError.h"
+#include "LoadscopeCore/Scan/ScanStages.h"
+
+#include <chrono>
+#include <thread>
+
+namespace loadscope {
+namespace {
+
+constexpr const char* readyStage = "Ready to scan";
+constexpr const char* stoppingStage = "Stopping scan…";
+constexpr const char* cancelledStage = "Scan cancelled. Ready to try again.";
+
+} // namespace
+
+std::shared_ptr<const ScanReport> ScanState::report() const {
+    const auto* report = std::get_if<std::shared_ptr<const ScanReport>>(&value_);
+    return report ? *report : nullptr;
+}
+
+bool ScanState::operator==(const ScanState& other) const {
+    const auto left = report();
+    const auto right = other.report();
+    if (left && right) return *left == *right;
+    return value_ == other.value_;
+}
+
+ScanModel::Collaborators ScanModel::Collaborators::forUser() {
+    return {
+        .probeRunner = std::make_shared<ProbeRunner>(ProbeRunner::forUser()),
+        .instructionScanner = std::make_shared<InstructionFileScanner>(UserFolders::home()),
+        .historyStore = std::make_shared<ScanHistoryStore>(ScanHistoryStore::defaultDirectory()),
+        .codexRunner = std::make_shared<CodexProbe>(),
+    };
+}
+
+/// Shared with the functions that workers post: those hold it weakly, so that none touches a model that is
+/// gone.
+struct ScanModel::Implementation : std::enable_shared_from_this<Implementation> {
+    Implementation(UIThread& thread, Collaborators given)
+        : uiThread(thread), collaborators(std::move(given)) {}
+
+    UIThread& uiThread;
+    Collaborators collaborators;
+    Observers observers;
+    ScanState state;
+    std::optional<RepoSelection> selection;
+    std::vector<RecordedScan> history;
+    bool includeCodex = false;
+    std::string scanStage = readyStage;
+    bool isCancelling = false;
+    bool taskRunning = false;
+    int clearCount = 0;
+    std::jthread task;
+
+    /// Lets `change` run later on the UI thread and tells the observers after it. Called from any thread.
+    template <typename Change>
+    void post(Change change) {
+        uiThread.post([weak = weak_from_this(), change = std::move(change)]() mutable {
+            const auto self = weak.lock();
+            if (!self) return;
+            change(*self);
+            self->observers.notify();
+        });
+    }
+
+    void start();
+    void finish(const RepoSelection& scanned, ScanStages::Outcome outcome);
+    void accept(const RepoSelection& scanned, ScanReport report);
+    void startRecording(std::vector<RecordedScan> scans);
+    void endTask();
+};
+
+void ScanModel::Implementation::start() {
+    state = ScanState::scanning();
+    isCancelling = false;
+    taskRunning = true;
+    scanStage = ScanStages::folderStage;
+    task = std::jthread([this, scanned = *selection, withCodex = includeCodex](std::stop_token stop) {
+        const auto announce = [this](std::string stage) {
+            post([stage = std::move(stage)](Implementation& self) {
+                if (!self.isCancelling) self.scanStage = stage;
+            });
+        };
+        ScanStages::Outcome outcome = ScanStages::perform(scanned, withCodex, collaborators, announce, stop);
+        post([scanned, outcome = std::move(outcome)](Implementation& self) mutable {
+            self.finish(scanned, std::move(outcome));
+        });
+    });
+}
+
+void ScanModel::Implementation::finish(const RepoSelection& scanned, ScanStages::Outcome outcome) {
+    task.join(); // it posted this as its last act
+    if (auto* report = std::get_if<ScanReport>(&outcome); report && !isCancelling) {
+        accept(scanned, std::move(*report));
+        return;
+    }
+    const auto* failure = std::get_if<ScanStages::Failure>(&outcome);
+    if (failure && !isCancelling) {
+        state = ScanState::failed(failure->error);
+    } else {
+        if (!failure) scanStage = cancelledStage;
+        state = ScanState();
+    }
+    endTask();
+}
+
+void ScanModel::Implementation::accept(const RepoSelection& scanned, ScanReport report) {
+    std::vector<RecordedScan> scans;
+    if (collaborators.historyStore) {
+        scans.push_back(RecordedScan::ofReport(report, std::chrono::system_clock::now(), UUID::generate()));
+        if (const CodexProbeResult* codex = report.codex.result())
+            scans.push_back(
+                RecordedScan::ofCodex(*codex, scanned, std::chrono::system_clock::now(), UUID::generate()));
+    }
+    state = ScanState::result(std::move(report));
+    if (scans.empty()) {
+        endTask();
+    } else {
+        startRecording(std::move(scans));
+    }
+}
+
+/// Writes to disk on a worker: flushing a file, or waiting for another process that writes it, may take
+/// longer than a frame.
+void ScanModel::Implementation::startRecording(std::vector<RecordedScan> scans) {
+    task = std::jthread([this, scans = std::move(scans), clearsBefore = clearCount] {
+        for (const RecordedScan& scan : scans) {
+            post([list = collaborators.historyStore->append(scan),
+                  clearsBefore](Implementation& self) mutable {
+                const bool isStale = self.clearCount != clearsBefore;
+                self.history = isStale ? self.collaborators.historyStore->load() : std::move(list);
+            });
+        }
+        post([](Implementation& self) {
+            self.task.join();
+            self.endTask();
+        });
+    });
+}
+
+void ScanModel::Implementation::endTask() {
+    taskRunning = false;
+    isCancelling = false;
+}
+
+ScanModel::ScanModel(UIThread& uiThread, Collaborators collaborators)
+    : implementation_(std::make_shared<Implementation>(uiThread, std::move(collaborators))) {
+    if (const auto& store = implementation_->collaborators.historyStore)
+        implementation_->history = store->load();
+}
+
+ScanModel::~ScanModel() {
+    implementation_->task.request_stop();
+    if (implementation_->task.joinable()) implementation_->task.join();
+}
+
+const ScanState& ScanModel::state() const { return implementation_->state; }
+const std::optional<RepoSelection>& ScanModel::selection() const { return implementation_->selection; }
+const std::vector<RecordedScan>& ScanModel::history() const { return implementation_->history; }
+bool ScanModel::includeCodex() const { return implementation_->includeCodex; }
+const std::string& ScanModel::scanStage() const { return implementation_->scanStage; }
+bool ScanModel::isCancelling() const { return implementation_->isCancelling; }
+bool ScanModel::isScanTaskRunning() const { return implementation_->taskRunning; }
+
+bool ScanModel::canScan() const {
+    return implementation_->selection && !implementation_->state.isScanning() &&
+           !implementation_->taskRunning;
+}
+
+bool ScanModel::canClearHistory() const {
+    return implementation_->collaborators.historyStore && !implementation_->history.empty();
+}
+
+void ScanModel::select(RepoSelection selection) {
+    if (implementation_->state.isScanning()) return;
+    implementation_->selection = std::move(selection);
+    implementation_->state = ScanState();
+    implementation_->observers.notify();
+}
+
+void ScanModel::setIncludeCodex(bool include) {
+    if (implementation_->includeCodex == include) return;
+    implementation_->includeCodex = include;
+    implementation_->observers.notify();
+}
+
+void ScanModel::scan() {
+    if (!canScan()) return;
+    implementation_->start();
+    implementation_->observers.notify();
+}
+
+void ScanModel::cancel() {
+    if (!implementation_->state.isScanning() || implementation_->isCancelling) return;
+    implementation_->isCancelling = true;
+    implementation_->scanStage = stoppingStage;
+    implementation_->task.request_stop();
+    implementation_->observers.notify();
+}
+
+void ScanModel::clearHistory() {
+    const auto& store = implementation_->collaborators.historyStore;
+    if (store && !store->clear()) return;
+    ++implementation_->clearCount;
+    implementation_->history.clear();
+    implementation_->observers.notify();
+}
+
+Subscription ScanModel::observe(std::function<void()> observer) {
+    return implementation_->observers.add(std::move(observer));
+}
+
+} // namespace loadscope
