@@ -12,12 +12,18 @@ namespace loadscope::FilePath {
 /// `base` and `name` with one separator between them; an absolute `name` stands for itself.
 [[nodiscard]] std::string joined(std::string_view base, std::string_view name);
 
-/// Removes "." and "..", doubled and trailing separators, without touching the file system.
+/// Removes "." and "..", doubled and trailing separators, without touching the file system. What is nothing
+/// but removed components becomes "."; the empty path stays empty.
 [[nodiscard]] std::string standardized(std::string_view path);
 
-/// Standardizes the path and replaces every symbolic link in it by its target. The part that does not exist
-/// is kept as it is; a loop of links ends the resolution where it was found.
+/// Standardizes the path and replaces every symbolic link in it by its target; a relative path starts at the
+/// current folder. The part that does not exist is kept as it is; a loop of links ends the resolution before
+/// the component that leads into it.
 [[nodiscard]] std::string resolved(std::string_view path);
+
+/// What the symbolic link at `path` holds; nothing when no link is there. The path may be longer than the
+/// system takes in one piece.
+[[nodiscard]] std::optional<std::string> linkTarget(const std::string& path);
 
 /// Expands a leading "~" or "~name" followed by a separator or nothing; other texts come back unchanged.
 [[nodiscard]] std::string tildeExpanded(std::string_view path);
@@ -25,7 +31,7 @@ namespace loadscope::FilePath {
 /// The last component: "app" of "/src/app" and of "/src/app/"; "/" of the root.
 [[nodiscard]] std::string lastComponent(std::string_view path);
 
-/// The path without its last component; the root is its own parent.
+/// The path without its last component; the root is its own parent, and a single name has an empty one.
 [[nodiscard]] std::string parent(std::string_view path);
 
 /// True when a regular file is there (links followed) and the user may execute it.
