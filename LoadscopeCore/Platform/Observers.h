@@ -19,9 +19,15 @@ private:
 };
 
 /// The observers of one model. Used on the UI thread only. An observer may end its own or another
-/// subscription, or add one, while it is being told.
+/// subscription, add one, or destroy the model, while it is being told: an ended subscription is not told any
+/// more, an added one from the next change on.
 class Observers {
 public:
+    Observers();
+    ~Observers();
+    Observers(const Observers&) = delete;
+    Observers& operator=(const Observers&) = delete;
+
     [[nodiscard]] Subscription add(std::function<void()> observer);
     void notify() const;
 
