@@ -1,0 +1,302 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/Process/ChildProcess.h"
+#include "LoadscopeCore/Process/LoginShell.h"
+#include "LoadscopeCore/Process/ProcessCancellation.h"
+#include "LoadscopeCore/Process/ProcessTermination.h"
+#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/WaitFor.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <fstream>
+#include <future>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace loadscope {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr ProbeRunner::Limits quick{
+    .timeoutSeconds = 0.3, .killGraceSeconds = 0.3, .readerGraceSeconds = 0.3};
+constexpr ProbeRunner::Limits patient{.timeoutSeconds = 50, .killGraceSeconds = 5, .readerGraceSeconds = 0.3};
+
+int openDescriptors() {
+    int count = 0;
+    DIR* folder = opendir("/dev/fd");
+    while (folder && readdir(folder))
+        ++count;
+    if (folder) closedir(folder);
+    return count;
+}
+
+/// A process whose parent has gone stays as a zombie where nothing inherits it; it is not alive.
+bool isAlive(int identifier) {
+    if (kill(identifier, 0) != 0) return false;
+    std::ifstream status("/proc/" + std::to_string(identifier) + "/stat");
+    std::string text;
+    if (!std::getline(status, text)) return true;
+    const auto state = text.rfind(") ");
+    return state == std::string::npos || text[state + 2] != 'Z';
+}
+
+/// Every test ends with the descriptors it began with and without a child, dead or alive.
+class ChildRuns : public testing::Test {
+protected:
+    void TearDown() override {
+        EXPECT_EQ(openDescriptors(), descriptorsBefore_);
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
+    }
+
+    ProbeRunner::Execution run(const std::vector<std::string>& arguments,
+                               const ProbeRunner::Limits& limits = patient) {
+        return ProbeRunner::execute(LOADSCOPE_TEST_CHILD, arguments, folder_.path(),
+                                    ProbeEnvironment::Tool::claude, limits);
+    }
+
+    std::string marker() const { return folder_.path() + "/ready"; }
+
+    int announcedIdentifier() const {
+        waitFor([this] { return access(marker().c_str(), F_OK) == 0; });
+        int identifier = 0;
+        std::ifstream(marker()) >> identifier;
+        return identifier;
+    }
+
+private:
+    const int descriptorsBefore_ = openDescriptors();
+    TemporaryFolder folder_;
+};
+
+TEST_F(ChildRuns, CollectWhatTheChildWritesAndHowItEnded) {
+    struct Case {
+        const char* name;
+        std::vector<std::string> arguments;
+        int exitCode;
+        std::size_t outputSize;
+        std::size_t errorSize;
+    };
+    const std::vector<Case> cases{
+        {"nothing", {"exit", "0"}, 0, 0, 0},
+        {"exit status", {"exit", "42"}, 42, 0, 0},
+        {"10 MB", {"flood", "10000000"}, 0, 10'000'000, 0},
+        {"both streams at full speed", {"flood-both", "64000000"}, 0, 64'000'000, 64'000'000},
+        {"an error stream that is not UTF-8 reads as empty", {"invalid-error"}, 0, 4, 0},
+        {"outputs closed long before the end", {"close-and-live"}, 7, 0, 0},
+    };
+    for (const Case& c : cases) {
+        const auto execution = run(c.arguments);
+        EXPECT_EQ(execution.exitCode, c.exitCode) << c.name;
+        EXPECT_EQ(execution.standardOutput.size(), c.outputSize) << c.name;
+        EXPECT_EQ(execution.standardError.size(), c.errorSize) << c.name;
+        EXPECT_FALSE(execution.timedOut || execution.readersTimedOut) << c.name;
+    }
+}
+
+TEST_F(ChildRuns, EndAtTheTimeLimitWhateverTheChildDoes) {
+    struct Case {
+        const char* mode;
+        bool timedOut;
+        int exitCode;
+    };
+    for (const Case& c :
+         {Case{"live", true, SIGTERM}, Case{"live-stubborn", true, SIGKILL}, Case{"stopped", true, SIGTERM},
+          Case{"live-exit-zero", false, 0}, Case{"live-with-server", true, SIGTERM}}) {
+        const auto start = Clock::now();
+        const auto execution = run({c.mode, marker()}, quick);
+        EXPECT_EQ(execution.timedOut, c.timedOut) << c.mode;
+        EXPECT_EQ(execution.exitCode, c.exitCode) << c.mode;
+        EXPECT_LT(Clock::now() - start, std::chrono::seconds(10)) << c.mode;
+        const int identifier = announcedIdentifier();
+        EXPECT_TRUE(waitFor([&] { return !isAlive(identifier); })) << c.mode;
+        unlink(marker().c_str());
+    }
+}
+
+TEST_F(ChildRuns, GiveUpOnAGrandchildThatKeepsThePipeButKeepTheOutput) {
+    const auto execution = run({"leave-server", marker()});
+    EXPECT_TRUE(execution.readersTimedOut);
+    EXPECT_FALSE(execution.timedOut);
+    EXPECT_EQ(execution.exitCode, 0);
+    EXPECT_EQ(execution.standardOutput, "kept");
+    const int server = announcedIdentifier();
+    EXPECT_TRUE(isAlive(server)) << "a normal exit leaves what the tool started alone";
+    kill(server, SIGKILL);
+}
+
+TEST_F(ChildRuns, AreCancelledAtAnyMoment) {
+    for (const char* mode : {"live", "live-stubborn", "stopped", "live-with-server"}) {
+        std::stop_source stop;
+        auto outcome = std::async(std::launch::async, [&] {
+            return ProcessCancellation::run(stop.get_token(), [&] { return run({mode, marker()}); });
+        });
+        const int identifier = announcedIdentifier();
+        const auto start = Clock::now();
+        stop.request_stop();
+        EXPECT_THROW((void)outcome.get(), CancellationError) << mode;
+        EXPECT_LT(Clock::now() - start, std::chrono::seconds(5)) << mode;
+        EXPECT_TRUE(waitFor([&] { return !isAlive(identifier); })) << mode;
+        unlink(marker().c_str());
+    }
+}
+
+TEST_F(ChildRuns, AreNotStartedAfterACancelAndIgnoreOneThatComesLate) {
+    std::stop_source before;
+    before.request_stop();
+    EXPECT_THROW((void)ProcessCancellation::run(before.get_token(),
+                                                [&] {
+                                                    return run({"live", marker()});
+                                                }),
+                 CancellationError);
+    ProcessCancellation token;
+    token.cancel();
+    const auto child =
+        std::make_shared<ChildProcess>(ChildProcess::Options{.executable = LOADSCOPE_TEST_CHILD});
+    EXPECT_THROW(token.registerProcess(child, nullptr), CancellationError);
+    EXPECT_EQ(child->processIdentifier(), 0);
+    EXPECT_NE(access(marker().c_str(), F_OK), 0);
+
+    std::stop_source after;
+    EXPECT_EQ(ProcessCancellation::run(after.get_token(), [&] { return run({"exit", "3"}).exitCode; }), 3);
+    after.request_stop();
+}
+
+TEST_F(ChildRuns, SurviveACancelInTheMiddleOfTheLaunch) {
+    for (int round = 0; round < 60; ++round) {
+        std::stop_source stop;
+        std::thread canceller([&] {
+            for (int spin = 0; spin < round * 40; ++spin)
+                std::this_thread::yield();
+            stop.request_stop();
+        });
+        EXPECT_THROW((void)ProcessCancellation::run(stop.get_token(),
+                                                    [&] {
+                                                        return run({"live", marker()});
+                                                    }),
+                     CancellationError);
+        canceller.join();
+    }
+}
+
+TEST_F(ChildRuns, StartCleanWhateverTheParentIsLike) {
+    std::vector<int> leaking;
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    const rlimit raised{std::min<rlim_t>(2000, limit.rlim_max), limit.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &raised);
+    for (int count = 0; count < 1000; ++count)
+        leaking.push_back(open("/dev/null", O_RDONLY)); // without close-on-exec
+    const auto oldPipe = std::signal(SIGPIPE, SIG_IGN);
+    const auto oldChild = std::signal(SIGCHLD, SIG_IGN);
+    sigset_t blocked;
+    sigset_t oldMask;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &blocked, &oldMask);
+
+    const auto execution = run({"describe"});
+    const auto failing = run({"exit", "9"});
+
+    pthread_sigmask(SIG_SETMASK, &oldMask, nullptr);
+    std::signal(SIGPIPE, oldPipe);
+    std::signal(SIGCHLD, oldChild);
+    for (const int descriptor : leaking)
+        close(descriptor);
+    setrlimit(RLIMIT_NOFILE, &limit);
+    EXPECT_EQ(execution.standardOutput, "ignored=0 blocked=0 descriptors=3 emptyInput=1 ownSession=1");
+    EXPECT_EQ(failing.exitCode, 9);
+}
+
+TEST_F(ChildRuns, GoOnTwoHundredAtOnce) {
+    std::vector<std::future<ProbeRunner::Execution>> runs;
+    for (int count = 0; count < 200; ++count)
+        runs.push_back(std::async(std::launch::async, [&, count] {
+            return run({"exit", std::to_string(count)});
+        }));
+    for (int count = 0; count < 200; ++count)
+        EXPECT_EQ(runs[static_cast<std::size_t>(count)].get().exitCode, count);
+}
+
+TEST_F(ChildRuns, SayWhyTheyCouldNotStart) {
+    TemporaryFolder folder;
+    const std::string missing = folder.path() + "/no such tool";
+    const std::string plain = folder.path() + "/plain";
+    const std::string foreign = folder.path() + "/foreign";
+    std::ofstream(plain) << "text";
+    std::ofstream(foreign) << "\x7f"
+                              "ELF not for this machine";
+    chmod(foreign.c_str(), 0755);
+    struct Case {
+        std::string cli;
+        std::string repository;
+        std::string expected;
+    };
+    const std::vector<Case> cases{
+        {missing, folder.path(), "No such file or directory"},
+        {folder.path(), folder.path(), "Permission denied"},
+        {plain, folder.path(), "Permission denied"},
+        {foreign, folder.path(), "Exec format error"},
+        {LOADSCOPE_TEST_CHILD, missing, "No such file or directory (" + missing + ")"},
+    };
+    for (const Case& c : cases) {
+        try {
+            (void)ProbeRunner::execute(c.cli, {}, c.repository, ProbeEnvironment::Tool::claude, patient);
+            ADD_FAILURE() << c.cli;
+        } catch (const ProbeError& error) {
+            EXPECT_EQ(error, ProbeError(ProbeError::UnreadableOutput{"Could not start " + c.cli + ": " +
+                                                                     c.expected}));
+        }
+    }
+}
+
+TEST_F(ChildRuns, AreOutOfReachOnceTheyHaveBeenReaped) {
+    ChildProcess child({.executable = LOADSCOPE_TEST_CHILD, .arguments = {"exit", "5"}});
+    EXPECT_FALSE(ChildProcess::Hold(child).isValid()) << "before the launch";
+    child.launch();
+    {
+        const ChildProcess::Hold hold(child);
+        ASSERT_TRUE(hold.isValid());
+        ASSERT_TRUE(waitFor([&] { return !child.isRunning(); }));
+        EXPECT_EQ(kill(child.processIdentifier(), 0), 0) << "the zombie keeps the identifier while it is held";
+    }
+    EXPECT_EQ(child.wait().status, 5);
+    EXPECT_FALSE(ChildProcess::Hold(child).isValid());
+    ProcessTermination::terminateThenKill(child, 5);
+}
+
+TEST_F(ChildRuns, AnswerForTheLoginShell) {
+    TemporaryFolder folder;
+    const auto shell = [&](const std::string& body) {
+        const std::string path = folder.path() + "/shell";
+        std::ofstream(path) << "#!/bin/sh\n" << body << "\n";
+        chmod(path.c_str(), 0755);
+        return path;
+    };
+    struct Case {
+        const char* body;
+        std::optional<std::string> expected;
+    };
+    for (const Case& c :
+         {Case{R"(printf '%s %s' "$1" "$2")", "-lc command -v claude"}, Case{"echo no; exit 1", std::nullopt},
+          Case{R"(printf '\377')", std::nullopt}, Case{"exec sleep 60", std::nullopt},
+          Case{"trap '' TERM; while :; do sleep 1; done", std::nullopt}}) {
+        const auto start = Clock::now();
+        EXPECT_EQ(LoginShell::output(shell(c.body), "command -v claude", 0.5, 0.2), c.expected) << c.body;
+        EXPECT_LT(Clock::now() - start, std::chrono::seconds(10)) << c.body;
+    }
+    EXPECT_EQ(LoginShell::output(folder.path() + "/missing", "true", 1, 1), std::nullopt);
+}
+
+} // namespace
+} // namespace loadscope

@@ -1,0 +1,278 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Scan/ScanModel.h"
+
+#include "LoadscopeCore/Process/CancellationError.h"
+#include "tests/Support/ManualUIThread.h"
+#include "tests/Support/TemporaryFolder.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <mutex>
+
+namespace loadscope {
+namespace {
+
+using Hook = std::function<void(const std::stop_token&)>;
+
+void waitForStop(const std::stop_token& stop) {
+    std::mutex mutex;
+    std::condition_variable_any wakeUp;
+    std::unique_lock lock(mutex);
+    wakeUp.wait(lock, stop, [] { return false; });
+}
+
+struct FakeProbe : ProbeRunning {
+    Hook hook = [](const std::stop_token&) {};
+    ProbeResult run(const std::string&, std::stop_token stop) override {
+        hook(stop);
+        return {.sessionID = "s",
+                .authoritativeTotal = 45000,
+                .totalSource = TotalSource::contextCommand,
+                .selfReportedSlabs = {{"System tools", 40000}},
+                .duration = 1,
+                .resolvedCLIPath = "/bin/claude",
+                .contextWindow = 200000};
+    }
+};
+
+struct FakeCodex : CodexProbeRunning {
+    Hook hook = [](const std::stop_token&) {};
+    CodexScanOutcome outcome = CodexScanOutcome::measured({41200, 272000, 2.5});
+    std::atomic<int> runs = 0;
+    CodexScanOutcome run(const std::string&, std::stop_token stop) override {
+        ++runs;
+        hook(stop);
+        return outcome;
+    }
+};
+
+struct FakeScanner : InstructionFileScanning {
+    std::function<void()> hook = [] {};
+    InstructionFileSet scan(const std::string& repository) override {
+        hook();
+        InstructionFileSet files;
+        files.repositoryFiles.emplace_back(repository + "/CLAUDE.md", 2050);
+        return files;
+    }
+};
+
+class ScanModels : public testing::Test {
+protected:
+    TemporaryFolder folder_;
+    ManualUIThread thread_;
+    std::shared_ptr<FakeProbe> probe_ = std::make_shared<FakeProbe>();
+    std::shared_ptr<FakeCodex> codex_ = std::make_shared<FakeCodex>();
+    std::shared_ptr<FakeScanner> scanner_ = std::make_shared<FakeScanner>();
+    std::shared_ptr<ScanHistoryStore> store_ = std::make_shared<ScanHistoryStore>(folder_.path("history"));
+    std::vector<std::string> stages_;
+    Subscription subscription_;
+
+    std::unique_ptr<ScanModel> makeModel(bool withStore = true) {
+        auto model = std::make_unique<ScanModel>(
+            thread_, ScanModel::Collaborators{probe_, scanner_, withStore ? store_ : nullptr, codex_});
+        subscription_ = model->observe([this, &model = *model] {
+            if (stages_.empty() || stages_.back() != model.scanStage()) stages_.push_back(model.scanStage());
+        });
+        model->select(RepoSelection(makeFolder(folder_.path("my app"))));
+        stages_.clear();
+        return model;
+    }
+
+    void runToEnd(ScanModel& model) {
+        model.scan();
+        ASSERT_TRUE(thread_.runUntil([&] { return !model.isScanTaskRunning(); }));
+    }
+
+    void cancelAt(ScanModel& model, const std::string& stage) {
+        model.scan();
+        ASSERT_TRUE(thread_.runUntil([&] { return model.scanStage() == stage; }));
+        model.cancel();
+        EXPECT_TRUE(model.isCancelling());
+        EXPECT_EQ(model.scanStage(), "Stopping scan…");
+        model.cancel();
+        ASSERT_TRUE(thread_.runUntil([&] { return !model.isScanTaskRunning(); }));
+        EXPECT_FALSE(model.isCancelling());
+    }
+};
+
+TEST_F(ScanModels, RunTheStagesInOrderAndRecordEachMeasuredTool) {
+    const auto model = makeModel();
+    EXPECT_EQ(model->scanStage(), "Ready to scan");
+    runToEnd(*model);
+    EXPECT_EQ(stages_, (std::vector<std::string>{"Checking folder access…", "Reading Claude startup context…",
+                                                 "Counting local instruction files…"}));
+    ASSERT_TRUE(model->state().report());
+    EXPECT_EQ(model->state().report()->total, 45000);
+    EXPECT_EQ(*model->state().report()->codex.reason(), "Codex was not included in this scan.");
+    EXPECT_EQ(model->history().size(), 1U);
+    EXPECT_EQ(codex_->runs, 0);
+
+    stages_.clear();
+    model->setIncludeCodex(true);
+    runToEnd(*model);
+    EXPECT_EQ(stages_[2], "Measuring Codex context…");
+    ASSERT_EQ(model->history().size(), 3U);
+    EXPECT_EQ(model->history()[1].tool, "claude");
+    EXPECT_EQ(model->history()[2].tool, "codex");
+    EXPECT_EQ(model->history()[2].repositoryName, "my app");
+    EXPECT_EQ(model->history()[2].contextWindow, 272000);
+
+    codex_->outcome = CodexScanOutcome::unavailable("no");
+    runToEnd(*model);
+    EXPECT_EQ(model->history().size(), 4U);
+    EXPECT_EQ(store_->load().size(), 4U);
+}
+
+TEST_F(ScanModels, GuardEveryOperationThatMustWait) {
+    const auto model = makeModel();
+    const RepoSelection other(folder_.path("other"));
+    scanner_->hook = [&] { EXPECT_EQ(codex_->runs, 0); };
+    model->scan();
+    EXPECT_FALSE(model->canScan());
+    model->setIncludeCodex(true); // only from the next scan on
+    model->select(other);
+    model->scan();
+    ASSERT_TRUE(thread_.runUntil([&] { return !model->isScanTaskRunning(); }));
+    EXPECT_EQ(model->selection()->displayName, "my app");
+    EXPECT_EQ(model->history().size(), 1U);
+    EXPECT_TRUE(model->canScan());
+    model->cancel();
+    EXPECT_FALSE(model->isCancelling()) << "there is nothing to cancel";
+    model->select(other);
+    EXPECT_TRUE(model->state().isIdle());
+
+    ScanModel empty(thread_, {probe_, scanner_, nullptr, codex_});
+    empty.scan();
+    EXPECT_TRUE(empty.state().isIdle());
+}
+
+TEST_F(ScanModels, EndInIdleAndRecordNothingWhenCancelled) {
+    struct Case {
+        const char* stage;
+        const char* finalStage;
+        std::function<void()> prepare;
+    };
+    const std::vector<Case> cases{
+        {"Checking folder access…", "Scan cancelled. Ready to try again.", [] {}},
+        {"Reading Claude startup context…", "Scan cancelled. Ready to try again.",
+         [&] {
+             probe_->hook = [](const std::stop_token& stop) {
+                 waitForStop(stop);
+                 throw CancellationError();
+             };
+         }},
+        {"Reading Claude startup context…", "Stopping scan…",
+         [&] {
+             probe_->hook = [](const std::stop_token& stop) {
+                 waitForStop(stop);
+                 throw ProbeError(ProbeError::UnreadableContextReport{});
+             };
+         }},
+        {"Measuring Codex context…", "Scan cancelled. Ready to try again.",
+         [&] {
+             probe_->hook = [](const std::stop_token&) {};
+             codex_->hook = [](const std::stop_token& stop) { waitForStop(stop); };
+         }},
+    };
+    const auto model = makeModel();
+    model->setIncludeCodex(true);
+    for (const Case& c : cases) {
+        c.prepare();
+        cancelAt(*model, c.stage);
+        EXPECT_TRUE(model->state().isIdle()) << c.stage;
+        EXPECT_EQ(model->scanStage(), c.finalStage) << c.stage;
+    }
+    EXPECT_TRUE(model->history().empty());
+    EXPECT_TRUE(store_->load().empty());
+}
+
+TEST_F(ScanModels, HonourACancelThatComesAfterTheLastStage) {
+    const auto model = makeModel();
+    std::atomic<bool> lastStageIsOver = false;
+    scanner_->hook = [&] { lastStageIsOver = true; };
+    model->scan();
+    while (!lastStageIsOver)
+        std::this_thread::yield(); // the result is on its way, but the UI thread has not seen it
+    model->cancel();
+    ASSERT_TRUE(thread_.runUntil([&] { return !model->isScanTaskRunning(); }));
+    EXPECT_TRUE(model->state().isIdle());
+    EXPECT_EQ(model->scanStage(), "Scan cancelled. Ready to try again.");
+    EXPECT_TRUE(store_->load().empty());
+}
+
+TEST_F(ScanModels, ShowWhyAScanFailedAndRecordNothing) {
+    struct Case {
+        const char* name;
+        Hook hook;
+        ProbeError expected;
+    };
+    const std::vector<Case> cases{
+        {"probe error", [](const std::stop_token&) { throw ProbeError(ProbeError::TimedOut{}); },
+         ProbeError::TimedOut{}},
+        {"any other error", [](const std::stop_token&) { throw std::runtime_error("out of luck"); },
+         ProbeError::UnreadableOutput{"out of luck"}},
+    };
+    const auto model = makeModel();
+    for (const Case& c : cases) {
+        probe_->hook = c.hook;
+        runToEnd(*model);
+        ASSERT_TRUE(model->state().error()) << c.name;
+        EXPECT_EQ(*model->state().error(), c.expected) << c.name;
+    }
+    const std::string gone = folder_.path("gone");
+    model->select(RepoSelection(gone));
+    runToEnd(*model);
+    EXPECT_EQ(*model->state().error(), ProbeError(ProbeError::RepositoryUnreadable{gone}));
+    EXPECT_EQ(stages_.back(), "Checking folder access…");
+
+    model->select(RepoSelection(folder_.path("my app")));
+    probe_->hook = [](const std::stop_token&) { throw CancellationError(); };
+    runToEnd(*model);
+    EXPECT_TRUE(model->state().isIdle()) << "a cancellation that nobody asked for is no failure either";
+    EXPECT_TRUE(model->history().empty());
+}
+
+TEST_F(ScanModels, ClearTheHistoryButNotTheResult) {
+    const auto model = makeModel();
+    EXPECT_FALSE(model->canClearHistory());
+    runToEnd(*model);
+    EXPECT_TRUE(model->canClearHistory());
+    model->clearHistory();
+    EXPECT_TRUE(model->history().empty());
+    EXPECT_TRUE(model->state().report());
+    EXPECT_FALSE(std::filesystem::exists(store_->filePath()));
+
+    model->scan();
+    ASSERT_TRUE(thread_.runUntil([&] { return model->state().report() != nullptr; }));
+    model->clearHistory(); // while the new record is being written
+    ASSERT_TRUE(thread_.runUntil([&] { return !model->isScanTaskRunning(); }));
+    EXPECT_EQ(model->history().size(), store_->load().size()) << "what is shown is what is stored";
+
+    const auto unrecorded = makeModel(false);
+    runToEnd(*unrecorded);
+    EXPECT_TRUE(unrecorded->state().report());
+    EXPECT_TRUE(unrecorded->history().empty());
+    EXPECT_FALSE(unrecorded->canClearHistory());
+}
+
+TEST_F(ScanModels, StopTheWorkWhenDestroyedInTheMiddle) {
+    std::atomic<bool> stopped = false;
+    probe_->hook = [&](const std::stop_token& stop) {
+        waitForStop(stop);
+        stopped = true;
+        throw CancellationError();
+    };
+    auto model = makeModel();
+    model->scan();
+    model.reset();
+    EXPECT_TRUE(stopped || stages_.size() <= 1);
+    stages_.clear();
+    thread_.runPending(); // whatever the worker had posted finds no model any more
+    EXPECT_TRUE(stages_.empty());
+}
+
+} // namespace
+} // namespace loadscope
