@@ -7,6 +7,7 @@
 #include <cmath>
 #include <exception>
 #include <limits>
+#include <nlohmann/json.hpp>
 
 namespace loadscope {
 
