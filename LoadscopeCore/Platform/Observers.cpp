@@ -11,7 +11,10 @@ namespace loadscope {
 /// The subscriptions own the observers; the registry only knows them. It outlives a running `notify`, even
 /// when an observer destroys the model that tells it.
 struct Observers::Registry {
-    using Observer = std::function<void()>;
+    struct Observer {
+        std::function<void()> tell;
+        bool isEnded = false;
+    };
 
     std::vector<std::weak_ptr<const Observer>> observers;
     int notifications = 0;
@@ -29,10 +32,12 @@ Observers::Observers() : registry_(std::make_shared<Registry>()) {}
 Observers::~Observers() { registry_->isClosed = true; }
 
 Subscription Observers::add(std::function<void()> observer) {
-    const auto owned = std::make_shared<Registry::Observer>(std::move(observer));
+    const auto owned = std::make_shared<Registry::Observer>(Registry::Observer{std::move(observer)});
     registry_->prune();
     registry_->observers.push_back(owned);
-    return Subscription(owned);
+    // While it is told, an observer lives longer than its subscription; the mark keeps it from being told
+    // anew.
+    return Subscription(std::shared_ptr<void>(nullptr, [owned](std::nullptr_t) { owned->isEnded = true; }));
 }
 
 void Observers::notify() const {
@@ -51,7 +56,8 @@ void Observers::notify() const {
     // An observer that is added meanwhile has seen the change; it is told of the next one.
     const std::size_t count = registry.observers.size();
     for (std::size_t index = 0; index < count && !registry.isClosed; ++index) {
-        if (const auto observer = registry.observers[index].lock(); observer && *observer) (*observer)();
+        const auto observer = registry.observers[index].lock();
+        if (observer && !observer->isEnded && observer->tell) observer->tell();
     }
 }
 
