@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -57,7 +60,7 @@ public:
                               UnreadableContextReport>;
 
     template <typename T>
-    ProbeError(T error)
+    requires std::constructible_from<Case, T> ProbeError(T error)
         : case_(std::move(error)) {} // NOLINT(google-explicit-constructor): a case is an error
 
     /// True when the error is of case `T`.
