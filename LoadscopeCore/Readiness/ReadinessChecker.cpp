@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
+#include "LoadscopeCore/Platform/Json.h"
+#include "LoadscopeCore/Platform/LineBreaks.h"
+#include "LoadscopeCore/Process/ProcessCancellation.h"
+#include "LoadscopeCore/Readiness/ToolReadiness.h"
+
+#include <future>
+#include <nlohmann/json.hpp>
+
+namespace loadscope::ReadinessChecker {
+
+namespace {
+
+constexpr ProbeRunner::Limits statusLimits{10, 0.5, 0.5};
+
+std::optional<std::string> findClaude() {
+    try {
+        return ClaudeCLILocator::resolveForUser();
+    } catch (const ProbeError&) {
+        return std::nullopt;
+    }
+}
+
+ToolReadiness askClaude() {
+    const auto cli = findClaude();
+    if (!cli) return ToolReadiness::notInstalled;
+    const auto execution = ProbeRunner::execute(*cli, {"auth", "status", "--json"}, UserFolders::temporary(),
+                                                ProbeEnvironment::Tool::claude, statusLimits);
+    if (execution.timedOut || execution.readersTimedOut) return ToolReadiness::unknown;
+    return claudeStatus(execution.standardOutput, execution.exitCode);
+}
+
+ToolReadiness askCodex() {
+    const auto cli = CodexCLILocator::locateForUser().path;
+    if (!cli) return ToolReadiness::notInstalled;
+    const auto execution = ProbeRunner::execute(*cli, {"login", "status"}, UserFolders::temporary(),
+                                                ProbeEnvironment::Tool::codex, statusLimits);
+    if (execution.timedOut || execution.readersTimedOut) return ToolReadiness::unknown;
+    return codexStatus(execution.standardOutput + "\n" + execution.standardError, execution.exitCode);
+}
+
+/// Whatever goes wrong, a stop included, leaves the sign-in unverified.
+ToolReadiness statusOf(const std::stop_token& stop, ToolReadiness (*ask)()) {
+    try {
+        return ProcessCancellation::run(stop, ask);
+    } catch (...) {
+        return ToolReadiness::unknown;
+    }
+}
+
+} // namespace
+
+Result check(std::stop_token stop) {
+    Result result;
+    try {
+        auto codex = std::async(std::launch::async, statusOf, stop, askCodex);
+        result.claude = statusOf(stop, askClaude);
+        result.codex = codex.get();
+    } catch (const std::system_error&) { // no second thread is to be had
+        result = {statusOf(stop, askClaude), statusOf(stop, askCodex)};
+    }
+    return result;
+}
+
+ToolReadiness claudeStatus(std::string_view standardOutput, std::int32_t exitCode) {
+    const auto json = Json::parse(standardOutput);
+    const Json::Value* loggedIn = json ? Json::member(*json, "loggedIn") : nullptr;
+    if (!loggedIn || !loggedIn->is_boolean()) return ToolReadiness::unknown;
+    if (!loggedIn->get<bool>()) return ToolReadiness::signedOut;
+    return exitCode == 0 ? ToolReadiness::ready : ToolReadiness::unknown;
+}
+
+ToolReadiness codexStatus(std::string_view output, std::int32_t exitCode) {
+    bool claimsSignIn = false;
+    LineBreaks::Walker walker(output);
+    while (walker.advance()) {
+        const std::string_view line = LineBreaks::trimmedLine(walker.line());
+        if (line == "Not logged in") return ToolReadiness::signedOut;
+        claimsSignIn = claimsSignIn || line.starts_with("Logged in using ");
+    }
+    return claimsSignIn && exitCode == 0 ? ToolReadiness::ready : ToolReadiness::unknown;
+}
+
+} // namespace loadscope::ReadinessChecker
