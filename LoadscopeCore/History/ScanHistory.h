@@ -4,12 +4,12 @@
 
 #include "LoadscopeCore/History/RecordedScan.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <unordered_map>
 #include <vector>
 
 namespace loadscope {
@@ -55,9 +55,19 @@ public:
     [[nodiscard]] std::optional<std::string> label(std::string_view coordinate) const;
 
 private:
-    using Occurrence = std::pair<std::string, std::int64_t>; ///< name and ordinal
+    struct Occurrence {
+        std::string label;
+        std::int64_t ordinal = 0; ///< from 0, among the categories of that label within one scan
+        bool operator==(const Occurrence&) const = default;
+    };
+    struct OccurrenceHash {
+        [[nodiscard]] std::size_t operator()(const Occurrence& occurrence) const;
+    };
+
+    [[nodiscard]] static std::vector<Occurrence> occurrences(const std::vector<RecordedCategory>& categories);
+
     std::vector<Entry> entries_;
-    std::map<Occurrence, std::string> coordinatesByOccurrence_;
+    std::unordered_map<Occurrence, std::string, OccurrenceHash> coordinatesByOccurrence_;
 };
 
 /// Views of the recorded history. Pure functions of their input.

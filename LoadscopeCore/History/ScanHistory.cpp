@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/History/ScanHistory.h"
+
+#include "LoadscopeCore/Platform/Text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <tuple>
+#include <unordered_map>
+
+namespace loadscope {
+namespace {
+
+using Limits = std::numeric_limits<std::int64_t>;
+
+std::int64_t saturatingDifference(std::int64_t left, std::int64_t right) {
+    std::int64_t difference = 0;
+    if (!__builtin_sub_overflow(left, right, &difference)) return difference;
+    return right < 0 ? Limits::max() : Limits::min();
+}
+
+/// By repository name, then path.
+bool isNamedBefore(const RecordedScan& left, const RecordedScan& right) {
+    const int names = Text::compareCanonically(left.repositoryName, right.repositoryName);
+    if (names != 0) return names < 0;
+    const int paths = Text::compareCanonically(left.repositoryPath, right.repositoryPath);
+    // Two folders may differ in nothing but how an accent is written.
+    return paths != 0 ? paths < 0 : left.repositoryPath < right.repositoryPath;
+}
+
+bool isHeavierThan(const LeaderboardEntry& left, const LeaderboardEntry& right) {
+    if (left.latest.total != right.latest.total) return left.latest.total > right.latest.total;
+    return isNamedBefore(left.latest, right.latest);
+}
+
+/// `group` holds the records of one repository.
+LeaderboardEntry makeEntry(std::vector<const RecordedScan*> group) {
+    std::stable_sort(group.begin(), group.end(), [](const RecordedScan* left, const RecordedScan* right) {
+        return std::tie(left->date, left->id) < std::tie(right->date, right->id);
+    });
+    LeaderboardEntry entry{*group.back(), std::nullopt, static_cast<std::int64_t>(group.size())};
+    if (group.size() > 1) entry.previousTotal = group[group.size() - 2]->total;
+    return entry;
+}
+
+} // namespace
+
+std::optional<TrendDirection> LeaderboardEntry::trend() const {
+    if (!previousTotal) return std::nullopt;
+    if (latest.total == *previousTotal) return TrendDirection::flat;
+    return latest.total > *previousTotal ? TrendDirection::up : TrendDirection::down;
+}
+
+std::optional<std::int64_t> LeaderboardEntry::delta() const {
+    if (!previousTotal) return std::nullopt;
+    return saturatingDifference(latest.total, *previousTotal);
+}
+
+namespace ScanHistory {
+
+std::vector<RecordedScan> scans(const std::vector<RecordedScan>& history, std::string_view repositoryPath,
+                                std::string_view tool) {
+    std::vector<RecordedScan> matches;
+    std::copy_if(history.begin(), history.end(), std::back_inserter(matches), [&](const RecordedScan& scan) {
+        return scan.repositoryPath == repositoryPath && scan.tool == tool;
+    });
+    return matches;
+}
+
+std::optional<std::string> mostRecentRepositoryPath(const std::vector<RecordedScan>& history) {
+    if (history.empty()) return std::nullopt;
+    return history.back().repositoryPath;
+}
+
+std::vector<RecordedScan> latestPerRepository(const std::vector<RecordedScan>& history,
+                                              std::string_view tool) {
+    std::unordered_map<std::string_view, const RecordedScan*> newest;
+    for (const RecordedScan& scan : history) {
+        if (scan.tool != tool) continue;
+        const RecordedScan*& held = newest[scan.repositoryPath];
+        if (!held || held->date <= scan.date) held = &scan;
+    }
+    std::vector<RecordedScan> latest;
+    latest.reserve(newest.size());
+    for (const auto& [path, scan] : newest)
+        latest.push_back(*scan);
+    std::sort(latest.begin(), latest.end(), isNamedBefore);
+    return latest;
+}
+
+std::vector<RecordedScan> newestFirst(std::vector<RecordedScan> scans) {
+    std::stable_sort(scans.begin(), scans.end(), [](const RecordedScan& left, const RecordedScan& right) {
+        return std::tie(left.date, left.id) > std::tie(right.date, right.id);
+    });
+    return scans;
+}
+
+std::vector<LeaderboardEntry> leaderboard(const std::vector<RecordedScan>& history, std::string_view tool) {
+    std::unordered_map<std::string_view, std::vector<const RecordedScan*>> groups;
+    for (const RecordedScan& scan : history)
+        if (scan.tool == tool) groups[scan.repositoryPath].push_back(&scan);
+    std::vector<LeaderboardEntry> entries;
+    entries.reserve(groups.size());
+    for (auto& [path, group] : groups)
+        entries.push_back(makeEntry(std::move(group)));
+    std::sort(entries.begin(), entries.end(), isHeavierThan);
+    return entries;
+}
+
+CategoryChartAxis categoryAxis(const std::vector<RecordedScan>& scans) {
+    return CategoryChartAxis::make(scans);
+}
+
+} // namespace ScanHistory
+} // namespace loadscope
