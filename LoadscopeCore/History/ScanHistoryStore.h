@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/History/FolderLock.h"
 #include "LoadscopeCore/History/RecordedScan.h"
 
 #include <mutex>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,15 +31,18 @@ public:
     /// nothing.
     [[nodiscard]] static std::string defaultDirectory();
 
-    /// The records in the store's order; empty when there is no file or it is unreadable, which also moves it
-    /// aside.
+    /// The records in the store's order; empty when there is no file or it is unreadable. An unreadable file
+    /// is moved to the backup of its reason, or stays where it is when there is such a backup already.
     [[nodiscard]] std::vector<RecordedScan> load();
 
     /// Adds a record, drops the oldest beyond `maximumScans`, writes the file and returns the new list (also
-    /// when it could not be written).
+    /// when it could not be written). An unreadable file is first moved to the next free name; when it cannot
+    /// be moved, nothing is written.
     std::vector<RecordedScan> append(const RecordedScan& scan);
 
-    /// Deletes the file and every unreadable file set aside. True when all that was there is gone.
+    /// Deletes the file and every unreadable file set aside. True when all that was there is gone. A folder
+    /// is deleted only when empty. Of a history behind a symbolic link the target is deleted and the link
+    /// stays; any other link goes and its target stays.
     bool clear();
 
     [[nodiscard]] const std::string& directory() const { return directory_; }
@@ -58,6 +61,7 @@ public:
 private:
     std::string directory_;
     std::mutex mutex_;
+    FolderLock folderLock_; ///< used while `mutex_` is held
 };
 
 } // namespace loadscope
