@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/History/ScanHistoryExport.h"
+
+#include "LoadscopeCore/History/ScanHistoryFile.h"
+#include "LoadscopeCore/Platform/Text.h"
+
+#include <nlohmann/json.hpp>
+
+namespace loadscope::ScanHistoryExport {
+namespace {
+
+using Object = nlohmann::ordered_json;
+
+constexpr const char* endOfLine = "\r\n";
+
+/// A cell of text: harmless to spreadsheets, quoted where the format asks for it.
+std::string cell(std::string_view text) {
+    std::string content = Text::repaired(text);
+    if (!content.empty() && std::string_view("=+-@\t\r").find(content.front()) != std::string_view::npos)
+        content.insert(content.begin(), '\'');
+    if (content.find_first_of("\",\r\n") == std::string::npos) return content;
+    std::string quoted = "\"";
+    for (const char character : content) {
+        if (character == '"') quoted += '"';
+        quoted += character;
+    }
+    return quoted + '"';
+}
+
+Object scanObject(const RecordedScan& scan) {
+    Object object{{"band", OpinionBands::rawValue(scan.band())}, {"categories", Object::array()}};
+    for (const RecordedCategory& category : scan.categories)
+        object["categories"].push_back({{"name", category.name}, {"tokens", category.tokens}});
+    if (scan.contextWindow) object["contextWindow"] = *scan.contextWindow;
+    object["date"] = ScanHistoryFile::iso8601(scan.date);
+    object["id"] = scan.id.text();
+    object["repositoryName"] = scan.repositoryName;
+    object["repositoryPath"] = scan.repositoryPath;
+    object["tool"] = scan.tool;
+    object["total"] = scan.total;
+    return object;
+}
+
+const char* name(TrendDirection trend) {
+    switch (trend) {
+    case TrendDirection::up:
+        return "up";
+    case TrendDirection::down:
+        return "down";
+    case TrendDirection::flat:
+        break;
+    }
+    return "flat";
+}
+
+template <typename Number>
+Object orNull(const std::optional<Number>& value) {
+    return value ? Object(*value) : Object(nullptr);
+}
+
+std::string dumped(const Object& object) {
+    return object.dump(2, ' ', false, Object::error_handler_t::replace);
+}
+
+} // namespace
+
+std::string csv(const std::vector<RecordedScan>& scans) {
+    std::string table = "date,repositoryName,repositoryPath,tool,total,contextWindow,band";
+    table += endOfLine;
+    for (const RecordedScan& scan : scans) {
+        table += ScanHistoryFile::iso8601(scan.date) + ',';
+        table += cell(scan.repositoryName) + ',' + cell(scan.repositoryPath) + ',' + cell(scan.tool) + ',';
+        table += std::to_string(scan.total) + ',';
+        if (scan.contextWindow) table += std::to_string(*scan.contextWindow);
+        table += ',' + OpinionBands::rawValue(scan.band()) + endOfLine;
+    }
+    return table;
+}
+
+std::string json(const std::vector<RecordedScan>& scans) {
+    Object list = Object::array();
+    for (const RecordedScan& scan : scans)
+        list.push_back(scanObject(scan));
+    return dumped({{"scans", std::move(list)}});
+}
+
+std::string leaderboardJson(std::string_view tool, const std::vector<LeaderboardEntry>& entries) {
+    Object list = Object::array();
+    for (const LeaderboardEntry& entry : entries) {
+        const std::optional<TrendDirection> trend = entry.trend();
+        list.push_back({{"repositoryName", entry.latest.repositoryName},
+                        {"repositoryPath", entry.latest.repositoryPath},
+                        {"total", entry.latest.total},
+                        {"previousTotal", orNull(entry.previousTotal)},
+                        {"scanCount", entry.scanCount},
+                        {"trend", trend ? Object(name(*trend)) : Object(nullptr)},
+                        {"delta", orNull(entry.delta())}});
+    }
+    return dumped({{"tool", std::string(tool)}, {"entries", std::move(list)}});
+}
+
+} // namespace loadscope::ScanHistoryExport
