@@ -36,7 +36,10 @@ private:
     ProcessCancellation* token_;
 };
 
-std::string decoded(std::string bytes) { return Text::isValidUTF8(bytes) ? bytes : std::string(); }
+std::string decoded(std::string bytes) {
+    if (!Text::isValidUTF8(bytes)) bytes.clear();
+    return bytes;
+}
 
 ProbeRunner::Execution collect(ChildProcess& child, ReaderDeadline& deadline, OutputCollector& output,
                                OutputCollector& error, const ProbeRunner::Limits& limits) {

@@ -173,10 +173,10 @@ TEST_F(ChildRuns, AreNotStartedAfterACancelAndIgnoreOneThatComesLate) {
 }
 
 TEST_F(ChildRuns, SurviveACancelInTheMiddleOfTheLaunch) {
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 20; ++round) {
         std::stop_source stop;
         std::thread canceller([&] {
-            for (int spin = 0; spin < round * 40; ++spin)
+            for (int spin = 0; spin < round * 100; ++spin)
                 std::this_thread::yield();
             stop.request_stop();
         });
