@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
+
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Platform/SaturatingSum.h"
+#include "LoadscopeCore/Platform/Text.h"
+
+namespace loadscope {
+
+std::string rawValue(OverAttributionSource source) {
+    switch (source) {
+    case OverAttributionSource::cliReported:
+        return "cliReported";
+    case OverAttributionSource::localEstimate:
+        return "localEstimate";
+    case OverAttributionSource::combined:
+        break;
+    }
+    return "combined";
+}
+
+namespace ScanPresentation {
+namespace {
+
+std::int64_t tokensOf(Provenance provenance, const ScanReport& report) {
+    SaturatingSum sum;
+    for (const SlabAttribution& row : report.rows) {
+        if (row.provenance == provenance) sum.add(row.tokens);
+    }
+    return sum.value();
+}
+
+std::string overAttributionLead(OverAttributionSource source) {
+    switch (source) {
+    case OverAttributionSource::localEstimate:
+        return "The local file estimates alone add up to more than the measured total.";
+    case OverAttributionSource::cliReported:
+        return "The categories reported by Claude Code's `/context` alone add up to more than the measured "
+               "total.";
+    case OverAttributionSource::combined:
+        break;
+    }
+    return "The attributed rows — the categories reported by Claude Code's `/context` plus this app's local "
+           "file estimates — add up to more than the measured total.";
+}
+
+} // namespace
+
+std::string totalSourceLine(const ScanReport& report) {
+    return "Total: authoritative — reported by Claude (source: " + label(report.totalSource) + ").";
+}
+
+std::optional<std::string> windowShareLine(const ScanReport& report) {
+    return WindowShare::line(report.total, report.contextWindow);
+}
+
+std::string bandVerdictLine(const ScanReport& report) {
+    const std::string verdict = "The total measured by Claude is " + LocaleFormat::grouped(report.total) +
+                                " tokens, which falls in the " + OpinionBands::title(report.band) + " band";
+    if (!report.contextWindow || *report.contextWindow < 1) {
+        return verdict + " (" + OpinionBands::range(report.band) + ").";
+    }
+    return verdict + " for the " + WindowShare::compactWindow(*report.contextWindow) +
+           " context window Claude reported.";
+}
+
+std::vector<std::string> summaryLines(const ScanReport& report) {
+    const std::string band = "Band: " + OpinionBands::title(report.band) + " (this app's opinion)";
+    const std::optional<std::string> share = windowShareLine(report);
+    return {
+        "Repository: " + report.repositoryName,
+        "Total: " + LocaleFormat::grouped(report.total) + " tokens — authoritative, reported by Claude (" +
+            label(report.totalSource) + ").",
+        share ? band + " — " + *share : band + ".",
+        CodexPresentation::summaryLine(report.codex),
+        "Category totals are reported by Claude Code's `/context`; only the file splits are local estimates.",
+        "Duration: " + LocaleFormat::oneDecimal(report.duration) + " seconds.",
+    };
+}
+
+std::string copyableSummary(const ScanReport& report) {
+    std::string text;
+    // A folder's name or a tool's message may hold a line feed; the summary has eight lines all the same.
+    for (const std::string& line : summaryLines(report))
+        text += Text::visible(line) + "\n";
+    return text + "\n" + measurementNote;
+}
+
+std::optional<std::string> unreadableFilesNote(const ScanReport& report) {
+    const std::size_t count = report.unreadablePaths().size();
+    if (count == 0) return {};
+    const std::string files =
+        count == 1 ? "1 instruction file" : std::to_string(count) + " instruction files";
+    return files +
+           " could not be read, so the category and file estimates are lower than what is really loaded. The "
+           "measured total is unaffected — it is reported by Claude. macOS may be blocking access: allow "
+           "Loadscope under System Settings → Privacy & Security → Files & Folders, then scan again.";
+}
+
+OverAttributionSource overAttributionSource(const ScanReport& report) {
+    const bool reportedExceeds = tokensOf(Provenance::selfReported, report) > report.total;
+    const bool localExceeds = tokensOf(Provenance::localEstimate, report) > report.total;
+    if (reportedExceeds == localExceeds) return OverAttributionSource::combined;
+    return localExceeds ? OverAttributionSource::localEstimate : OverAttributionSource::cliReported;
+}
+
+std::optional<std::string> overAttributionNote(const ScanReport& report) {
+    if (!report.overAttributed) return {};
+    return overAttributionLead(overAttributionSource(report)) +
+           " The bar's segments therefore exceed the measured total of " +
+           LocaleFormat::grouped(report.total) + " tokens, and there is no hidden remainder to show.";
+}
+
+std::optional<std::string> unreportedCategoryFilesNote(const ScanReport& report) {
+    if (report.categoriesSelfReported || report.files().empty()) return {};
+    return "Claude Code's `/context` reported no categories for this session, so the \"" +
+           std::string(SlabAttributor::unreportedCategoriesLabel) +
+           "\" row already carries the whole measured total. The instruction files below are local estimates "
+           "of what makes up that total, not additional tokens on top of it.";
+}
+
+} // namespace ScanPresentation
+
+namespace CodexPresentation {
+
+OpinionBand band(const CodexProbeResult& result) {
+    return OpinionBands::band(result.total, result.contextWindow);
+}
+
+std::optional<std::string> windowShareLine(const CodexProbeResult& result) {
+    return WindowShare::line(result.total, result.contextWindow);
+}
+
+std::string summaryLine(const CodexScanOutcome& outcome) {
+    const CodexProbeResult* result = outcome.result();
+    if (result == nullptr) return "Codex: not measured — " + *outcome.reason();
+    std::string windowPart;
+    if (std::optional<std::string> share = windowShareLine(*result)) {
+        share->pop_back(); // its full stop: the text goes on
+        windowPart = " (" + *share + ")";
+    }
+    return "Codex: " + LocaleFormat::grouped(result->total) + " tokens — authoritative, reported by " +
+           toolName + windowPart + ". Band: " + OpinionBands::title(band(*result)) + ".";
+}
+
+} // namespace CodexPresentation
+
+namespace RecordedScanPresentation {
+
+std::string labelForTool(std::string_view tool) {
+    return tool == RecordedScan::codexTool ? codexToolLabel : claudeToolLabel;
+}
+
+std::string toolLabel(const RecordedScan& scan) { return labelForTool(scan.tool); }
+
+std::optional<std::string> windowShareLine(const RecordedScan& scan) {
+    return WindowShare::line(scan.total, scan.contextWindow);
+}
+
+std::string bandScaleCaption(const RecordedScan& scan) {
+    if (std::optional<std::string> share = windowShareLine(scan)) return *share;
+    return OpinionBands::range(scan.band());
+}
+
+} // namespace RecordedScanPresentation
+} // namespace loadscope
