@@ -31,10 +31,10 @@ class ChildProcess {
 public:
     struct Options {
         std::string executable; ///< a path, never searched for
-        std::vector<std::string> arguments;
-        std::optional<std::string> workingFolder; ///< the application's own when absent
-        Environment environment;                  ///< complete
-        bool capturesStandardError = true;        ///< else it goes to the null device
+        std::vector<std::string> arguments{};
+        std::optional<std::string> workingFolder{}; ///< the application's own when absent
+        Environment environment{};                  ///< complete
+        bool capturesStandardError = true;          ///< else it goes to the null device
     };
 
     /// How a child ended: its exit status, or the signal that ended it.
