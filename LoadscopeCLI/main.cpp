@@ -1,7 +1,5 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCLI/Version.h"
+#include "LoadscopeCLI/CommandLine.h"
 
-#include <iostream>
-
-int main() { std::cout << loadscope::versionText() << '\n'; }
+int main(int argumentCount, char** arguments) { return loadscope::runCommandLine(argumentCount, arguments); }

@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCLI/HistoryCommand.h"
+
+#include "LoadscopeCLI/Failure.h"
+#include "LoadscopeCLI/Folder.h"
+#include "LoadscopeCLI/ScanText.h"
+#include "LoadscopeCLI/Table.h"
+#include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/History/ScanHistoryExport.h"
+#include "LoadscopeCore/History/ScanHistoryStore.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <unistd.h>
+
+namespace loadscope {
+namespace {
+
+using enum Table::Alignment;
+
+struct Options {
+    std::string repository;
+    std::string tool;
+    bool json = false;
+    bool yes = false;
+};
+
+constexpr const char* examples = R"(Examples:
+  loadscope history                                  every recorded scan, newest first
+  loadscope history --repository . --tool claude     those of the current folder
+  loadscope history --json | jq '.scans[-1].total'   the newest total, for scripts
+  loadscope history clear --yes                      delete the history without asking)";
+
+/// The largest categories of a record in one line.
+std::string categoriesSummary(const RecordedScan& scan) {
+    std::string text;
+    for (const RecordedCategory& category : scan.categories)
+        text += (text.empty() ? "" : ", ") + category.name + ' ' + LocaleFormat::compact(category.tokens);
+    return text;
+}
+
+std::string historyText(const std::vector<RecordedScan>& scans, const Terminal& terminal) {
+    Table table({{"Date"}, {"Repository"}, {"Tool"}, {"Total", right}, {"Band"}, {"Categories"}});
+    for (const RecordedScan& scan : ScanHistory::newestFirst(scans))
+        table.addRow({LocaleFormat::dateAndTime(scan.date),
+                      scan.repositoryName,
+                      RecordedScanPresentation::toolLabel(scan),
+                      LocaleFormat::grouped(scan.total),
+                      {OpinionBands::title(scan.band()), styleOf(scan.band())},
+                      categoriesSummary(scan)});
+    return table.text(terminal, true);
+}
+
+ExitCode showHistory(const Options& options) {
+    Terminal errors(STDERR_FILENO);
+    std::vector<RecordedScan> scans = ScanHistoryStore(ScanHistoryStore::defaultDirectory()).load();
+    if (!options.repository.empty()) {
+        const auto path = absoluteFolder(options.repository);
+        std::erase_if(scans, [&](const RecordedScan& scan) { return scan.repositoryPath != path; });
+    }
+    if (!options.tool.empty())
+        std::erase_if(scans, [&](const RecordedScan& scan) { return scan.tool != options.tool; });
+    if (options.json) return writeResult(ScanHistoryExport::json(scans) + '\n');
+    if (scans.empty()) {
+        errors.writeLine("No scans recorded.");
+        return ExitCode::success;
+    }
+    return writeResult(historyText(scans, Terminal(STDOUT_FILENO)));
+}
+
+/// Whether the user, asked on the terminal, agrees.
+bool confirmed(Terminal& errors, std::size_t scans) {
+    errors.write("Delete all recorded scans (" + LocaleFormat::grouped(static_cast<std::int64_t>(scans)) +
+                 ")? This cannot be undone. [y/N] ");
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+ExitCode clearHistory(const Options& options) {
+    Terminal errors(STDERR_FILENO);
+    if (!options.repository.empty() || !options.tool.empty() || options.json) {
+        showFailure(errors, "`history clear` deletes the whole history and takes --yes only.", "");
+        return ExitCode::wrongUsage;
+    }
+    ScanHistoryStore store(ScanHistoryStore::defaultDirectory());
+    if (!options.yes) {
+        if (isatty(STDIN_FILENO) != 1 || !errors.isTerminal()) {
+            showFailure(errors, "Deleting the history needs --yes when nobody can be asked.", "");
+            return ExitCode::wrongUsage;
+        }
+        if (!confirmed(errors, store.load().size())) {
+            errors.writeLine("Nothing was deleted.");
+            return ExitCode::success;
+        }
+    }
+    if (!store.clear()) {
+        showFailure(errors, "The history could not be deleted.", store.filePath());
+        return ExitCode::failure;
+    }
+    return writeResult("The history is empty.\n");
+}
+
+} // namespace
+
+void addHistoryCommand(CLI::App& app, ExitCode& exitCode) {
+    CLI::App* command = app.add_subcommand("history", "Show the recorded scans, newest first");
+    auto options = std::make_shared<Options>();
+    command->add_option("--repository", options->repository, "Only scans of this folder")
+        ->option_text("PATH");
+    command->add_option("--tool", options->tool, "Only scans of this tool: claude or codex")
+        ->option_text("TOOL")
+        ->check(CLI::IsMember({RecordedScan::claudeTool, RecordedScan::codexTool}));
+    command->add_flag("--json", options->json, "Print one JSON object, oldest scan first");
+    command->footer(examples);
+    CLI::App* clear = command->add_subcommand("clear", "Delete the history");
+    clear->add_flag("--yes", options->yes, "Do not ask");
+    command->callback([options, command, clear, &exitCode] {
+        exitCode = command->got_subcommand(clear) ? clearHistory(*options) : showHistory(*options);
+    });
+}
+
+} // namespace loadscope

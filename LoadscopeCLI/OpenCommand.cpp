@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCLI/OpenCommand.h"
+
+#include "LoadscopeCLI/Failure.h"
+#include "LoadscopeCLI/Folder.h"
+#include "LoadscopeCore/Platform/FilePath.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <sstream>
+#include <system_error>
+#include <unistd.h>
+#if defined(__APPLE__)
+#include <mach-o/dyld.h>
+#endif
+
+namespace loadscope {
+namespace {
+
+constexpr const char* windowProgram = "loadscope-app";
+
+constexpr const char* examples = R"(Examples:
+  loadscope open               the current folder
+  loadscope open ~/src/app)";
+
+/// The folder that holds this program, if the system tells.
+std::optional<std::string> ownFolder() {
+#if defined(__APPLE__)
+    char path[4096];
+    std::uint32_t size = sizeof path;
+    if (_NSGetExecutablePath(path, &size) != 0) return std::nullopt;
+    return FilePath::parent(FilePath::resolved(path));
+#else
+    std::error_code error;
+    const auto path = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) return std::nullopt;
+    return FilePath::parent(path.string());
+#endif
+}
+
+bool isSet(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr && *value != '\0';
+}
+
+ExitCode open(const std::string& argument) {
+    Terminal errors(STDERR_FILENO);
+    const auto folder = absoluteFolder(argument);
+    if (!folder) {
+        showFailure(errors, "The current folder is gone.", "");
+        return ExitCode::failure;
+    }
+    if (!hasDisplay()) {
+        showFailure(errors, "There is no display to open a window on.",
+                    "Use `loadscope scan` to measure a folder here.");
+        return ExitCode::failure;
+    }
+    const auto program = findWindowProgram();
+    if (!program) {
+        showFailure(
+            errors, "Could not find the loadscope-app command.",
+            "It is neither beside this program nor on the search path. Use `loadscope scan` instead.");
+        return ExitCode::failure;
+    }
+    startWindow(*program, folder);
+    showFailure(errors, "The window could not be started.", *program + ": " + std::strerror(errno));
+    return ExitCode::failure;
+}
+
+} // namespace
+
+bool hasDisplay() {
+#if defined(__APPLE__)
+    return true;
+#else
+    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
+#endif
+}
+
+std::optional<std::string> findWindowProgram() {
+    if (const auto folder = ownFolder()) {
+        std::string beside = FilePath::joined(*folder, windowProgram);
+        if (FilePath::isExecutableFile(beside)) return beside;
+    }
+    const char* searched = std::getenv("PATH");
+    std::istringstream folders(searched == nullptr ? "" : searched);
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        std::string candidate = FilePath::joined(folder, windowProgram);
+        if (folder.starts_with('/') && FilePath::isExecutableFile(candidate)) return candidate;
+    }
+    return std::nullopt;
+}
+
+void startWindow(const std::string& program, const std::optional<std::string>& folder) {
+    std::signal(SIGPIPE, SIG_DFL);
+    execl(program.c_str(), program.c_str(), folder ? folder->c_str() : nullptr, nullptr);
+}
+
+void addOpenCommand(CLI::App& app, ExitCode& exitCode) {
+    CLI::App* command = app.add_subcommand("open", "Open the window with a folder chosen");
+    auto folder = std::make_shared<std::string>(".");
+    command->add_option("FOLDER", *folder, "Folder to choose (the current one)");
+    command->footer(examples);
+    command->callback([folder, &exitCode] { exitCode = open(*folder); });
+}
+
+} // namespace loadscope

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCLI/LoopUIThread.h"
+#include "LoadscopeCLI/Terminal.h"
+#include "LoadscopeCore/Readiness/ToolReadiness.h"
+
+#include <functional>
+#include <optional>
+#include <stop_token>
+
+namespace loadscope {
+
+/// Runs blocking work on a worker thread while the loop stays responsive; a signal stops the work. Blocks
+/// until the worker has ended. Returns whether it ran to its end without a signal.
+bool runOnWorker(LoopUIThread& loop, const std::function<void(std::stop_token)>& work);
+
+/// Asks both tools, showing the progress on `errors`. Nothing when a signal came.
+[[nodiscard]] std::optional<ReadinessChecker::Result> checkReadiness(LoopUIThread& loop, Terminal& errors);
+
+} // namespace loadscope

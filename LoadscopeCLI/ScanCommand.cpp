@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCLI/ScanCommand.h"
+
+#include "LoadscopeCLI/Failure.h"
+#include "LoadscopeCLI/Folder.h"
+#include "LoadscopeCLI/ScanRun.h"
+#include "LoadscopeCLI/ScanText.h"
+#include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Platform/UserFolders.h"
+#include "LoadscopeCore/Presentation/ScanReportJson.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <unistd.h>
+
+namespace loadscope {
+namespace {
+
+struct Options {
+    std::string folder = ".";
+    bool includeCodex = false;
+    bool json = false;
+    bool noHistory = false;
+    bool skipCheck = false;
+    std::optional<std::int64_t> maxTokens;
+};
+
+constexpr const char* examples = R"(Examples:
+  loadscope scan                        the current folder
+  loadscope scan ~/src/app              another folder
+  loadscope scan --include-codex        measure Codex too: runs one real session
+  loadscope scan --max-tokens 30000     exit with 3 above 30,000 tokens, for a CI job
+  loadscope scan --json | jq .total     for scripts
+
+Exit codes: 0 measured, 1 failed, 2 wrong usage, 3 above --max-tokens, 130 interrupted.)";
+
+/// The words for a Codex that cannot take part, and its case for scripts.
+struct CodexFailure {
+    explicit CodexFailure(ToolReadiness readiness) {
+        if (readiness == ToolReadiness::notInstalled) {
+            caseName = "codexNotFound";
+            headline = "Could not find the codex command.";
+            detail = "Looked in:";
+            for (const auto& place : CodexCLILocator::searchedPaths({}, UserFolders::home()))
+                detail += "\n  • " + place;
+            detail += '\n';
+        } else {
+            caseName = "codexNotAuthenticated";
+            headline = "Codex is not signed in.";
+            detail = "Run `codex login` in Terminal and sign in, then scan again. ";
+        }
+        detail += "Leave out --include-codex to measure Claude Code alone. Nothing was measured.";
+    }
+
+    [[nodiscard]] std::string json() const {
+        const nlohmann::ordered_json object{
+            {"schemaVersion", 1},
+            {"error", {{"case", caseName}, {"headline", headline}, {"detail", detail}}}};
+        return object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+    }
+
+    std::string caseName;
+    std::string headline;
+    std::string detail;
+};
+
+ExitCode showScanFailure(const Options& options, Terminal& errors, const std::string& headline,
+                         const std::string& detail, const std::string& json) {
+    showFailure(errors, headline, detail);
+    return options.json ? writeResult(json + '\n', ExitCode::failure) : ExitCode::failure;
+}
+
+ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& report) {
+    const ExitCode written = writeResult(options.json ? ScanReportJson::report(report) + '\n'
+                                                      : scanText(report, Terminal(STDOUT_FILENO)));
+    if (written != ExitCode::success || !options.maxTokens || report.total <= *options.maxTokens)
+        return written;
+    showFailure(errors,
+                "The total of " + LocaleFormat::grouped(report.total) + " tokens is above --max-tokens " +
+                    LocaleFormat::grouped(*options.maxTokens) + ".",
+                "");
+    return ExitCode::aboveMaximum;
+}
+
+ExitCode scan(const Options& options) {
+    Terminal errors(STDERR_FILENO);
+    const auto fail = [&](const ProbeError& error) {
+        return showScanFailure(options, errors, error.headline(), error.detail(),
+                               ScanReportJson::failure(error));
+    };
+    const auto folder = absoluteFolder(options.folder);
+    if (!folder) return fail(ProbeError::RepositoryUnreadable{options.folder});
+    const ScanOutcome outcome = runScan({.folder = *folder,
+                                         .includeCodex = options.includeCodex,
+                                         .records = !options.noHistory,
+                                         .checksReadiness = !options.skipCheck},
+                                        errors);
+    if (const auto* report = std::get_if<std::shared_ptr<const ScanReport>>(&outcome))
+        return showReport(options, errors, **report);
+    if (const auto* error = std::get_if<ProbeError>(&outcome)) return fail(*error);
+    if (const auto* blocked = std::get_if<CodexBlocked>(&outcome)) {
+        const CodexFailure failure(blocked->readiness);
+        return showScanFailure(options, errors, failure.headline, failure.detail, failure.json());
+    }
+    return showInterrupted(errors, "Interrupted: the scan was stopped and nothing was recorded.");
+}
+
+} // namespace
+
+void addScanCommand(CLI::App& app, ExitCode& exitCode) {
+    CLI::App* command = app.add_subcommand("scan", "Measure what loads before you type, in one folder");
+    auto options = std::make_shared<Options>();
+    command->add_option("FOLDER", options->folder, "Folder to measure (the current one)")
+        ->check([](const std::string& folder) { return folder.empty() ? "FOLDER is empty" : ""; });
+    command->add_flag("--include-codex", options->includeCodex,
+                      "Measure Codex too: runs one real session and uses its allowance");
+    command->add_flag("--json", options->json, "Print one JSON object");
+    command->add_flag("--no-history", options->noHistory, "Do not record the scan");
+    command->add_option("--max-tokens", options->maxTokens, "Exit with 3 when Claude Code's total is above N")
+        ->option_text("N")
+        ->check(CLI::NonNegativeNumber);
+    command->add_flag("--skip-check", options->skipCheck,
+                      "Do not check first whether the tools are installed and signed in");
+    command->footer(examples);
+    command->callback([options, &exitCode] { exitCode = scan(*options); });
+}
+
+} // namespace loadscope

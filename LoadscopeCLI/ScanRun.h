@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCLI/Terminal.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/Report/ScanReport.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace loadscope {
+
+/// What one scan of the command needs to know.
+struct ScanRequest {
+    std::string folder; ///< absolute
+    bool includeCodex = false;
+    bool records = true;
+    bool checksReadiness = true;
+};
+
+/// A scan was interrupted by a signal; its child has ended and nothing was recorded.
+struct ScanInterrupted {};
+
+/// Codex was asked for and cannot be measured: not installed, or signed out.
+struct CodexBlocked {
+    ToolReadiness readiness = ToolReadiness::unknown;
+};
+
+using ScanOutcome =
+    std::variant<std::shared_ptr<const ScanReport>, ProbeError, CodexBlocked, ScanInterrupted>;
+
+/// Checks the folder and the tools, measures and records, with the stages shown on `errors`. Blocks until the
+/// scan has ended or a signal has stopped it.
+[[nodiscard]] ScanOutcome runScan(const ScanRequest& request, Terminal& errors);
+
+} // namespace loadscope
