@@ -2,20 +2,19 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Geometry/DonutGeometry.h"
 
+#include "LoadscopeCore/Platform/SaturatingSum.h"
+
 #include <algorithm>
-#include <limits>
 
 namespace loadscope {
 
 std::vector<std::int64_t> DonutGeometry::upperBounds(std::span<const std::int64_t> tokens) {
-    constexpr std::int64_t limit = std::numeric_limits<std::int64_t>::max();
     std::vector<std::int64_t> bounds;
     bounds.reserve(tokens.size());
-    std::int64_t sum = 0;
+    SaturatingSum sum;
     for (const std::int64_t row : tokens) {
-        const std::int64_t added = std::max<std::int64_t>(row, 0);
-        sum = added > limit - sum ? limit : sum + added;
-        bounds.push_back(sum);
+        sum.add(std::max<std::int64_t>(row, 0));
+        bounds.push_back(sum.value());
     }
     return bounds;
 }

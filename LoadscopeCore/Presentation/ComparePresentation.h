@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/Geometry/BarChartGeometry.h"
+#include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/Presentation/HistoryTexts.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace loadscope {
+
+/// All that the Compare page shows, derived from the recorded history. A value: make a new one when the
+/// history changes. The page itself decides nothing.
+class ComparePresentation {
+public:
+    static constexpr const char* title = "Compare";
+    static constexpr const char* leaderboardTitle = "Leaderboard";
+    static constexpr const char* leaderboardDetail =
+        "Every scanned repository, ranked by its latest recorded total — heaviest first, one ranking per "
+        "tool. The "
+        "trend compares each repository's two most recent scans by that tool.";
+    static constexpr const char* combinedTitle = "Category for category";
+    static constexpr const char* methodTitle = "How to read this";
+    static constexpr std::array methodSentences = {
+        "The ranking uses each repository's latest scan; the pill beside it compares that scan with the one "
+        "before.",
+        "Claude Code and Codex load different things, so each has a ranking of its own and totals are never "
+        "added up.",
+        "Every chart lists the same categories in the same order. An empty place means that the scan had no "
+        "such "
+        "category.",
+        "The bars of all columns share one scale, so their lengths compare across repositories.",
+        "\"Other (name withheld)\" stands for a category whose name looked like a file or a path. Such names "
+        "are not "
+        "recorded; two of them in one scan keep two places."};
+
+    /// The latest Claude Code scan of one repository.
+    struct Column {
+        RecordedScan scan;
+        std::string label; ///< the repository's name, made distinct by its path where two are named the same
+        std::size_t paletteIndex = 0;
+    };
+
+    struct LeaderboardGroup {
+        std::string tool;
+        std::string label;
+        std::vector<LeaderboardEntry> entries;
+    };
+
+    struct LeaderboardRow {
+        HistoryRowText row;
+        TrendPillText trend;
+    };
+
+    struct ColumnText {
+        std::string scanned; ///< "Scanned " and the date
+        std::string total;   ///< to be followed by "tokens"
+        std::string pill;
+        OpinionBand band = OpinionBand::lean;
+    };
+
+    explicit ComparePresentation(const std::vector<RecordedScan>& history);
+
+    [[nodiscard]] const std::vector<RecordedScan>& latest() const { return latest_; }
+    [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
+    [[nodiscard]] const CategoryChartAxis& axis() const { return axis_; }
+    [[nodiscard]] const std::vector<LeaderboardGroup>& leaderboardGroups() const { return groups_; }
+
+    /// Largest category of all columns, at least 1: the end of every column's scale.
+    [[nodiscard]] std::int64_t maximumRowTokens() const;
+
+    /// True when there are two repositories to set side by side.
+    [[nodiscard]] bool hasComparison() const { return columns_.size() >= 2; }
+
+    [[nodiscard]] static std::string headerLine();
+    [[nodiscard]] EmptyStateText emptyState() const;
+    [[nodiscard]] static std::vector<LeaderboardRow> rows(const LeaderboardGroup& group);
+    [[nodiscard]] static ColumnText text(const Column& column);
+    [[nodiscard]] static std::string combinedDetail();
+
+    /// One series: the column's categories, in the places that they have in every column.
+    [[nodiscard]] BarChartData columnChart(const Column& column) const;
+
+    /// One series per column.
+    [[nodiscard]] BarChartData combinedChart() const;
+
+private:
+    [[nodiscard]] BarChartData emptyChart() const;
+    [[nodiscard]] std::vector<BarChartData::Bar> bars(const RecordedScan& scan) const;
+
+    std::vector<RecordedScan> latest_;
+    std::vector<Column> columns_;
+    CategoryChartAxis axis_;
+    std::vector<LeaderboardGroup> groups_;
+};
+
+} // namespace loadscope

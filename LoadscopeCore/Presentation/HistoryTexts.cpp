@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Presentation/HistoryTexts.h"
+
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+
+namespace loadscope {
+
+TrendPillText TrendPillText::of(std::optional<TrendDirection> trend, std::optional<std::int64_t> delta) {
+    if (!trend || !delta) return {"First scan", "", std::nullopt};
+    switch (*trend) {
+    case TrendDirection::flat:
+        return {"±0", "equal", std::nullopt};
+    case TrendDirection::up:
+        return {"+" + LocaleFormat::grouped(*delta), "arrow.up.right", OpinionBand::heavy};
+    case TrendDirection::down:
+        return {LocaleFormat::grouped(*delta), "arrow.down.right", OpinionBand::lean};
+    }
+    return {};
+}
+
+} // namespace loadscope

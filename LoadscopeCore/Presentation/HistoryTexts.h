@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/Scoring/OpinionBand.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace loadscope {
+
+/// Number of colours that series are told apart by; more series than that begin anew.
+inline constexpr std::size_t chartPaletteSize = 5;
+
+struct EmptyStateText {
+    std::string title;
+    std::string detail;
+    bool operator==(const EmptyStateText&) const = default;
+};
+
+/// A capsule that tells how a repository's total moved. Without a trend there is no symbol and no tint but
+/// the secondary colour; so it is with an unchanged total, whose symbol is "equal".
+struct TrendPillText {
+    std::string text;
+    std::string symbol;
+    std::optional<OpinionBand> tint; ///< Heavy for a rise, Lean for a fall
+
+    [[nodiscard]] static TrendPillText of(std::optional<TrendDirection> trend,
+                                          std::optional<std::int64_t> delta);
+    bool operator==(const TrendPillText&) const = default;
+};
+
+/// One row of a list of scans or repositories.
+struct HistoryRowText {
+    std::optional<std::size_t> rank;
+    std::string title;
+    std::string detail;
+    std::string value;
+    OpinionBand band = OpinionBand::lean; ///< tints the value
+    std::string valueCaption;
+    std::string repositoryPath; ///< which repository the row opens
+
+    bool operator==(const HistoryRowText&) const = default;
+};
+
+} // namespace loadscope

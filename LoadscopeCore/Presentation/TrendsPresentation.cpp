@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Presentation/TrendsPresentation.h"
+
+#include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/History/ScanHistoryStore.h"
+#include "LoadscopeCore/Platform/SaturatingSum.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace loadscope {
+namespace {
+
+constexpr const char* overTime = "tartup context over time, against the Lean, Heavy and Excessive bands.";
+
+std::string plural(std::size_t count, const char* one, const char* many) {
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+} // namespace
+
+TrendsPresentation::TrendsPresentation(std::vector<RecordedScan> history,
+                                       const std::optional<std::string>& selectedRepositoryPath,
+                                       Timestamp now)
+    : history_(std::move(history)),
+      shownPath_(selectedRepositoryPath ? selectedRepositoryPath
+                                        : ScanHistory::mostRecentRepositoryPath(history_)),
+      now_(now),
+      listedRuns_(ScanHistory::newestFirst(history_)) {
+    if (listedRuns_.size() > maximumListedRuns)
+        listedRuns_.erase(listedRuns_.begin() + maximumListedRuns, listedRuns_.end());
+    if (!shownPath_) return;
+    const std::string_view tools[] = {RecordedScan::claudeTool, RecordedScan::codexTool};
+    for (std::size_t i = 0; i < std::size(tools); ++i) {
+        std::vector<RecordedScan> scans = ScanHistory::scans(history_, *shownPath_, tools[i]);
+        if (scans.empty()) continue;
+        scans_.insert(scans_.end(), scans.begin(), scans.end());
+        series_.push_back(
+            {std::string(tools[i]), RecordedScanPresentation::labelForTool(tools[i]), i, std::move(scans)});
+    }
+    std::stable_sort(scans_.begin(), scans_.end(),
+                     [](const RecordedScan& a, const RecordedScan& b) { return a.date < b.date; });
+}
+
+const TrendsPresentation::ToolSeries* TrendsPresentation::seriesOf(std::string_view tool) const {
+    const auto found =
+        std::find_if(series_.begin(), series_.end(), [&](const ToolSeries& s) { return s.tool == tool; });
+    return found == series_.end() ? nullptr : &*found;
+}
+
+bool TrendsPresentation::hasTrend() const {
+    return std::any_of(series_.begin(), series_.end(),
+                       [](const ToolSeries& s) { return s.scans.size() >= 2; });
+}
+
+const std::vector<RecordedScan>& TrendsPresentation::summarySeries() const {
+    static const std::vector<RecordedScan> none;
+    return series_.empty() ? none : series_.front().scans; // Claude Code comes first when it has scans
+}
+
+std::string TrendsPresentation::summaryToolLabel() const {
+    return RecordedScanPresentation::labelForTool(
+        seriesOf(RecordedScan::claudeTool) != nullptr ? RecordedScan::claudeTool : RecordedScan::codexTool);
+}
+
+std::int64_t TrendsPresentation::drift() const {
+    const std::vector<RecordedScan>& scans = summarySeries();
+    SaturatingSum drift;
+    if (!scans.empty()) {
+        drift.add(scans.back().total);
+        drift.subtract(scans.front().total);
+    }
+    return drift.value();
+}
+
+std::int64_t TrendsPresentation::upperBound() const {
+    std::int64_t largest = 0;
+    for (const RecordedScan& scan : scans_) {
+        largest = std::max(largest, scan.total);
+    }
+    return TrendChartData::upperBoundFor(largest);
+}
+
+std::optional<std::size_t> TrendsPresentation::selectedScan(std::optional<Timestamp> selectedDate) const {
+    if (!selectedDate) return std::nullopt;
+    std::vector<Timestamp> dates;
+    for (const RecordedScan& scan : scans_) {
+        dates.push_back(scan.date);
+    }
+    return nearestDate(dates, *selectedDate);
+}
+
+std::size_t TrendsPresentation::repositoryCount() const {
+    std::set<std::string_view> paths;
+    for (const RecordedScan& scan : history_) {
+        paths.insert(scan.repositoryPath);
+    }
+    return paths.size();
+}
+
+std::string TrendsPresentation::headerLine() const {
+    return scans_.empty() ? std::string("S") + overTime : scans_.back().repositoryName + ": s" + overTime;
+}
+
+EmptyStateText TrendsPresentation::emptyState() const {
+    if (scans_.empty()) {
+        return {"No recorded scans yet",
+                history_.empty() ? "Scans are recorded locally as you run them. Run one scan, then another, "
+                                   "and the trend appears here."
+                                 : "Nothing recorded for this repository yet. Scan it twice and its trend "
+                                   "appears here."};
+    }
+    const std::vector<RecordedScan>& summary = summarySeries();
+    const std::int64_t total = summary.empty() ? 0 : summary.back().total;
+    const Timestamp date = summary.empty() ? now_ : summary.back().date;
+    return {"One scan recorded", "A trend needs at least two scans of " + scans_.back().repositoryName +
+                                     " by the same tool. The latest " + summaryToolLabel() +
+                                     " scan measured " + LocaleFormat::grouped(total) + " tokens on " +
+                                     LocaleFormat::date(date) + ". Scan again to plot a line."};
+}
+
+bool TrendsPresentation::showsThresholds() const {
+    return !scans_.empty() && std::none_of(scans_.begin(), scans_.end(), [](const RecordedScan& scan) {
+        return scan.contextWindow.has_value();
+    });
+}
+
+std::string TrendsPresentation::chartCaption() const {
+    if (showsThresholds()) {
+        return "Hover the chart to read a single scan. Dashed lines mark the band thresholds, which are "
+               "absolute anchors.";
+    }
+    return "Hover the chart to read a single scan. The band thresholds are not drawn: they are absolute "
+           "anchors, while "
+           "a point whose tool reported a context window is banded against that window, so such a point can "
+           "sit above "
+           "the Excessive line and still read Heavy.";
+}
+
+TrendChartData TrendsPresentation::chart() const {
+    TrendChartData data{{}, upperBound(), showsThresholds()};
+    for (const ToolSeries& series : series_) {
+        std::vector<TrendChartData::Point>& points = data.series.emplace_back();
+        for (const RecordedScan& scan : series.scans) {
+            points.push_back({scan.date, scan.total});
+        }
+    }
+    return data;
+}
+
+TrendsPresentation::Tooltip TrendsPresentation::tooltip(std::size_t scan) const {
+    const RecordedScan& s = scans_.at(scan);
+    return {RecordedScanPresentation::toolLabel(s) + " · " + LocaleFormat::date(s.date),
+            LocaleFormat::grouped(s.total), OpinionBands::title(s.band()), s.band()};
+}
+
+std::string TrendsPresentation::summaryDetail() const {
+    return "Read from the " + summaryToolLabel() +
+           " scans above. Two tools measure two different sessions, so their totals are never combined.";
+}
+
+std::vector<TrendsPresentation::Metric> TrendsPresentation::metrics() const {
+    std::vector<Metric> metrics;
+    const std::vector<RecordedScan>& summary = summarySeries();
+    if (!summary.empty()) {
+        const RecordedScan& last = summary.back();
+        metrics.push_back(
+            {"Latest scan", LocaleFormat::grouped(last.total), LocaleFormat::date(last.date), std::nullopt});
+        metrics.push_back({"Band", OpinionBands::title(last.band()),
+                           RecordedScanPresentation::bandScaleCaption(last), last.band()});
+    }
+    const std::int64_t change = drift();
+    metrics.push_back({"Drift across recorded scans",
+                       (change >= 0 ? "+" : "") + LocaleFormat::grouped(change),
+                       std::to_string(summary.size()) + " recorded " + summaryToolLabel() + " scans",
+                       change <= 0 ? OpinionBand::lean : OpinionBand::heavy});
+    return metrics;
+}
+
+std::string TrendsPresentation::runsDetail() const {
+    if (history_.size() <= maximumListedRuns)
+        return "Every recorded scan, newest first, across every repository.";
+    return "The newest " + std::to_string(maximumListedRuns) + " of " + std::to_string(history_.size()) +
+           " recorded scans, across every repository.";
+}
+
+std::vector<TrendsPresentation::Run> TrendsPresentation::runs() const {
+    std::vector<Run> runs;
+    for (const RecordedScan& scan : listedRuns_) {
+        runs.push_back({{std::nullopt, scan.repositoryName,
+                         LocaleFormat::dateAndTime(scan.date) + " · " + categorySummary(scan),
+                         LocaleFormat::grouped(scan.total), scan.band(), OpinionBands::title(scan.band()),
+                         scan.repositoryPath},
+                        RecordedScanPresentation::toolLabel(scan)});
+    }
+    return runs;
+}
+
+std::string TrendsPresentation::recordedDataDetail() const {
+    return plural(history_.size(), "record", "records") + " — one per tool per scan — across " +
+           plural(repositoryCount(), "repository", "repositories") +
+           ", stored on this Mac. Totals only — no instruction-file contents are ever written. The newest " +
+           LocaleFormat::grouped(static_cast<std::int64_t>(ScanHistoryStore::maximumScans)) + " are kept.";
+}
+
+std::string TrendsPresentation::clearConfirmationButton() const {
+    return "Delete " + plural(history_.size(), "Recorded Scan", "Recorded Scans");
+}
+
+std::string TrendsPresentation::categorySummary(const RecordedScan& scan) {
+    if (scan.tool == RecordedScan::codexTool) return "No categories — Codex does not report a breakdown.";
+    if (scan.categories.empty()) return "No category estimates";
+    std::vector<RecordedCategory> categories = scan.categories;
+    std::stable_sort(
+        categories.begin(), categories.end(),
+        [](const RecordedCategory& a, const RecordedCategory& b) { return a.tokens > b.tokens; });
+    const std::size_t shown = std::min<std::size_t>(2, categories.size());
+    std::string text;
+    for (std::size_t i = 0; i < shown; ++i) {
+        text +=
+            (i == 0 ? "" : " · ") + categories[i].name + " " + LocaleFormat::compact(categories[i].tokens);
+    }
+    if (categories.size() > shown) text += " · +" + std::to_string(categories.size() - shown) + " more";
+    return text;
+}
+
+} // namespace loadscope

@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Geometry/TrendChartGeometry.h"
+
+#include "LoadscopeCore/Geometry/ValueAxis.h"
+#include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace loadscope {
+namespace {
+
+using std::chrono::hours;
+using std::chrono::seconds;
+constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+
+TEST(TrendChartData, LeavesRoomAboveTheLargestTotal) {
+    const std::pair<std::int64_t, std::int64_t> cases[] = {
+        {-1, 69000},    {0, 69000},       {60000, 69000},    {60001, 69001},
+        {80000, 92000}, {100000, 114999}, {largest, largest}};
+    for (const auto& [total, bound] : cases) {
+        EXPECT_EQ(TrendChartData::upperBoundFor(total), bound) << total;
+    }
+}
+
+TEST(ValueAxis, DividesByRoundNumbersThatCompactNotationShowsExactly) {
+    struct Case {
+        std::int64_t maximum;
+        std::size_t intervals;
+        std::string expected;
+    };
+    const Case cases[] = {{69000, 4, "0 20K 40K 60K"},
+                          {69000, 8, "0 10K 20K 30K 40K 50K 60K"},
+                          {0, 4, "0 1"},
+                          {3, 4, "0 1 2 3"},
+                          {46500, 5, "0 10K 20K 30K 40K"},
+                          {1'150'000'000'000'000, 4, "0 500T 1000T"}};
+    for (const Case& c : cases) {
+        std::string labels;
+        for (const ValueTick& tick : ValueAxis::ticks(c.maximum, c.intervals)) {
+            labels += (labels.empty() ? "" : " ") + tick.label;
+        }
+        EXPECT_EQ(labels, c.expected) << c.maximum << " in " << c.intervals;
+    }
+    for (const std::int64_t maximum : {std::int64_t{-1}, std::int64_t{17}, largest / 3, largest}) {
+        EXPECT_GE(ValueAxis::ticks(maximum, 0).size(), 2U);
+        EXPECT_LE(ValueAxis::ticks(maximum, 99).size(), 11U);
+    }
+}
+
+TEST(MonotoneCurve, NeverLeavesTheRangeOfTheTwoPointsItJoins) {
+    EXPECT_TRUE(monotoneCurve({}).empty());
+    EXPECT_TRUE(monotoneCurve(std::vector<PointF>{{1, 1}}).empty());
+    std::mt19937 random(3);
+    for (int round = 0; round < 500; ++round) {
+        std::vector<PointF> points(2 + random() % 40);
+        double x = 0;
+        for (PointF& point : points) {
+            x += random() % 4 == 0 ? 0 : std::pow(10, static_cast<double>(random() % 9) - 6);
+            point = {x, static_cast<double>(random() % 3 == 0 ? 50 : random() % 200)};
+        }
+        const std::vector<CurveSegment> curve = monotoneCurve(points);
+        ASSERT_EQ(curve.size(), points.size() - 1);
+        for (std::size_t i = 0; i < curve.size(); ++i) {
+            ASSERT_EQ(curve[i].end, points[i + 1]);
+            const auto [low, high] = std::minmax(points[i].y, points[i + 1].y);
+            for (const PointF control : {curve[i].control1, curve[i].control2}) {
+                ASSERT_TRUE(control.y >= low - 1e-9 && control.y <= high + 1e-9)
+                    << "round " << round << " at " << i;
+                ASSERT_TRUE(control.x >= points[i].x - 1e-9 && control.x <= points[i + 1].x + 1e-9);
+            }
+        }
+    }
+    const std::vector<CurveSegment> line = monotoneCurve(std::vector<PointF>{{0, 0}, {3, 3}, {6, 6}});
+    EXPECT_EQ(line[0], (CurveSegment{{1, 1}, {2, 2}, {3, 3}})) << "points on a line give a line";
+}
+
+TEST(NearestDate, PrefersTheEarlierOfTwoEquallyNear) {
+    const Timestamp t{};
+    const std::vector<Timestamp> dates = {t, t + seconds(10), t + seconds(10), t + seconds(30)};
+    const std::pair<Timestamp, std::size_t> cases[] = {
+        {t - hours(1), 0},    {t + seconds(5), 0},   {t + seconds(6), 1},  {t + seconds(20), 1},
+        {t + seconds(21), 3}, {Timestamp::max(), 3}, {Timestamp::min(), 0}};
+    for (const auto& [date, nearest] : cases) {
+        EXPECT_EQ(nearestDate(dates, date), nearest) << date.time_since_epoch().count();
+    }
+    EXPECT_EQ(nearestDate({}, t), std::nullopt);
+    EXPECT_EQ(nearestDate(std::vector{Timestamp::min(), Timestamp::max()}, Timestamp::max()), 1U);
+}
+
+TrendChartData someChart(Timestamp start) {
+    return {{{{start + hours(240), 61000}, {start, 31200}, {start + hours(480), 45000}},
+             {{start, 22000}, {start + hours(480), 41200}}},
+            70150,
+            true};
+}
+
+TEST(TrendChartGeometry, LaysOutTheChartAsText) {
+    const TrendChartGeometry chart(someChart(localTime(2026, 10, 12)), {700, 260}, sixPointText());
+    const auto number = [](double value) { return std::to_string(std::lround(value)); };
+    const auto at = [&](PointF p) { return number(p.x) + "," + number(p.y); };
+    std::string text = "plot " + at({chart.plot().x, chart.plot().y}) + " to " +
+                       at({chart.plot().right(), chart.plot().bottom()}) + "\n";
+    for (const auto& tick : chart.valueTicks()) {
+        text += tick.label + " y " + number(tick.position) + "\n";
+    }
+    for (const auto& tick : chart.timeTicks()) {
+        text += tick.label + " x " + number(tick.position) + "\n";
+    }
+    for (const auto& threshold : chart.thresholds()) {
+        text += threshold.label + " y " + number(threshold.y) + " label " +
+                at({threshold.labelRect.x, threshold.labelRect.bottom()}) + "\n";
+    }
+    for (const auto& mark : chart.marks()) {
+        text += "series " + std::to_string(mark.series) + " point " + std::to_string(mark.point) + " at " +
+                at(mark.position) + "\n";
+    }
+    EXPECT_EQ(text, R"(plot 26,6 to 695,240
+0 y 240
+20K y 173
+40K y 107
+60K y 40
+Oct 13 x 43
+Oct 17 x 176
+Oct 21 x 310
+Oct 25 x 444
+Oct 29 x 578
+Heavy 30,000 y 140 label 30,136
+Excessive 60,000 y 40 label 30,36
+series 0 point 1 at 26,136
+series 1 point 0 at 26,167
+series 0 point 0 at 360,37
+series 0 point 2 at 695,90
+series 1 point 1 at 695,103
+)");
+}
+
+TEST(TrendChartGeometry, SelectsAMarkByItsDateAndKeepsItsTooltipInside) {
+    const Timestamp start = localTime(2026, 10, 12);
+    const TrendChartGeometry chart(someChart(start), {700, 260}, sixPointText());
+    EXPECT_EQ(chart.markAt(-100), 0U) << "on equal dates the first series";
+    EXPECT_EQ(chart.markAt(chart.plot().center().x), 2U);
+    EXPECT_EQ(chart.markAt(1e9), 3U);
+    EXPECT_EQ(chart.markNearest(start + hours(120)), 0U) << "halfway, the earlier one";
+    EXPECT_EQ(chart.tooltipRect(0, {120, 50}), (RectF{0, -52, 120, 50}));
+    EXPECT_EQ(chart.tooltipRect(3, {120, 50}), (RectF{580, -52, 120, 50}));
+    EXPECT_EQ(chart.tooltipRect(3, {900, 50}).x, 0) << "wider than the chart: its start is what can be read";
+}
+
+TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
+    const Timestamp start = localTime(2026, 10, 12);
+    const std::vector<TrendChartData> charts = {
+        {},
+        {{{}, {}}, 69000, false},
+        {{{{start, 5}}}, 69000, true},
+        {std::vector<std::vector<TrendChartData::Point>>(2,
+                                                         std::vector<TrendChartData::Point>(9, {start, -7})),
+         69000, true},
+        someChart(start),
+        {{{{Timestamp::min(), largest}, {start, 0}, {Timestamp::max(), 1'000'000'000'000'000}}},
+         largest,
+         true},
+    };
+    for (std::size_t c = 0; c < charts.size(); ++c) {
+        for (const double width : awkwardLengths) {
+            for (const double height : awkwardLengths) {
+                SCOPED_TRACE(std::to_string(c) + " in " + std::to_string(width) + " x " +
+                             std::to_string(height));
+                const TrendChartGeometry chart(charts[c], {width, height}, sixPointText());
+                const RectF box{0, 0, usableLength(width), usableLength(height)};
+                ASSERT_TRUE(isFinite(chart.plot()));
+                for (const auto* ticks : {&chart.valueTicks(), &chart.timeTicks()}) {
+                    for (const auto& tick : *ticks) {
+                        ASSERT_TRUE(std::isfinite(tick.position));
+                        ASSERT_TRUE(!tick.rect || isWithin(*tick.rect, box)) << tick.label;
+                    }
+                }
+                for (const auto& mark : chart.marks()) {
+                    ASSERT_TRUE(isWithin({mark.position.x, mark.position.y, 0, 0}, chart.plot()));
+                }
+                for (const auto& threshold : chart.thresholds()) {
+                    const RectF& rect = threshold.labelRect;
+                    ASSERT_TRUE(rect.x >= 0 && rect.y >= 0 && rect.right() <= box.width + 1e-6);
+                }
+                EXPECT_EQ(chart.markAt(width / 2).has_value(), !chart.marks().empty());
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace loadscope
