@@ -8,9 +8,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <ctime>
 #include <exception>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace loadscope {
@@ -19,6 +22,9 @@ namespace {
 
 /// Large enough to make system calls rare, small enough for systems that refuse more than 2 GiB in one.
 constexpr std::size_t largestTransfer = std::size_t{1} << 24;
+
+/// Name of the temporary files; mkostemp puts letters and digits for the X.
+constexpr std::string_view temporaryName = ".loadscope-XXXXXX";
 
 std::optional<std::string> readAll(int descriptor, std::size_t expected, std::size_t limit) {
     // One byte of room more than expected shows the end of the file, or that it has grown, in one call.
@@ -82,7 +88,7 @@ bool isReplaceable(const std::string& path) {
     return ::lstat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT;
 }
 
-bool replace(const std::string& path, std::string_view bytes) {
+bool replace(const std::string& path, std::string_view bytes, const std::function<bool()>& isWanted) {
     if (path.find('\0') != std::string::npos) return false;
     const std::optional<std::string> target = behindLinks(path);
     if (!target || !isReplaceable(*target)) return false;
@@ -90,12 +96,12 @@ bool replace(const std::string& path, std::string_view bytes) {
     const std::string folder = parent.empty() ? "." : parent;
 
     // mkostemp gives the mode 0600.
-    std::string temporary = FilePath::joined(folder, ".loadscope-XXXXXX");
+    std::string temporary = FilePath::joined(folder, temporaryName);
     FileDescriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
     if (!file.isOpen()) return false;
     const bool isWritten = writeAll(file.get(), bytes) && flush(file.get());
     file.close();
-    if (!isWritten || ::rename(temporary.c_str(), target->c_str()) != 0) {
+    if (!isWritten || !isWanted() || ::rename(temporary.c_str(), target->c_str()) != 0) {
         ::unlink(temporary.c_str());
         return false;
     }
@@ -123,10 +129,30 @@ std::optional<std::string> AtomicFile::read(const std::string& path, std::size_t
 }
 
 bool AtomicFile::write(const std::string& path, std::string_view bytes) {
+    return write(path, bytes, [] { return true; });
+}
+
+bool AtomicFile::write(const std::string& path, std::string_view bytes,
+                       const std::function<bool()>& isWanted) {
     try {
-        return replace(path, bytes);
+        return replace(path, bytes, isWanted);
     } catch (const std::exception&) { // no memory for the paths
         return false;
+    }
+}
+
+void AtomicFile::removeAbandoned(const std::string& folder, std::chrono::seconds age) {
+    constexpr std::string_view prefix = temporaryName.substr(0, temporaryName.find('X'));
+    const std::time_t newest = std::time(nullptr) - static_cast<std::time_t>(age.count());
+    std::error_code error;
+    for (auto entry = std::filesystem::directory_iterator(folder, error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::string path = entry->path().string();
+        const std::string name = FilePath::lastComponent(path);
+        struct stat status {};
+        if (name.size() == temporaryName.size() && name.starts_with(prefix) &&
+            ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_mtime <= newest)
+            ::unlink(path.c_str());
     }
 }
 

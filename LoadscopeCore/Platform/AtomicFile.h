@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,5 +21,12 @@ namespace loadscope::AtomicFile {
 /// file is left. A symbolic link at `path` stays a link and its target is replaced. Returns whether the file
 /// was replaced.
 [[nodiscard]] bool write(const std::string& path, std::string_view bytes);
+
+/// `write`, but asks `isWanted` just before the new file is moved into place; its no leaves the old file.
+[[nodiscard]] bool write(const std::string& path, std::string_view bytes,
+                         const std::function<bool()>& isWanted);
+
+/// Removes the temporary files of writers that died in `folder`, as far as they are at least this old.
+void removeAbandoned(const std::string& folder, std::chrono::seconds age);
 
 } // namespace loadscope::AtomicFile
