@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -28,6 +29,12 @@ using UnreadableReason = ScanHistoryStore::UnreadableReason;
 
 /// Far above 200 records; a file beyond it is none of ours.
 constexpr std::size_t maximumFileBytes = std::size_t{128} << 20;
+
+/// No writer takes so long between creating its temporary file and moving it into place.
+constexpr std::chrono::minutes abandonedAfter{1};
+
+/// How often a write is begun anew because another process wrote in the meantime.
+constexpr int maximumAttempts = 20;
 
 constexpr int highestBackupNumber = std::numeric_limits<int>::max();
 
@@ -71,6 +78,27 @@ Reading readHistory(const std::string& path) {
     const bool isNewer =
         std::get<ScanHistoryFile::Unreadable>(decoded) == ScanHistoryFile::Unreadable::version;
     return {Reading::State::unreadable, {}, isNewer ? UnreadableReason::version : UnreadableReason::corrupt};
+}
+
+/// Tells a file from the one that replaces it; all zero for a missing one.
+using Identity = std::tuple<ino_t, off_t, std::filesystem::file_time_type::rep>;
+
+Identity identity(const std::string& path) {
+    struct stat status {};
+    std::error_code error;
+    if (stat(path.c_str(), &status) != 0) return {};
+    const auto written = std::filesystem::last_write_time(path, error);
+    return {status.st_ino, status.st_size, written.time_since_epoch().count()};
+}
+
+/// The records with one more, without the oldest beyond the limit.
+std::vector<RecordedScan> newest(std::vector<RecordedScan> scans, const RecordedScan& added) {
+    scans.push_back(added);
+    scans = ScanHistoryStore::ordered(std::move(scans));
+    const auto excess =
+        std::max(scans.size(), ScanHistoryStore::maximumScans) - ScanHistoryStore::maximumScans;
+    scans.erase(scans.begin(), scans.begin() + static_cast<std::ptrdiff_t>(excess));
+    return scans;
 }
 
 /// Moves the history file to the first free backup name up to `lastNumber`.
@@ -133,22 +161,32 @@ std::vector<RecordedScan> ScanHistoryStore::append(const RecordedScan& scan) {
     const std::lock_guard guard(mutex_);
     createFolders(directory_);
     const std::lock_guard hold(folderLock_);
-    Reading reading = readHistory(filePath());
-    const bool mayWrite = reading.state == Reading::State::unreadable
-                              ? setAside(*this, reading.reason, highestBackupNumber)
-                              : reading.state != Reading::State::unavailable;
-    reading.scans.push_back(scan);
-    std::vector<RecordedScan> scans = ordered(std::move(reading.scans));
-    if (scans.size() > maximumScans)
-        scans.erase(scans.begin(), scans.end() - static_cast<std::ptrdiff_t>(maximumScans));
-    if (mayWrite) static_cast<void>(AtomicFile::write(filePath(), ScanHistoryFile::encode(scans)));
-    return scans;
+    AtomicFile::removeAbandoned(FilePath::parent(FilePath::resolved(filePath())), abandonedAfter);
+    for (int attempt = 1;; ++attempt) {
+        Identity expected = identity(filePath());
+        Reading reading = readHistory(filePath());
+        bool mayWrite = reading.state != Reading::State::unavailable;
+        if (reading.state == Reading::State::unreadable) {
+            mayWrite = setAside(*this, reading.reason, highestBackupNumber);
+            expected = {};
+        }
+        const std::vector<RecordedScan> scans = newest(std::move(reading.scans), scan);
+        if (!mayWrite) return scans;
+        // The lock is only advisory: who gave up waiting for it, or held it and was stopped, looks again.
+        bool isOvertaken = false;
+        const bool isWritten = AtomicFile::write(filePath(), ScanHistoryFile::encode(scans), [&] {
+            isOvertaken = attempt < maximumAttempts && identity(filePath()) != expected;
+            return !isOvertaken;
+        });
+        if (isWritten || !isOvertaken) return scans;
+    }
 }
 
 bool ScanHistoryStore::clear() {
     const std::lock_guard guard(mutex_);
     const std::lock_guard hold(folderLock_);
     std::string file = filePath();
+    AtomicFile::removeAbandoned(FilePath::parent(FilePath::resolved(file)), std::chrono::seconds(0));
     // The records behind a link go and the link stays, but only a history may be deleted through it.
     if (isLink(file) && readHistory(file).state == Reading::State::readable) file = FilePath::resolved(file);
     bool allGone = isGoneAfterRemoving(file);
@@ -168,9 +206,9 @@ std::string ScanHistoryStore::unreadableBackupName(UnreadableReason reason, int 
 
 std::vector<std::string> ScanHistoryStore::unreadableBackupPaths() const {
     std::vector<std::tuple<UnreadableReason, int, std::string>> backups;
-    std::error_code ignored;
-    for (auto entry = std::filesystem::directory_iterator(directory_, ignored);
-         entry != std::filesystem::directory_iterator(); entry.increment(ignored)) {
+    std::error_code error;
+    for (auto entry = std::filesystem::directory_iterator(directory_, error);
+         !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::string name = entry->path().filename().string();
         for (const UnreadableReason reason : {UnreadableReason::corrupt, UnreadableReason::version})
             if (const int number = backupNumber(reason, name))
