@@ -30,9 +30,15 @@ public:
 
     void skipDecoration() {
         std::size_t length = 1;
-        while (position_ < text_.size() &&
-               (text_[position_] == '*' || Text::beginsWithWhitespace(text_.substr(position_), length))) {
-            position_ += text_[position_] == '*' ? 1 : length;
+        while (position_ < text_.size()) {
+            const char next = text_[position_];
+            if (next == '*' || next == ' ') {
+                ++position_;
+            } else if (Text::beginsWithWhitespace(text_.substr(position_), length)) {
+                position_ += length;
+            } else {
+                return;
+            }
         }
     }
 

@@ -3,6 +3,7 @@
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/Platform/FileDescriptor.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
+#include "LoadscopeCore/Platform/Text.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -17,7 +18,9 @@ namespace {
 constexpr std::size_t pieceSize = 65536;
 
 std::optional<ProbeUsage> usageInLine(std::string_view line) {
-    const auto json = Json::parseObject(line);
+    line = Text::trimmed(line);
+    if (line.empty()) return std::nullopt;
+    const auto json = Json::parse(line);
     if (!json) return std::nullopt;
     const Json::Value* type = Json::member(*json, "type");
     if (!type || *type != "assistant") return std::nullopt;
