@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/History/ScanHistoryFile.h"
+
+#include "LoadscopeCore/Platform/Text.h"
+#include "tests/Support/HistoryRecords.h"
+
+#include <gtest/gtest.h>
+
+namespace loadscope {
+namespace {
+
+using ScanHistoryFile::decode;
+using ScanHistoryFile::Unreadable;
+
+const std::string example = R"({
+  "scans" : [
+    {
+      "categories" : [
+        {
+          "name" : "System prompt",
+          "tokens" : 3104
+        }
+      ],
+      "contextWindow" : 200000,
+      "date" : "2026-11-16T20:31:31Z",
+      "id" : "3F2504E0-4F89-41D3-9A0C-0305E82C3301",
+      "repositoryName" : "web-app",
+      "repositoryPath" : "\/home\/dev\/src\/web-app",
+      "tool" : "claude",
+      "total" : 18342
+    },
+    {
+      "categories" : [],
+      "date" : "2026-11-16T20:31:58Z",
+      "id" : "9C1D7A52-0B3E-4C8E-8F6A-2B7D5E4F1A90",
+      "repositoryName" : "web-app",
+      "repositoryPath" : "\/home\/dev\/src\/web-app",
+      "tool" : "codex",
+      "total" : 12877
+    }
+  ],
+  "version" : 1
+})";
+
+/// The example with the first occurrence of one text replaced.
+std::string edited(std::string_view from, std::string_view to) {
+    std::string text = example;
+    return text.replace(text.find(from), from.size(), to);
+}
+
+std::vector<RecordedScan> decoded(const std::string& text) {
+    const auto result = decode(text);
+    const auto* scans = std::get_if<std::vector<RecordedScan>>(&result);
+    EXPECT_TRUE(scans) << text.substr(0, 2000);
+    return scans ? *scans : std::vector<RecordedScan>();
+}
+
+TEST(ScanHistoryFile, WritesWhatItReadToTheByte) {
+    EXPECT_EQ(ScanHistoryFile::encode(decoded(example)), example);
+    EXPECT_EQ(ScanHistoryFile::encode({}), "{\n  \"scans\" : [],\n  \"version\" : 1\n}");
+    const RecordedScan hostile =
+        record(1, "a\x01\"\\\n/\u00e9\xff", day(1) + std::chrono::milliseconds(999), 0);
+    const std::string text = ScanHistoryFile::encode({hostile});
+    EXPECT_NE(text.find("\"repositoryName\" : \"a\\u0001\\\"\\\\\\n\\/\u00e9\ufffd\""), std::string::npos)
+        << text;
+    EXPECT_EQ(decoded(text).at(0).repositoryName, Text::repaired(hostile.repositoryName));
+    EXPECT_EQ(decoded(text).at(0).date, day(1));
+}
+
+TEST(ScanHistoryFile, RefusesWhatItDoesNotWhollyUnderstand) {
+    const auto refusal = [](std::string_view text) {
+        const auto result = decode(text);
+        const auto* reason = std::get_if<Unreadable>(&result);
+        return reason ? std::optional(*reason) : std::nullopt;
+    };
+    for (const char* text :
+         {"\xff\xfe", "[]", R"({"scans":[]})", R"({"version":1})", R"({"version":1,"scans":{}})",
+          R"({"version":1,"scans":[1]})", R"({"version":"1","scans":[]})", R"({"version":1.5,"scans":[]})"})
+        EXPECT_EQ(refusal(text), Unreadable::corrupt) << text;
+    for (const auto& [from, to] :
+         std::vector<std::pair<const char*, const char*>>{{"18342", "18342.5"},
+                                                          {"18342", "\"1\""},
+                                                          {"18342", "true"},
+                                                          {"18342", "9223372036854775808"},
+                                                          {"18342", "-92233720368547758090"},
+                                                          {"200000", "\"200000\""},
+                                                          {"\"claude\"", "1"},
+                                                          {"\"tokens\"", "\"x\""},
+                                                          {"\"System prompt\"", "1"},
+                                                          {"3F2504E0", "3F2504E"},
+                                                          {"\"id\"", "\"x\""},
+                                                          {"\"repositoryName\"", "\"x\""},
+                                                          {"\"repositoryPath\"", "\"x\""},
+                                                          {"\"categories\"", "\"x\""},
+                                                          {"\"date\"", "\"x\""},
+                                                          {"\"total\"", "\"x\""},
+                                                          {"web-app", "web\xff"},
+                                                          {"\"version\" : 1\n}", "\"version\" : 1} x"}})
+        EXPECT_EQ(refusal(edited(from, to)), Unreadable::corrupt) << from << " as " << to;
+    for (const char* text :
+         {R"({"version":2,"scans":{"a":7}})", R"({"version":3})", R"({"version":0,"scans":[]})"})
+        EXPECT_EQ(refusal(text), Unreadable::version) << text;
+    for (const char filler : {'x', '['})
+        EXPECT_EQ(refusal(std::string(50 << 20, filler)), Unreadable::corrupt) << filler;
+    for (std::size_t length = 0; length < example.size(); ++length)
+        EXPECT_EQ(refusal(example.substr(0, length)), Unreadable::corrupt) << length;
+}
+
+TEST(ScanHistoryFile, ReadsWhatDiffersWithoutHarm) {
+    const std::vector<RecordedScan> original = decoded(example);
+    for (const auto& [from, to] : std::vector<std::pair<const char*, const char*>>{
+             {"\"tool\" : \"claude\",", ""},
+             {"\"date\"", "\"later\" : {\"a\": [1]}, \"date\""},
+             {"18342", "18342.0"},
+             {"3F2504E0-4F89-41D3-9A0C", "3f2504e0-4f89-41d3-9a0c"},
+             {"\"categories\" : [],", "\"categories\" : [], \"contextWindow\" : null,"},
+             {"\"version\" : 1", "\"version\" : 1.0"}})
+        EXPECT_EQ(decoded(edited(from, to)), original) << to;
+    EXPECT_EQ(decoded(edited("\"claude\"", "\"gemini\"")).at(0).tool, "gemini");
+    EXPECT_EQ(decoded(edited("9C1D7A52-0B3E-4C8E-8F6A-2B7D5E4F1A90", original.at(0).id.text())).size(), 2U);
+}
+
+TEST(ScanHistoryFile, ReadsInternetDatesAndNoOthers) {
+    for (const auto& [text, utc] : std::vector<std::pair<const char*, const char*>>{
+             {"2026-11-16T22:01:31+01:30", "2026-11-16T20:31:31Z"},
+             {"2026-12-31T23:59:59-00:01", "2027-01-01T00:00:59Z"},
+             {"2024-02-29T00:00:00Z", "2024-02-29T00:00:00Z"},
+             {"1969-12-31T23:59:59Z", "1969-12-31T23:59:59Z"}})
+        EXPECT_EQ(ScanHistoryFile::iso8601(decoded(edited("2026-11-16T20:31:31Z", text)).at(0).date), utc);
+    for (const char* text :
+         {"2026-02-29T00:00:00Z", "2026-13-01T00:00:00Z", "2026-01-01T24:00:00Z", "2026-01-01T23:59:60Z",
+          "2026-01-01T00:00:00", "2026-01-01", "2026-01-01T00:00:00.5Z", "2026-01-01 00:00:00Z",
+          "2026-01-01T00:00:00+24:00", "2026-01-01T00:00:00+0100", "2026-01-01T-1:00:00Z",
+          "2026-01-01T00:00:00ZZ", "0001-01-01T00:00:00Z", "9999-12-31T23:59:59Z", ""})
+        EXPECT_TRUE(std::holds_alternative<Unreadable>(decode(edited("2026-11-16T20:31:31Z", text)))) << text;
+}
+
+} // namespace
+} // namespace loadscope
