@@ -4,11 +4,9 @@
 
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
 
-#include <optional>
-#include <set>
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 namespace loadscope {
@@ -32,27 +30,11 @@ private:
     int maxImportDepth_;
 };
 
-/// The `@` imports of a text: which lines may hold them and what they point to.
-namespace InstructionImports {
-
-/// Tokens that follow an "@" at the start of the line or after white space.
-[[nodiscard]] std::vector<std::string> importTokens(std::string_view line);
-
-/// Numbers of the lines that closed code fences hide, fence lines included.
-[[nodiscard]] std::set<std::size_t> fencedLineIndices(const std::vector<std::string_view>& lines);
-
-/// Standardized paths that a file's text imports, in order, duplicates included. `folder` is the folder of
-/// the file.
-[[nodiscard]] std::vector<std::string> targets(std::string_view text, const std::string& folder,
-                                               const std::string& home);
-
-} // namespace InstructionImports
-
 /// Folders above `repository` up to and including `home`, nearest first; none when it does not lie below it.
 [[nodiscard]] std::vector<std::string> ancestorDirectories(const std::string& repository,
                                                            const std::string& home);
 
-/// True when the standardized path is `root` or lies below it.
+/// True when `path` is `root` or lies below it; both are standardized.
 [[nodiscard]] bool isUnder(std::string_view path, std::string_view root);
 
 } // namespace loadscope
