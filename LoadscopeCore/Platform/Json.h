@@ -7,8 +7,9 @@
 #include <optional>
 #include <string_view>
 
-/// Strict reading of JSON that comes from outside. Never throws, whatever the text holds. A source file that looks into a
-/// `Value` includes <nlohmann/json.hpp> itself, so that the many files which only pass one on stay quick to compile.
+/// Strict reading of JSON that comes from outside. Never throws, whatever the text holds. A source file that
+/// looks into a `Value` includes <nlohmann/json.hpp> itself, so that the many files which only pass one on
+/// stay quick to compile.
 namespace loadscope::Json {
 
 using Value = nlohmann::json;

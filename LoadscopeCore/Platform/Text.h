@@ -41,9 +41,8 @@ namespace loadscope::Text {
 /// Compares by code point after canonical normalisation: negative, 0 or positive.
 [[nodiscard]] int compareCanonically(std::string_view left, std::string_view right);
 
-/// The text with control characters, escape bytes, bidirectional overrides and invalid bytes written out (for
-/// example
-/// `\x1b`, `\n`, `\u202e`), so that a terminal shows them and does not obey them.
+/// The text with control characters, escape bytes, bidirectional overrides and invalid bytes written out
+/// (`\x1b`, `\n`, `\u202e`), so that a terminal shows them and does not obey them.
 [[nodiscard]] std::string visible(std::string_view text);
 
 /// `visible`, but line feeds stay line feeds: for texts of several lines.
