@@ -5,6 +5,7 @@
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace loadscope {
 namespace {
@@ -31,23 +32,17 @@ TEST(DonutGeometry, SelectsTheFirstSliceThatEndsBeyondThePosition) {
 
 TEST(DonutGeometry, AnswersThePointerOnTheRingOnly) {
     const DonutGeometry donut(Tokens{1, 1, 2}, {0, 0, 200, 200});
-    struct Case {
-        std::string name;
-        PointF point;
-        std::optional<std::size_t> slice;
-    };
-    const Case cases[] = {
-        {"just after 12 o'clock", pointOnCircle({100, 100}, 80, 0.001), 0},
-        {"before 3 o'clock", pointOnCircle({100, 100}, 80, 89), 0},
-        {"after 3 o'clock", pointOnCircle({100, 100}, 80, 91), 1},
-        {"after 6 o'clock", pointOnCircle({100, 100}, 80, 181), 2},
-        {"just before 12 o'clock", pointOnCircle({100, 100}, 80, -1e-14), 2},
-        {"in the hole", pointOnCircle({100, 100}, 61.9, 10), std::nullopt},
-        {"inner edge", pointOnCircle({100, 100}, 62.1, 10), 0},
-        {"outside", pointOnCircle({100, 100}, 100.1, 10), std::nullopt},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(donut.sliceAt(c.point), c.slice) << c.name;
+    const std::tuple<double, double, std::optional<std::size_t>> cases[] = {{80, 0.001, 0},
+                                                                            {80, 89, 0},
+                                                                            {80, 91, 1},
+                                                                            {80, 181, 2},
+                                                                            {80, -1e-14, 2},
+                                                                            {62.1, 10, 0},
+                                                                            {61.9, 10, std::nullopt},
+                                                                            {100.1, 10, std::nullopt}};
+    for (const auto& [radius, angle, slice] : cases) {
+        EXPECT_EQ(donut.sliceAt(pointOnCircle({100, 100}, radius, angle)), slice)
+            << radius << " at " << angle;
     }
     EXPECT_EQ(DonutGeometry(Tokens{5}, {0, 0, 0, 0}).sliceAt(PointF{0, 0}), std::nullopt);
 }

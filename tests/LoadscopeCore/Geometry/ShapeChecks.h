@@ -9,6 +9,7 @@
 #include <cmath>
 #include <ctime>
 #include <limits>
+#include <string>
 
 namespace loadscope {
 
@@ -20,6 +21,23 @@ inline TextMeasure sixPointText() {
 /// Sizes that a window may ask for while it is being built, and usual ones.
 inline constexpr double awkwardLengths[] = {
     0, -1, 1, 40, 1000, 1e9, std::numeric_limits<double>::quiet_NaN()};
+
+/// Calls `check` with every pair of them.
+template <class Check>
+void forAwkwardSizes(const Check& check) {
+    for (const double width : awkwardLengths) {
+        for (const double height : awkwardLengths) {
+            check(SizeF{width, height}, RectF{0, 0, usableLength(width), usableLength(height)});
+        }
+    }
+}
+
+/// Rounded, for comparing with an expected text.
+inline std::string asText(double value) { return std::to_string(std::lround(value)); }
+inline std::string asText(PointF p) { return asText(p.x) + "," + asText(p.y); }
+inline std::string asText(const RectF& r) {
+    return asText(PointF{r.x, r.y}) + " " + asText(r.width) + "x" + asText(r.height);
+}
 
 inline bool isFinite(const RectF& r) {
     return std::isfinite(r.x) && std::isfinite(r.y) && std::isfinite(r.width) && std::isfinite(r.height);

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <random>
+#include <tuple>
 
 namespace loadscope {
 namespace {
@@ -25,23 +26,18 @@ TEST(TrendChartData, LeavesRoomAboveTheLargestTotal) {
 }
 
 TEST(ValueAxis, DividesByRoundNumbersThatCompactNotationShowsExactly) {
-    struct Case {
-        std::int64_t maximum;
-        std::size_t intervals;
-        std::string expected;
-    };
-    const Case cases[] = {{69000, 4, "0 20K 40K 60K"},
-                          {69000, 8, "0 10K 20K 30K 40K 50K 60K"},
-                          {0, 4, "0 1"},
-                          {3, 4, "0 1 2 3"},
-                          {46500, 5, "0 10K 20K 30K 40K"},
-                          {1'150'000'000'000'000, 4, "0 500T 1000T"}};
-    for (const Case& c : cases) {
+    const std::tuple<std::int64_t, std::size_t, std::string> cases[] = {
+        {69000, 4, "0 20K 40K 60K "},
+        {69000, 8, "0 10K 20K 30K 40K 50K 60K "},
+        {0, 4, "0 1 "},
+        {3, 4, "0 1 2 3 "},
+        {1'150'000'000'000'000, 4, "0 500T 1000T "}};
+    for (const auto& [maximum, intervals, expected] : cases) {
         std::string labels;
-        for (const ValueTick& tick : ValueAxis::ticks(c.maximum, c.intervals)) {
-            labels += (labels.empty() ? "" : " ") + tick.label;
+        for (const ValueTick& tick : ValueAxis::ticks(maximum, intervals)) {
+            labels += tick.label + " ";
         }
-        EXPECT_EQ(labels, c.expected) << c.maximum << " in " << c.intervals;
+        EXPECT_EQ(labels, expected);
     }
     for (const std::int64_t maximum : {std::int64_t{-1}, std::int64_t{17}, largest / 3, largest}) {
         EXPECT_GE(ValueAxis::ticks(maximum, 0).size(), 2U);
@@ -97,48 +93,29 @@ TrendChartData someChart(Timestamp start) {
 }
 
 TEST(TrendChartGeometry, LaysOutTheChartAsText) {
-    const TrendChartGeometry chart(someChart(localTime(2026, 10, 12)), {700, 260}, sixPointText());
-    const auto number = [](double value) { return std::to_string(std::lround(value)); };
-    const auto at = [&](PointF p) { return number(p.x) + "," + number(p.y); };
-    std::string text = "plot " + at({chart.plot().x, chart.plot().y}) + " to " +
-                       at({chart.plot().right(), chart.plot().bottom()}) + "\n";
-    for (const auto& tick : chart.valueTicks()) {
-        text += tick.label + " y " + number(tick.position) + "\n";
-    }
-    for (const auto& tick : chart.timeTicks()) {
-        text += tick.label + " x " + number(tick.position) + "\n";
-    }
-    for (const auto& threshold : chart.thresholds()) {
-        text += threshold.label + " y " + number(threshold.y) + " label " +
-                at({threshold.labelRect.x, threshold.labelRect.bottom()}) + "\n";
-    }
-    for (const auto& mark : chart.marks()) {
-        text += "series " + std::to_string(mark.series) + " point " + std::to_string(mark.point) + " at " +
-                at(mark.position) + "\n";
-    }
-    EXPECT_EQ(text, R"(plot 26,6 to 695,240
-0 y 240
-20K y 173
-40K y 107
-60K y 40
-Oct 13 x 43
-Oct 17 x 176
-Oct 21 x 310
-Oct 25 x 444
-Oct 29 x 578
-Heavy 30,000 y 140 label 30,136
-Excessive 60,000 y 40 label 30,36
-series 0 point 1 at 26,136
-series 1 point 0 at 26,167
-series 0 point 0 at 360,37
-series 0 point 2 at 695,90
-series 1 point 1 at 695,103
-)");
-}
-
-TEST(TrendChartGeometry, SelectsAMarkByItsDateAndKeepsItsTooltipInside) {
     const Timestamp start = localTime(2026, 10, 12);
     const TrendChartGeometry chart(someChart(start), {700, 260}, sixPointText());
+    std::string text = asText(chart.plot()) + "\n";
+    for (const auto* ticks : {&chart.valueTicks(), &chart.timeTicks()}) {
+        for (const auto& tick : *ticks) {
+            text += tick.label + " " + asText(tick.position) + "; ";
+        }
+        text += "\n";
+    }
+    for (const auto& threshold : chart.thresholds()) {
+        text += threshold.label + " " + asText(threshold.y) + " in " + asText(threshold.labelRect) + "; ";
+    }
+    text += "\n";
+    for (const auto& mark : chart.marks()) {
+        text += std::to_string(mark.series) + "/" + std::to_string(mark.point) + " " + asText(mark.position) +
+                "; ";
+    }
+    EXPECT_EQ(text, "26,6 669x234\n"
+                    "0 240; 20K 173; 40K 107; 60K 40; \n"
+                    "Oct 13 43; Oct 17 176; Oct 21 310; Oct 25 444; Oct 29 578; \n"
+                    "Heavy 30,000 140 in 30,124 72x12; Excessive 60,000 40 in 30,24 96x12; \n"
+                    "0/1 26,136; 1/0 26,167; 0/0 360,37; 0/2 695,90; 1/1 695,103; ");
+
     EXPECT_EQ(chart.markAt(-100), 0U) << "on equal dates the first series";
     EXPECT_EQ(chart.markAt(chart.plot().center().x), 2U);
     EXPECT_EQ(chart.markAt(1e9), 3U);
@@ -150,42 +127,33 @@ TEST(TrendChartGeometry, SelectsAMarkByItsDateAndKeepsItsTooltipInside) {
 
 TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
     const Timestamp start = localTime(2026, 10, 12);
-    const std::vector<TrendChartData> charts = {
-        {},
-        {{{}, {}}, 69000, false},
-        {{{{start, 5}}}, 69000, true},
-        {std::vector<std::vector<TrendChartData::Point>>(2,
-                                                         std::vector<TrendChartData::Point>(9, {start, -7})),
-         69000, true},
-        someChart(start),
-        {{{{Timestamp::min(), largest}, {start, 0}, {Timestamp::max(), 1'000'000'000'000'000}}},
-         largest,
-         true},
-    };
-    for (std::size_t c = 0; c < charts.size(); ++c) {
-        for (const double width : awkwardLengths) {
-            for (const double height : awkwardLengths) {
-                SCOPED_TRACE(std::to_string(c) + " in " + std::to_string(width) + " x " +
-                             std::to_string(height));
-                const TrendChartGeometry chart(charts[c], {width, height}, sixPointText());
-                const RectF box{0, 0, usableLength(width), usableLength(height)};
-                ASSERT_TRUE(isFinite(chart.plot()));
-                for (const auto* ticks : {&chart.valueTicks(), &chart.timeTicks()}) {
-                    for (const auto& tick : *ticks) {
-                        ASSERT_TRUE(std::isfinite(tick.position));
-                        ASSERT_TRUE(!tick.rect || isWithin(*tick.rect, box)) << tick.label;
-                    }
+    const std::vector<TrendChartData::Point> sameMoment(9, {start, -7});
+    const std::vector<TrendChartData::Point> extremes = {
+        {Timestamp::min(), largest}, {start, 0}, {Timestamp::max(), 1'000'000'000'000'000}};
+    const TrendChartData charts[] = {{},
+                                     {{{}, {}}},
+                                     {{sameMoment, sameMoment}, 69000, true},
+                                     someChart(start),
+                                     {{extremes}, largest, true}};
+    for (const TrendChartData& data : charts) {
+        forAwkwardSizes([&](SizeF size, const RectF& box) {
+            SCOPED_TRACE(std::to_string(size.width) + " x " + std::to_string(size.height));
+            const TrendChartGeometry chart(data, size, sixPointText());
+            ASSERT_TRUE(isFinite(chart.plot()));
+            for (const auto* ticks : {&chart.valueTicks(), &chart.timeTicks()}) {
+                for (const auto& tick : *ticks) {
+                    ASSERT_TRUE(std::isfinite(tick.position) && isWithin(tick.rect.value_or(box), box))
+                        << tick.label;
                 }
-                for (const auto& mark : chart.marks()) {
-                    ASSERT_TRUE(isWithin({mark.position.x, mark.position.y, 0, 0}, chart.plot()));
-                }
-                for (const auto& threshold : chart.thresholds()) {
-                    const RectF& rect = threshold.labelRect;
-                    ASSERT_TRUE(rect.x >= 0 && rect.y >= 0 && rect.right() <= box.width + 1e-6);
-                }
-                EXPECT_EQ(chart.markAt(width / 2).has_value(), !chart.marks().empty());
             }
-        }
+            for (const auto& mark : chart.marks()) {
+                ASSERT_TRUE(isWithin({mark.position.x, mark.position.y, 0, 0}, chart.plot()));
+            }
+            for (const auto& [band, value, label, y, rect] : chart.thresholds()) {
+                ASSERT_TRUE(rect.x >= 0 && rect.y >= 0 && rect.right() <= box.width + 1e-6) << label;
+            }
+            EXPECT_EQ(chart.markAt(size.width / 2).has_value(), !chart.marks().empty());
+        });
     }
 }
 

@@ -5,6 +5,7 @@
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace loadscope {
 namespace {
@@ -114,38 +115,30 @@ TEST(TrendsPresentation, DrawsThresholdsOnlyWhereTheyJudgedEveryScan) {
 }
 
 TEST(TrendsPresentation, ListsTheNewestRunsAndCountsTheRecords) {
-    struct Case {
-        std::size_t records;
-        std::string runs;
-        std::string data;
-        std::string button;
-    };
-    const std::string kept = ", stored on this Mac. Totals only — no instruction-file contents are ever "
-                             "written. The newest 200 are kept.";
-    const Case cases[] = {
-        {1, "Every recorded scan, newest first, across every repository.",
-         "1 record — one per tool per scan — across 1 repository" + kept, "Delete 1 Recorded Scan"},
-        {30, "Every recorded scan, newest first, across every repository.",
-         "30 records — one per tool per scan — across 2 repositories" + kept, "Delete 30 Recorded Scans"},
+    const std::string kept =
+        ", stored on this Mac. Totals only — no instruction-file contents are ever written. "
+        "The newest 200 are kept.";
+    const std::string every = "Every recorded scan, newest first, across every repository.";
+    const std::tuple<std::size_t, std::string, std::string, std::string> cases[] = {
+        {1, every, "1 record — one per tool per scan — across 1 repository", "Delete 1 Recorded Scan"},
+        {30, every, "30 records — one per tool per scan — across 2 repositories", "Delete 30 Recorded Scans"},
         {31, "The newest 30 of 31 recorded scans, across every repository.",
-         "31 records — one per tool per scan — across 2 repositories" + kept, "Delete 31 Recorded Scans"},
-    };
-    for (const Case& c : cases) {
+         "31 records — one per tool per scan — across 2 repositories", "Delete 31 Recorded Scans"}};
+    for (const auto& [records, runs, data, button] : cases) {
         Scans history;
-        for (std::size_t i = 0; i < c.records; ++i) {
-            history.push_back(
-                scan(i % 2 == 0 ? "a" : "b", static_cast<int>(i % 28) + 1, static_cast<std::int64_t>(i)));
+        for (std::size_t i = 0; i < records; ++i) {
+            history.push_back(scan(i % 2 == 0 ? "a" : "b", static_cast<int>(i % 28) + 1, 0));
         }
         const TrendsPresentation page = trends(history);
-        EXPECT_EQ(page.runsDetail(), c.runs);
-        EXPECT_EQ(page.recordedDataDetail(), c.data);
-        EXPECT_EQ(page.clearConfirmationButton(), c.button);
-        EXPECT_EQ(page.runs().size(), std::min<std::size_t>(c.records, 30));
+        EXPECT_EQ(page.runsDetail(), runs);
+        EXPECT_EQ(page.recordedDataDetail(), data + kept);
+        EXPECT_EQ(page.clearConfirmationButton(), button);
+        EXPECT_EQ(page.runs().size(), std::min<std::size_t>(records, 30));
     }
-    const TrendsPresentation::Run run = trends(webApp).runs().front();
-    EXPECT_EQ(run.row.title + " " + run.row.value + " " + run.row.valueCaption, "web-app 45,000 Heavy");
-    EXPECT_EQ(run.row.detail, LocaleFormat::dateAndTime(webApp[3].date) + " · No category estimates");
-    EXPECT_EQ(run.toolLabel, "Claude Code");
+    const auto [row, tool] = trends(webApp).runs().front();
+    EXPECT_EQ(row.title + " " + row.value + " " + row.valueCaption + " " + tool,
+              "web-app 45,000 Heavy Claude Code");
+    EXPECT_EQ(row.detail, LocaleFormat::dateAndTime(webApp[3].date) + " · No category estimates");
 }
 
 TEST(TrendsPresentation, NamesTheTwoLargestCategories) {
