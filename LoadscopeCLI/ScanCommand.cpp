@@ -12,6 +12,7 @@
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <unistd.h>
@@ -27,6 +28,15 @@ struct Options {
     bool skipCheck = false;
     std::optional<std::int64_t> maxTokens;
 };
+
+/// Decimal digits that fit 64 bits; nothing for anything else.
+std::optional<std::int64_t> wholeNumber(const std::string& text) {
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || text.starts_with('-'))
+        return std::nullopt;
+    return number;
+}
 
 constexpr const char* examples = R"(Examples:
   loadscope scan                        the current folder
@@ -119,9 +129,13 @@ void addScanCommand(CLI::App& app, ExitCode& exitCode) {
                       "Measure Codex too: runs one real session and uses its allowance");
     command->add_flag("--json", options->json, "Print one JSON object");
     command->add_flag("--no-history", options->noHistory, "Do not record the scan");
-    command->add_option("--max-tokens", options->maxTokens, "Exit with 3 when Claude Code's total is above N")
+    command
+        ->add_option_function<std::string>(
+            "--max-tokens", [options](const std::string& text) { options->maxTokens = wholeNumber(text); },
+            "Exit with 3 when Claude Code's total is above N")
         ->option_text("N")
-        ->check(CLI::NonNegativeNumber);
+        ->check(
+            [](const std::string& text) { return wholeNumber(text) ? "" : "N is not a number of tokens"; });
     command->add_flag("--skip-check", options->skipCheck,
                       "Do not check first whether the tools are installed and signed in");
     command->footer(examples);

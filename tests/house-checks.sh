@@ -34,7 +34,7 @@ none 'public headers are light' grep -rlE --include='*.h' '#include <(regex|iost
 none 'every header has #pragma once' grep -rL --include='*.h' '#pragma once' "${sources[@]}"
 none 'every source file names its licence' grep -rL "${code[@]}" 'SPDX-License-Identifier: MIT' "${sources[@]}"
 none 'no test waits for luck' grep -rnE "${code[@]}" '\b(usleep|sleep_for|QTest::qWait|QTest::qSleep)\(' tests --exclude-dir=Support --exclude-dir=Programs
-none 'no line ends in white space' grep -rnE "${code[@]}" --include='*.sh' '[[:blank:]]+$' "${sources[@]}"
+none 'no line ends in white space' grep -rnE "${code[@]}" '[[:blank:]]+$' LoadscopeCore LoadscopeCLI
 none 'no tab in the code' grep -rnP "${code[@]}" '\t' "${sources[@]}"
 if [[ -n ${1-} ]]; then
     none 'the library of the core holds no Qt symbol' bash -c \

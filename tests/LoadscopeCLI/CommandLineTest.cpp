@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "tests/LoadscopeCLI/DemoHome.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <regex>
+
+namespace loadscope {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+TEST(CommandLine, TellsWrongUsageFromHelp) {
+    struct Case {
+        std::vector<std::string> arguments;
+        int exitCode;
+        const char* text; ///< of the output when it succeeds, else of the errors
+    };
+    const std::vector<Case> cases{
+        {{}, 0, "Examples:\n  loadscope "},
+        {{"--help"}, 0, "leaderboard"},
+        {{"--version"}, 0, "loadscope 0."},
+        {{"scan", "--help"}, 0, "--max-tokens N"},
+        {{"status", "--help"}, 0, "Examples:"},
+        {{"history", "--help"}, 0, "Examples:"},
+        {{"history", "clear", "--help"}, 0, "--yes"},
+        {{"leaderboard", "--help"}, 0, "Examples:"},
+        {{"open", "--help"}, 0, "Examples:"},
+        {{"measure"}, 2, "measure"},
+        {{"scan", "--fast"}, 2, "--fast"},
+        {{"scan", "a", "b"}, 2, "b"},
+        {{"scan", ""}, 2, "FOLDER is empty"},
+        {{"scan", "--max-tokens"}, 2, "--max-tokens"},
+        {{"scan", "--max-tokens", "-1"}, 2, "--max-tokens"},
+        {{"scan", "--max-tokens", "50k"}, 2, "--max-tokens"},
+        {{"scan", "--max-tokens", "99999999999999999999"}, 2, "--max-tokens"},
+        {{"leaderboard", "--tool", "other"}, 2, "--tool"},
+        {{"history", "clear"}, 2, "--yes"},
+        {{"history", "--repository", ".", "clear", "--yes"}, 2, "whole history"},
+        {{"open"}, 1, "There is no display"},
+    };
+    const DemoHome home;
+    for (const Case& item : cases) {
+        SCOPED_TRACE(testing::PrintToString(item.arguments));
+        const auto run = home.run(item.arguments);
+        EXPECT_EQ(run.exitCode, item.exitCode);
+        EXPECT_THAT(item.exitCode == 0 ? run.output : run.errors, HasSubstr(item.text));
+        EXPECT_EQ(item.exitCode == 0 ? run.errors : run.output, "");
+    }
+}
+
+TEST(CommandLine, ReportsTheStateOfEachTool) {
+    struct Case {
+        const char* claude;
+        const char* codex;
+        const char* claudeState;
+        const char* codexState;
+        const char* codexLabel;
+    };
+    const std::vector<Case> cases{
+        {"ok", "ok", "ready", "ready", "Signed in"},
+        {"signed-out", "signed-out", "signedOut", "signedOut", "Sign-in needed"},
+        {"old-version", "api-key-configured", "unknown", "unknown", "Sign-in could not be verified"},
+        {"status-flood", "status-failed", "unknown", "unknown", "Sign-in could not be verified"},
+    };
+    const DemoHome home;
+    for (const Case& item : cases) {
+        const auto json = home.run({"status", "--json"}, {std::string("LOADSCOPE_DEMO_CLAUDE=") + item.claude,
+                                                          std::string("LOADSCOPE_DEMO_CODEX=") + item.codex})
+                              .json();
+        EXPECT_EQ(json["claude"]["state"], item.claudeState) << item.claude;
+        EXPECT_EQ(json["codex"]["state"], item.codexState) << item.codex;
+        EXPECT_EQ(json["codex"]["label"], item.codexLabel);
+    }
+    EXPECT_EQ(home.run({"status"}).output,
+              "Tool         Status\nClaude Code  Signed in\nCodex        Signed in\n");
+}
+
+TEST(CommandLine, KeepsRanksAndClearsTheHistory) {
+    const DemoHome home;
+    const std::string other = makeFolder(home.path() + "/src/two words");
+    ASSERT_EQ(home.run({"scan", "--include-codex"}).exitCode, 0);
+    ASSERT_EQ(home.run({"scan", other}).exitCode, 0);
+    ASSERT_EQ(home.run({"scan", "--no-history"}).exitCode, 0);
+
+    const auto all = home.run({"history", "--json"}).json()["scans"];
+    std::vector<std::string> recorded;
+    for (const auto& scan : all)
+        recorded.push_back(scan["repositoryName"].get<std::string>() + ' ' + scan["tool"].get<std::string>() +
+                           ' ' + scan["band"].get<std::string>());
+    EXPECT_THAT(recorded,
+                testing::UnorderedElementsAre("app claude lean", "app codex lean", "two words claude lean"));
+    EXPECT_EQ(home.run({"history", "--json", "--repository", "../two words"}).json()["scans"].size(), 1U);
+    EXPECT_EQ(home.run({"history", "--json", "--tool", "codex"}).json()["scans"].size(), 1U);
+    EXPECT_THAT(home.run({"history"}).output, AllOf(StartsWith("Date "), HasSubstr("System tools 1")));
+
+    const auto ranking = home.run({"leaderboard", "--json"}).json();
+    EXPECT_EQ(ranking["tool"], "claude");
+    ASSERT_EQ(ranking["entries"].size(), 2U);
+    EXPECT_GE(ranking["entries"][0]["total"], ranking["entries"][1]["total"]);
+    EXPECT_EQ(ranking["entries"][0]["trend"], nullptr);
+    EXPECT_THAT(home.run({"leaderboard", "--tool", "codex"}).output, HasSubstr(home.repository()));
+
+    const std::string file = home.path() + "/.local/share/Loadscope/scan-history.json";
+    EXPECT_TRUE(std::filesystem::exists(file));
+    EXPECT_EQ(home.run({"history", "clear", "--yes"}).exitCode, 0);
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_EQ(home.run({"history"}).errors, "No scans recorded.\n");
+}
+
+TEST(CommandLine, UsesColourAndOverwritingOnlyWhereTheyAreWelcome) {
+    const DemoHome home;
+    const auto coloured = home.runOnTerminal({"scan"});
+    EXPECT_EQ(coloured.exitCode, 0);
+    for (const char* stage : {"Checking sign-in…", "Reading Claude startup context…"})
+        EXPECT_THAT(coloured.output, HasSubstr(std::string("\r\x1b[K\x1b[2m") + stage));
+    EXPECT_THAT(coloured.output, HasSubstr("\x1b[1mTotal: "));
+    const auto plain = home.runOnTerminal({"scan"}, {"NO_COLOR=1"});
+    EXPECT_THAT(plain.output, AllOf(Not(HasSubstr("\x1b[1m")), HasSubstr("\r\x1b[K")));
+    const auto dumb = home.runOnTerminal({"scan"}, {"TERM=dumb"});
+    EXPECT_THAT(dumb.output, AllOf(Not(HasSubstr("\x1b")), HasSubstr("Reading Claude startup context…")));
+    const auto hostile = home.runOnTerminal({"scan"}, {"LOADSCOPE_DEMO_CLAUDE=hostile-names"});
+    const std::regex own("\x1b\\[([0-9]*m|K)");
+    EXPECT_THAT(std::regex_replace(hostile.output, own, ""), Not(HasSubstr("\x1b")));
+    EXPECT_THAT(hostile.output, Not(HasSubstr("\x1b[31mred")));
+}
+
+TEST(CommandLine, SurvivesTheStreamsThatItIsGiven) {
+    const DemoHome home;
+    ASSERT_EQ(home.run({"scan", "--include-codex"}).exitCode, 0);
+    const auto full = home.runShell("\"$0\" history > /dev/full");
+    EXPECT_EQ(full.exitCode, 1);
+    EXPECT_EQ(full.errors, "The result could not be written to standard output.\n");
+    const auto closedPipe = home.runShell("{ \"$0\" history; echo $? >&2; } | true");
+    EXPECT_EQ(closedPipe.errors, "0\n");
+    const auto closed = home.runShell("\"$0\" scan >&- 2>&- <&-; \"$0\" history --json");
+    EXPECT_EQ(closed.json()["scans"].size(), 3U);
+    const auto gone = home.runShell("mkdir ../gone; cd ../gone; rmdir ../gone; \"$0\" scan --json");
+    EXPECT_EQ(gone.json()["error"]["case"], "repositoryUnreadable");
+}
+
+} // namespace
+} // namespace loadscope

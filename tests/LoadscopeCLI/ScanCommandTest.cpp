@@ -1,0 +1,266 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
+#include "LoadscopeCore/Process/LoginShell.h"
+#include "tests/LoadscopeCLI/DemoHome.h"
+#include "tests/Support/WaitFor.h"
+
+#include <csignal>
+#include <future>
+#include <gmock/gmock.h>
+
+namespace loadscope {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+/// Runs all cases at once: most of them wait.
+template <typename Case>
+std::vector<CommandRun> runAll(const std::vector<Case>& cases,
+                               const std::function<CommandRun(const Case&)>& run) {
+    std::vector<std::future<CommandRun>> running;
+    for (const Case& item : cases)
+        running.push_back(std::async(std::launch::async, run, std::cref(item)));
+    std::vector<CommandRun> runs;
+    for (auto& future : running)
+        runs.push_back(future.get());
+    return runs;
+}
+
+TEST(ScanCommand, FailsInTheWordsOfEachFailure) {
+    struct Case {
+        const char* behaviour;
+        const char* name;
+        const char* headline;
+        const char* detail;
+    };
+    constexpr const char* unreadable = "The probe session returned output this app could not read.";
+    constexpr const char* noTotal = "The probe session did not produce a startup total.";
+    const std::vector<Case> cases{
+        {"signed-out", "notAuthenticated", "Claude Code is not signed in.", "Run `claude` in Terminal"},
+        {"auth-error", "notAuthenticated", "Claude Code is not signed in.", "Run `claude` in Terminal"},
+        {"auth-error-text", "notAuthenticated", "Claude Code is not signed in.", "and sign in, then scan"},
+        {"is-error", "sessionFailed", "The probe session reported an error.", "The service is overloaded."},
+        {"is-error-empty", "sessionFailed", "The probe session reported an error.",
+         "The session reported is_error."},
+        {"not-json", "unreadableOutput", unreadable, "Welcome! This version prints a greeting first."},
+        {"escape-prefix", "unreadableOutput", unreadable, "[?25l{\"type\":\"result\""},
+        {"verbose-array", "unreadableOutput", unreadable, "[{\"type\":\"system\""},
+        {"two-documents", "unreadableOutput", unreadable, "…"},
+        {"no-session", "unreadableOutput", unreadable, "{\"type\":\"result\""},
+        {"empty", "unreadableOutput", unreadable, "(no output)"},
+        {"binary", "unreadableOutput", unreadable, "(no output)"},
+        {"crash", "unreadableOutput", unreadable, "{\"type\":\"result\","},
+        {"flood-both", "unreadableOutput", unreadable, "again and again and again\n"},
+        {"empty-report", "unreadableContextReport", "Claude Code's `/context` report could not be read.",
+         "no token table this app recognises"},
+        {"no-table", "unreadableContextReport", "Claude Code's `/context` report could not be read.",
+         "Claude Code may have changed the report it prints."},
+        {"no-usage", "noTranscript", "The probe session produced no readable token usage.",
+         "/.claude/projects, and the CLI reported no usable startup usage."},
+        {"multi-turn", "multiTurnUsageOnly", noTotal, "the CLI usage block covers 3 turns."},
+        {"unknown-turns", "unknownTurnCount", noTotal, "did not report how many turns"},
+    };
+    const DemoHome home;
+    const auto runs = runAll<Case>(cases, [&](const Case& item) {
+        return home.run({"scan", "--json"}, {std::string("LOADSCOPE_DEMO_CLAUDE=") + item.behaviour});
+    });
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        SCOPED_TRACE(cases[i].behaviour);
+        EXPECT_EQ(runs[i].exitCode, 1);
+        EXPECT_THAT(runs[i].errors, StartsWith(std::string(cases[i].headline) + '\n'));
+        const auto json = runs[i].json();
+        ASSERT_TRUE(json.contains("error")) << runs[i].output;
+        EXPECT_EQ(json["schemaVersion"], 1);
+        EXPECT_EQ(json["error"]["case"], cases[i].name);
+        EXPECT_EQ(json["error"]["headline"], cases[i].headline);
+        const std::string detail = json["error"]["detail"];
+        EXPECT_THAT(detail, HasSubstr(cases[i].detail));
+        if (detail.find('\x1b') == std::string::npos) {
+            EXPECT_EQ(runs[i].errors, std::string(cases[i].headline) + '\n' + detail + '\n');
+        } else {
+            EXPECT_THAT(runs[i].errors, AllOf(HasSubstr("\\x1b[?25l"), Not(HasSubstr("\x1b"))));
+        }
+    }
+    EXPECT_THAT(home.run({"history", "--json"}).json()["scans"], IsEmpty());
+}
+
+TEST(ScanCommand, MeasuresWhatTheToolStillReports) {
+    struct Case {
+        const char* behaviour;
+        const char* source;
+        std::int64_t total; ///< 0: whatever the stand-in counts
+        nlohmann::json window;
+        bool reported = true;
+        bool over = false;
+    };
+    const std::vector<Case> cases{
+        {"ok", "contextCommand", 0, 200000},
+        {"old-version", "contextCommand", 0, 200000},
+        {"status-text", "contextCommand", 0, 200000},
+        {"status-failed", "contextCommand", 0, 200000},
+        {"no-total", "transcript", 23612, nullptr},
+        {"no-total-usage", "cliUsage", 18003, nullptr, true, true},
+        {"no-categories", "contextCommand", 0, 200000, false},
+        {"no-window", "contextCommand", 0, nullptr},
+        {"window-1m", "contextCommand", 0, 1000000},
+        {"over-attributed", "contextCommand", 0, 200000, true, true},
+        {"huge-counts", "contextCommand", 0, 200000, true, true},
+        {"grandchild", "contextCommand", 0, 200000},
+    };
+    const DemoHome home;
+    const auto runs = runAll<Case>(cases, [&](const Case& item) {
+        return home.run({"scan", "--json"}, {std::string("LOADSCOPE_DEMO_CLAUDE=") + item.behaviour});
+    });
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        SCOPED_TRACE(cases[i].behaviour);
+        ASSERT_EQ(runs[i].exitCode, 0) << runs[i].errors;
+        EXPECT_EQ(runs[i].errors, "");
+        const auto json = runs[i].json();
+        EXPECT_EQ(json["totalSource"], cases[i].source);
+        EXPECT_EQ(json["contextWindow"], cases[i].window);
+        EXPECT_EQ(json["categoriesSelfReported"], cases[i].reported);
+        EXPECT_EQ(json["overAttributed"], cases[i].over);
+        EXPECT_EQ(json["repositoryPath"], home.repository());
+        EXPECT_EQ(json["resolvedCLIPath"], home.path() + "/.local/bin/claude");
+        EXPECT_EQ(json["codex"]["reason"], "Codex was not included in this scan.");
+        EXPECT_EQ(json["files"]["repository"].size(), 2U);
+        EXPECT_EQ(json["files"]["inherited"][0]["estimatedTokens"], 500);
+        EXPECT_EQ(json["files"]["personal"][0]["byteCount"], 400);
+        std::int64_t sum = 0;
+        for (const auto& row : json["rows"])
+            sum += row["tokens"].get<std::int64_t>();
+        EXPECT_EQ(sum == json["total"], !cases[i].over);
+        EXPECT_EQ(json["total"], cases[i].total != 0 ? nlohmann::json(cases[i].total) : json["total"]);
+    }
+    for (const int left : home.processes("sleep"))
+        kill(left, SIGKILL);
+    EXPECT_EQ(home.run({"history", "--json"}).json()["scans"].size(), cases.size());
+}
+
+TEST(ScanCommand, TakesCodexAlongAndTellsWhyItCouldNot) {
+    struct Case {
+        std::vector<std::string> arguments;
+        const char* behaviour;
+        int exitCode;
+        const char* text; ///< of the summary or of the error
+    };
+    const std::vector<Case> cases{
+        {{"--include-codex"}, "ok", 0, "% of its 272K window). Band: Lean."},
+        {{"--include-codex"},
+         "turn-completed",
+         0,
+         "tokens — authoritative, reported by Codex CLI. Band: Lean."},
+        {{"--include-codex"}, "on-stderr", 0, "reported by Codex CLI ("},
+        {{"--include-codex"}, "status-failed", 0, "reported by Codex CLI ("},
+        {{"--include-codex"},
+         "turn-failed",
+         0,
+         "Codex probe failed: codex exited with code 1 and reported no"},
+        {{"--include-codex"}, "empty", 0, "codex reported no token_count event. Reading additional input"},
+        {{"--include-codex"}, "signed-out", 1, "Codex is not signed in."},
+        {{"--include-codex", "--skip-check"}, "signed-out", 0, "Codex: not measured — Codex probe failed: "},
+        {{}, "signed-out", 0, "Codex: not measured — Codex was not included in this scan."},
+    };
+    const DemoHome home;
+    const auto runs = runAll<Case>(cases, [&](const Case& item) {
+        std::vector<std::string> arguments{"scan"};
+        arguments.insert(arguments.end(), item.arguments.begin(), item.arguments.end());
+        return home.run(arguments, {std::string("LOADSCOPE_DEMO_CODEX=") + item.behaviour});
+    });
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        SCOPED_TRACE(cases[i].behaviour);
+        EXPECT_EQ(runs[i].exitCode, cases[i].exitCode) << runs[i].errors;
+        EXPECT_THAT(cases[i].exitCode == 0 ? runs[i].output : runs[i].errors, HasSubstr(cases[i].text));
+    }
+    home.removeTool("codex");
+    const auto missing = home.run({"scan", "--include-codex", "--json"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.json()["error"]["case"], "codexNotFound");
+    EXPECT_THAT(missing.errors, HasSubstr("\n  • zsh -lc 'command -v codex'\n"));
+}
+
+TEST(ScanCommand, NamesEveryPlaceWhereItLookedForTheTool) {
+    const auto fromShell =
+        ClaudeCLILocator::loginShellPath(LoginShell::path(), ClaudeCLILocator::loginShellTimeoutSeconds);
+    if (fromShell && !fromShell->empty()) GTEST_SKIP() << "a real tool is installed here";
+    const DemoHome home;
+    home.removeTool("claude");
+    for (const char* check : {"--no-history", "--skip-check"}) {
+        const auto run = home.run({"scan", check, "--json"});
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.json()["error"]["case"], "cliNotFound");
+        EXPECT_EQ(run.errors, "Could not find the claude command.\nLooked in:\n  • " + home.path() +
+                                  "/.local/bin/claude\n  • /opt/homebrew/bin/claude\n"
+                                  "  • /usr/local/bin/claude\n  • zsh -lc 'command -v claude'\n");
+    }
+}
+
+TEST(ScanCommand, RefusesAFolderThatCannotBeListedBeforeAnyToolStarts) {
+    const DemoHome home;
+    for (const std::string folder : {"/nowhere/at all", "CLAUDE.md"}) {
+        const auto run = home.run({"scan", folder, "--json"}, {"LOADSCOPE_DEMO_CLAUDE=hang"});
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_THAT(run.errors, StartsWith("This folder could not be read.\n"));
+        EXPECT_EQ(run.json()["error"]["case"], "repositoryUnreadable");
+    }
+}
+
+TEST(ScanCommand, HoldsTheTotalAgainstTheMaximum) {
+    const DemoHome home;
+    const std::int64_t total = home.run({"scan", "--json"}).json()["total"];
+    const auto equal = home.run({"scan", "--max-tokens", std::to_string(total)});
+    const auto above = home.run({"scan", "--json", "--max-tokens", std::to_string(total - 1)});
+    EXPECT_EQ(equal.exitCode, 0);
+    EXPECT_EQ(above.exitCode, 3);
+    EXPECT_EQ(above.json()["total"], total);
+    EXPECT_THAT(above.errors, HasSubstr("is above --max-tokens"));
+}
+
+TEST(ScanCommand, EndsItsChildWhenInterrupted) {
+    struct Case {
+        const char* name;
+        std::vector<std::string> arguments;
+        const char* behaviour;
+        const char* program;
+        int signal;
+    };
+    const std::vector<Case> cases{
+        {"while the tool runs", {"scan"}, "CLAUDE=hang", "sleep", SIGINT},
+        {"a tool that ignores the request", {"scan"}, "CLAUDE=ignore-term", "sleep", SIGTERM},
+        {"while Codex runs", {"scan", "--include-codex"}, "CODEX=hang", "sleep", SIGHUP},
+        {"while the sign-in is checked", {"scan"}, "CLAUDE=status-hang", "sleep", SIGINT},
+        {"during a status", {"status"}, "CODEX=status-hang", "sleep", SIGINT},
+    };
+    for (const Case& item : cases) {
+        SCOPED_TRACE(item.name);
+        const DemoHome home;
+        const auto run = home.runAndSignal(item.arguments, {std::string("LOADSCOPE_DEMO_") + item.behaviour},
+                                           item.program, item.signal);
+        EXPECT_EQ(run.exitCode, 130);
+        EXPECT_EQ(run.output, "");
+        EXPECT_THAT(run.errors, StartsWith("Interrupted"));
+        EXPECT_TRUE(waitFor([&] { return home.processes("").empty(); }));
+        EXPECT_THAT(home.run({"history", "--json"}).json()["scans"], IsEmpty());
+    }
+}
+
+TEST(ScanCommand, ShowsControlCharactersHarmlesslyAndLeavesThemInJson) {
+    const DemoHome home;
+    const std::vector<std::string> hostile{"LOADSCOPE_DEMO_CLAUDE=hostile-names"};
+    const auto text = home.run({"scan"}, hostile);
+    EXPECT_THAT(text.output,
+                AllOf(HasSubstr("esc\\x1b[31mred\\x1b]0;title\\x07  "), HasSubstr("\\u202etxt.live"),
+                      HasSubstr("<img src=x><b>bold</b>"), Not(HasSubstr("\x1b")), Not(HasSubstr("\x07"))));
+    const auto json = home.run({"scan", "--json"}, hostile).json();
+    std::vector<std::string> names;
+    for (const auto& row : json["rows"]) names.push_back(row["name"]);
+    EXPECT_THAT(names, testing::Contains("esc\x1b[31mred\x1b]0;title\x07"));
+}
+
+} // namespace
+} // namespace loadscope
