@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/History/FolderLock.h"
 
+#include <atomic>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -14,8 +15,11 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds retryInterval{1};
 
-/// A holder that locks again at once would leave the others, who look only now and then, hardly a chance.
+/// A process that locks again at once would leave the others, who look only now and then, hardly a chance.
 constexpr std::chrono::milliseconds courtesy{3};
+
+/// When this process last gave a lock back.
+std::atomic<Clock::time_point> lastRelease{Clock::time_point::min()};
 
 bool acquires(int descriptor) {
     const Clock::time_point deadline = Clock::now() + FolderLock::patience;
@@ -29,10 +33,11 @@ bool acquires(int descriptor) {
 
 } // namespace
 
-FolderLock::FolderLock(std::string folder) : folder_(std::move(folder)), released_(Clock::now() - courtesy) {}
+FolderLock::FolderLock(std::string folder) : folder_(std::move(folder)) {}
 
 void FolderLock::lock() {
-    std::this_thread::sleep_until(released_ + courtesy);
+    const Clock::time_point release = lastRelease;
+    if (Clock::now() - courtesy < release) std::this_thread::sleep_until(release + courtesy);
     FileDescriptor folder(open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen() && acquires(folder.get())) descriptor_ = std::move(folder);
 }
@@ -42,7 +47,7 @@ void FolderLock::unlock() {
     // Closing alone would not do while a child that is about to start still has a copy of the descriptor.
     flock(descriptor_.get(), LOCK_UN);
     descriptor_.close();
-    released_ = Clock::now();
+    lastRelease = Clock::now();
 }
 
 } // namespace loadscope

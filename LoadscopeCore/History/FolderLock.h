@@ -27,7 +27,6 @@ public:
 private:
     std::string folder_;
     FileDescriptor descriptor_; ///< open while the lock is held
-    std::chrono::steady_clock::time_point released_;
 };
 
 } // namespace loadscope

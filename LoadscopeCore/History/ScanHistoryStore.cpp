@@ -34,7 +34,7 @@ constexpr std::size_t maximumFileBytes = std::size_t{128} << 20;
 constexpr std::chrono::minutes abandonedAfter{1};
 
 /// How often a write is begun anew because another process wrote in the meantime.
-constexpr int maximumAttempts = 20;
+constexpr int maximumAttempts = 5;
 
 constexpr int highestBackupNumber = std::numeric_limits<int>::max();
 
@@ -160,9 +160,9 @@ std::vector<RecordedScan> ScanHistoryStore::load() {
 std::vector<RecordedScan> ScanHistoryStore::append(const RecordedScan& scan) {
     const std::lock_guard guard(mutex_);
     createFolders(directory_);
-    const std::lock_guard hold(folderLock_);
     AtomicFile::removeAbandoned(FilePath::parent(FilePath::resolved(filePath())), abandonedAfter);
     for (int attempt = 1;; ++attempt) {
+        const std::lock_guard hold(folderLock_);
         Identity expected = identity(filePath());
         Reading reading = readHistory(filePath());
         bool mayWrite = reading.state != Reading::State::unavailable;
