@@ -43,10 +43,11 @@ const std::string example = R"({
   "version" : 1
 })";
 
-/// The example with the first occurrence of one text replaced.
-std::string edited(std::string_view from, std::string_view to) {
+/// The example with the first occurrence of FROM in "FROM=TO" replaced by TO.
+std::string edited(std::string_view edit) {
     std::string text = example;
-    return text.replace(text.find(from), from.size(), to);
+    const std::string_view from = edit.substr(0, edit.find('='));
+    return text.replace(text.find(from), from.size(), edit.substr(from.size() + 1));
 }
 
 std::vector<RecordedScan> decoded(const std::string& text) {
@@ -78,26 +79,13 @@ TEST(ScanHistoryFile, RefusesWhatItDoesNotWhollyUnderstand) {
          {"\xff\xfe", "[]", R"({"scans":[]})", R"({"version":1})", R"({"version":1,"scans":{}})",
           R"({"version":1,"scans":[1]})", R"({"version":"1","scans":[]})", R"({"version":1.5,"scans":[]})"})
         EXPECT_EQ(refusal(text), Unreadable::corrupt) << text;
-    for (const auto& [from, to] :
-         std::vector<std::pair<const char*, const char*>>{{"18342", "18342.5"},
-                                                          {"18342", "\"1\""},
-                                                          {"18342", "true"},
-                                                          {"18342", "9223372036854775808"},
-                                                          {"18342", "-92233720368547758090"},
-                                                          {"200000", "\"200000\""},
-                                                          {"\"claude\"", "1"},
-                                                          {"\"tokens\"", "\"x\""},
-                                                          {"\"System prompt\"", "1"},
-                                                          {"3F2504E0", "3F2504E"},
-                                                          {"\"id\"", "\"x\""},
-                                                          {"\"repositoryName\"", "\"x\""},
-                                                          {"\"repositoryPath\"", "\"x\""},
-                                                          {"\"categories\"", "\"x\""},
-                                                          {"\"date\"", "\"x\""},
-                                                          {"\"total\"", "\"x\""},
-                                                          {"web-app", "web\xff"},
-                                                          {"\"version\" : 1\n}", "\"version\" : 1} x"}})
-        EXPECT_EQ(refusal(edited(from, to)), Unreadable::corrupt) << from << " as " << to;
+    for (const char* edit :
+         {"18342=18342.5", "18342=\"1\"", "18342=true", "18342=9223372036854775808",
+          "18342=-92233720368547758090", "200000=\"200000\"", "\"claude\"=1", "\"tokens\"=\"x\"",
+          "\"System prompt\"=1", "3F2504E0=3F2504E", "\"id\"=\"x\"", "\"repositoryName\"=\"x\"",
+          "\"repositoryPath\"=\"x\"", "\"categories\"=\"x\"", "\"date\"=\"x\"", "\"total\"=\"x\"",
+          "web-app=web\xff", "\"version\" : 1\n}=\"version\" : 1} x"})
+        EXPECT_EQ(refusal(edited(edit)), Unreadable::corrupt) << edit;
     for (const char* text :
          {R"({"version":2,"scans":{"a":7}})", R"({"version":3})", R"({"version":0,"scans":[]})"})
         EXPECT_EQ(refusal(text), Unreadable::version) << text;
@@ -109,31 +97,31 @@ TEST(ScanHistoryFile, RefusesWhatItDoesNotWhollyUnderstand) {
 
 TEST(ScanHistoryFile, ReadsWhatDiffersWithoutHarm) {
     const std::vector<RecordedScan> original = decoded(example);
-    for (const auto& [from, to] : std::vector<std::pair<const char*, const char*>>{
-             {"\"tool\" : \"claude\",", ""},
-             {"\"date\"", "\"later\" : {\"a\": [1]}, \"date\""},
-             {"18342", "18342.0"},
-             {"3F2504E0-4F89-41D3-9A0C", "3f2504e0-4f89-41d3-9a0c"},
-             {"\"categories\" : [],", "\"categories\" : [], \"contextWindow\" : null,"},
-             {"\"version\" : 1", "\"version\" : 1.0"}})
-        EXPECT_EQ(decoded(edited(from, to)), original) << to;
-    EXPECT_EQ(decoded(edited("\"claude\"", "\"gemini\"")).at(0).tool, "gemini");
-    EXPECT_EQ(decoded(edited("9C1D7A52-0B3E-4C8E-8F6A-2B7D5E4F1A90", original.at(0).id.text())).size(), 2U);
+    for (const char* edit :
+         {"\"tool\" : \"claude\",=", "\"date\"=\"later\" : {\"a\": [1]}, \"date\"", "18342=18342.0",
+          "3F25=3f25", "\"categories\" : [],=\"categories\" : [], \"contextWindow\" : null,",
+          "\"version\" : 1=\"version\" : 1.0"})
+        EXPECT_EQ(decoded(edited(edit)), original) << edit;
+    EXPECT_EQ(decoded(edited("\"claude\"=\"gemini\"")).at(0).tool, "gemini");
+    EXPECT_EQ(decoded(edited("9C1D7A52-0B3E-4C8E-8F6A-2B7D5E4F1A90=" + original.at(0).id.text())).size(), 2U);
 }
 
 TEST(ScanHistoryFile, ReadsInternetDatesAndNoOthers) {
-    for (const auto& [text, utc] : std::vector<std::pair<const char*, const char*>>{
-             {"2026-11-16T22:01:31+01:30", "2026-11-16T20:31:31Z"},
-             {"2026-12-31T23:59:59-00:01", "2027-01-01T00:00:59Z"},
-             {"2024-02-29T00:00:00Z", "2024-02-29T00:00:00Z"},
-             {"1969-12-31T23:59:59Z", "1969-12-31T23:59:59Z"}})
-        EXPECT_EQ(ScanHistoryFile::iso8601(decoded(edited("2026-11-16T20:31:31Z", text)).at(0).date), utc);
+    const auto utc = [](const std::string& date) {
+        return ScanHistoryFile::iso8601(decoded(edited("2026-11-16T20:31:31Z=" + date)).at(0).date);
+    };
+    EXPECT_EQ(utc("2026-11-16T22:01:31+01:30"), "2026-11-16T20:31:31Z");
+    EXPECT_EQ(utc("2026-12-31T23:59:59-00:01"), "2027-01-01T00:00:59Z");
+    for (const char* date : {"2024-02-29T00:00:00Z", "1969-12-31T23:59:59Z"})
+        EXPECT_EQ(utc(date), date);
     for (const char* text :
          {"2026-02-29T00:00:00Z", "2026-13-01T00:00:00Z", "2026-01-01T24:00:00Z", "2026-01-01T23:59:60Z",
           "2026-01-01T00:00:00", "2026-01-01", "2026-01-01T00:00:00.5Z", "2026-01-01 00:00:00Z",
           "2026-01-01T00:00:00+24:00", "2026-01-01T00:00:00+0100", "2026-01-01T-1:00:00Z",
           "2026-01-01T00:00:00ZZ", "0001-01-01T00:00:00Z", "9999-12-31T23:59:59Z", ""})
-        EXPECT_TRUE(std::holds_alternative<Unreadable>(decode(edited("2026-11-16T20:31:31Z", text)))) << text;
+        EXPECT_TRUE(
+            std::holds_alternative<Unreadable>(decode(edited("2026-11-16T20:31:31Z=" + std::string(text)))))
+            << text;
 }
 
 } // namespace
