@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace loadscope {
+
+/// A column of limited width in the middle of the space that it is given.
+class CenteredPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CenteredPanel(int widest, QWidget* parent = nullptr);
+
+    [[nodiscard]] QVBoxLayout* column() const { return column_; }
+
+private:
+    QVBoxLayout* column_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+
+#include "LoadscopeApp/Components/CollapsibleBody.h"
+#include "LoadscopeApp/Components/DisclosureButton.h"
+#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+
+#include <QVBoxLayout>
+
+namespace loadscope {
+
+CollapsibleSection::CollapsibleSection(const QString& title, const QString& detail, QWidget* body,
+                                       QWidget* parent)
+    : ReportSurface(parent),
+      header_(new DisclosureButton(title, new SectionHeader(title, detail),
+                                   DisclosureButton::ChevronSide::trailing)),
+      body_(new CollapsibleBody(body, Metrics::rowSpacing)) {
+    header_->setMinimumHeight(Metrics::headerMinimumHeight);
+    content()->setSpacing(0);
+    content()->addWidget(header_);
+    content()->addWidget(body_);
+    connect(header_, &DisclosureButton::expandedChanged, body_, &CollapsibleBody::setOpen);
+}
+
+bool CollapsibleSection::isExpanded() const { return header_->isExpanded(); }
+
+void CollapsibleSection::setExpanded(bool expanded) { header_->setExpanded(expanded); }
+
+} // namespace loadscope

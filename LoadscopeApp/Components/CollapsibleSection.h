@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Components/ReportSurface.h"
+
+namespace loadscope {
+
+class CollapsibleBody;
+class DisclosureButton;
+
+/// A card whose content is shown or hidden by its header; collapsed at first.
+class CollapsibleSection : public ReportSurface {
+    Q_OBJECT
+
+public:
+    /// Takes over `body`.
+    CollapsibleSection(const QString& title, const QString& detail, QWidget* body, QWidget* parent = nullptr);
+
+    [[nodiscard]] bool isExpanded() const;
+    void setExpanded(bool expanded);
+
+private:
+    DisclosureButton* header_;
+    CollapsibleBody* body_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/DisclosureButton.h"
+
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+
+namespace loadscope {
+namespace {
+
+constexpr double quarterTurn = 90;
+constexpr int chevronSize = 16;
+constexpr int smallChevronSize = 13;
+constexpr int gap = 8;
+
+} // namespace
+
+DisclosureButton::DisclosureButton(const QString& title, QWidget* body, ChevronSide side, QWidget* parent)
+    : QAbstractButton(parent),
+      chevron_(new IconView(QStringLiteral("chevron.right"),
+                            side == ChevronSide::trailing ? chevronSize : smallChevronSize,
+                            ThemeColor::secondaryText)),
+      turn_(new ValueAnimation(this, 0, [this](double turn) { chevron_->setRotation(turn * quarterTurn); })) {
+    setText(title);
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    AccessibleTraits::setRole(this, QAccessible::PushButton, title);
+    setAccessibleDescription(QStringLiteral("Shows or hides this section"));
+    AccessibleTraits::setLeaf(this);
+    AccessibleTraits::setValue(this, QStringLiteral("Collapsed"));
+    AccessibleTraits::setExpanded(this, false);
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(gap);
+    if (side == ChevronSide::leading) row->addWidget(chevron_, 0, Qt::AlignVCenter);
+    row->addWidget(body, 1);
+    if (side == ChevronSide::trailing) row->addWidget(chevron_, 0, Qt::AlignVCenter);
+    body->setAttribute(Qt::WA_TransparentForMouseEvents);
+    connect(this, &QAbstractButton::clicked, this, [this] { setExpanded(!expanded_); });
+}
+
+void DisclosureButton::setExpanded(bool expanded) {
+    if (expanded == expanded_) return;
+    expanded_ = expanded;
+    AccessibleTraits::setValue(this, expanded ? QStringLiteral("Expanded") : QStringLiteral("Collapsed"));
+    AccessibleTraits::setExpanded(this, expanded);
+    if (isVisible())
+        turn_->animateTo(expanded ? 1 : 0, Metrics::collapseMilliseconds);
+    else
+        turn_->jumpTo(expanded ? 1 : 0);
+    Q_EMIT expandedChanged(expanded);
+}
+
+QSize DisclosureButton::sizeHint() const { return layout()->sizeHint(); }
+
+QSize DisclosureButton::minimumSizeHint() const { return layout()->minimumSize(); }
+
+int DisclosureButton::heightForWidth(int width) const {
+    return layout()->hasHeightForWidth() ? layout()->heightForWidth(width) : layout()->sizeHint().height();
+}
+
+void DisclosureButton::paintEvent(QPaintEvent*) {
+    if (!FocusRing::isWanted(this)) return;
+    QPainter painter(this);
+    FocusRing::paint(painter, rect(), Metrics::barRadius);
+}
+
+bool DisclosureButton::event(QEvent* event) {
+    return ReturnKey::press(*this, *event) || QAbstractButton::event(event);
+}
+
+} // namespace loadscope

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/AppTheme.h"
+
+#include <QWidget>
+
+namespace loadscope {
+
+/// A text on one line that is cut with an ellipsis where it does not fit and then shown whole on hover.
+/// Assistive technologies always get the whole text.
+class ElidedLabel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(const QString& text, TextStyle style = TextStyle::body,
+                         ThemeColor color = ThemeColor::primaryText, QWidget* parent = nullptr);
+
+    [[nodiscard]] const QString& text() const { return text_; }
+    void setText(const QString& text);
+    void setWeight(QFont::Weight weight);
+    void setElideMode(Qt::TextElideMode mode);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    [[nodiscard]] QFont textFont() const;
+
+    QString text_;
+    TextStyle style_;
+    ThemeColor color_;
+    std::optional<QFont::Weight> weight_;
+    Qt::TextElideMode mode_ = Qt::ElideRight;
+};
+
+} // namespace loadscope

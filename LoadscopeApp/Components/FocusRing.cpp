@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/FocusRing.h"
+
+#include "LoadscopeApp/AppTheme.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QWidget>
+
+namespace loadscope {
+namespace {
+
+constexpr double ringWidth = 2;
+bool keyboardInUse = true;
+
+bool isNavigation(const QKeyEvent& event) {
+    return event.key() != Qt::Key_Control && event.key() != Qt::Key_Shift && event.key() != Qt::Key_Alt &&
+           event.key() != Qt::Key_Meta;
+}
+
+} // namespace
+
+KeyboardUse::KeyboardUse(QObject* parent) : QObject(parent) {
+    keyboardInUse = false;
+    qApp->installEventFilter(this);
+}
+
+KeyboardUse::~KeyboardUse() { keyboardInUse = true; }
+
+bool KeyboardUse::eventFilter(QObject* watched, QEvent* event) {
+    bool inUse = keyboardInUse;
+    if (event->type() == QEvent::MouseButtonPress)
+        inUse = false;
+    else if (event->type() == QEvent::KeyPress && isNavigation(*static_cast<QKeyEvent*>(event)))
+        inUse = true;
+    if (inUse != keyboardInUse) {
+        keyboardInUse = inUse;
+        if (QWidget* focus = QApplication::focusWidget()) focus->update();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+bool FocusRing::isWanted(const QWidget* widget) { return keyboardInUse && widget->hasFocus(); }
+
+void FocusRing::paint(QPainter& painter, const QRectF& area, double radius) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(AppTheme::current().color(ThemeColor::accent), ringWidth));
+    const double inset = ringWidth / 2;
+    painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter.restore();
+}
+
+} // namespace loadscope

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/HistoryRow.h"
+
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/ElidedLabel.h"
+#include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int narrowestValue = 64;
+constexpr int lineSpacing = 2;
+
+QVBoxLayout* lines() {
+    auto* column = new QVBoxLayout;
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(lineSpacing);
+    return column;
+}
+
+} // namespace
+
+HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* parent) : QWidget(parent) {
+    AccessibleTraits::setRole(this, QAccessible::ListItem, content.title);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 8, 0, 8);
+    row->setSpacing(Metrics::rowSpacing);
+    if (content.rank) {
+        auto* rank = new NumberLabel(QString::fromStdString(LocaleFormat::grouped(*content.rank)),
+                                     TextStyle::subheadline);
+        rank->setWeight(QFont::DemiBold);
+        rank->setMinimumWidth(AppTheme::current().scaled(Metrics::rankWidth));
+        row->addWidget(rank);
+    }
+    auto* names = lines();
+    auto* title = new ElidedLabel(content.title, TextStyle::subheadline);
+    title->setWeight(QFont::Medium);
+    names->addWidget(title);
+    names->addWidget(new ElidedLabel(content.detail, TextStyle::caption, ThemeColor::secondaryText));
+    row->addLayout(names, 1);
+    if (accessory != nullptr) row->addWidget(accessory, 0, Qt::AlignVCenter);
+
+    auto* numbers = lines();
+    auto* value =
+        new NumberLabel(QString::fromStdString(LocaleFormat::grouped(content.value)), TextStyle::subheadline,
+                        content.valueTint.value_or(ThemeColor::primaryText));
+    value->setWeight(QFont::DemiBold);
+    value->setMinimumWidth(AppTheme::current().scaled(narrowestValue));
+    numbers->addWidget(value);
+    if (!content.valueCaption.isEmpty()) {
+        auto* caption = new TextLabel(content.valueCaption, TextStyle::caption, ThemeColor::secondaryText);
+        caption->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+        numbers->addWidget(caption);
+    }
+    row->addLayout(numbers);
+}
+
+} // namespace loadscope

@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/NumberLabel.h"
+
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+#include <cmath>
+
+namespace loadscope {
+namespace {
+
+double digitWidth(const QFontMetricsF& metrics) {
+    double widest = 0;
+    for (char digit = '0'; digit <= '9'; ++digit)
+        widest = std::max(widest, metrics.horizontalAdvance(QLatin1Char(digit)));
+    return widest;
+}
+
+bool isPlainDigit(QChar character) { return character >= QLatin1Char('0') && character <= QLatin1Char('9'); }
+
+/// Numbers of other scripts are shaped as a whole; their digits have one width in the usual fonts.
+bool isTabular(const QString& text) {
+    return std::all_of(text.begin(), text.end(), [](QChar character) { return character.unicode() < 0x250; });
+}
+
+} // namespace
+
+double TabularDigits::width(const QString& text, const QFont& font) {
+    const QFontMetricsF metrics(font);
+    if (!isTabular(text)) return metrics.horizontalAdvance(text);
+    const double digit = digitWidth(metrics);
+    double total = 0;
+    for (const QChar character : text)
+        total += isPlainDigit(character) ? digit : metrics.horizontalAdvance(character);
+    return total;
+}
+
+void TabularDigits::paint(QPainter& painter, const QPointF& origin, const QString& text, const QFont& font) {
+    painter.setFont(font);
+    if (!isTabular(text)) {
+        painter.drawText(origin, text);
+        return;
+    }
+    const QFontMetricsF metrics(font);
+    const double digit = digitWidth(metrics);
+    double left = origin.x();
+    for (const QChar character : text) {
+        const double advance = metrics.horizontalAdvance(character);
+        const double cell = isPlainDigit(character) ? digit : advance;
+        painter.drawText(QPointF(left + (cell - advance) / 2, origin.y()), QString(character));
+        left += cell;
+    }
+}
+
+NumberLabel::NumberLabel(const QString& text, TextStyle style, ThemeColor color, QWidget* parent)
+    : QWidget(parent), style_(style), color_(color) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    AccessibleTraits::setRole(this, QAccessible::StaticText);
+    setText(text);
+    AppTheme::bind(this, [this] {
+        updateGeometry();
+        update();
+    });
+}
+
+void NumberLabel::setText(const QString& text) {
+    text_ = text;
+    setAccessibleName(text);
+    updateGeometry();
+    update();
+}
+
+void NumberLabel::setWeight(QFont::Weight weight) {
+    weight_ = weight;
+    updateGeometry();
+    update();
+}
+
+void NumberLabel::setAlignment(Qt::Alignment alignment) {
+    alignment_ = alignment;
+    update();
+}
+
+QFont NumberLabel::textFont() const {
+    const AppTheme& theme = AppTheme::current();
+    return weight_ ? theme.font(style_, *weight_) : theme.font(style_);
+}
+
+int NumberLabel::baseline() const {
+    const QFontMetricsF metrics(textFont());
+    return static_cast<int>(std::lround(metrics.ascent()));
+}
+
+QSize NumberLabel::sizeHint() const {
+    const QFont font = textFont();
+    return {static_cast<int>(std::ceil(TabularDigits::width(text_, font))) + 1,
+            static_cast<int>(std::ceil(QFontMetricsF(font).height()))};
+}
+
+void NumberLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.setPen(AppTheme::current().color(color_));
+    const QFont font = textFont();
+    const double width = TabularDigits::width(text_, font);
+    const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), alignment_);
+    double left = 0;
+    if (alignment & Qt::AlignRight)
+        left = this->width() - width;
+    else if (alignment & Qt::AlignHCenter)
+        left = (this->width() - width) / 2;
+    const QFontMetricsF metrics(font);
+    TabularDigits::paint(painter, {left, (height() - metrics.height()) / 2 + metrics.ascent()}, text_, font);
+}
+
+} // namespace loadscope

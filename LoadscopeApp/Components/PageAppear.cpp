@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/PageAppear.h"
+
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace loadscope {
+
+void PageAppear::start(QWidget* page) {
+    if (AppTheme::current().reducedMotion() || page->window()->isHidden()) return;
+    new PageAppear(page); // owned by the page, deletes itself
+}
+
+PageAppear::PageAppear(QWidget* page)
+    : QWidget(page), page_(page), progress_(new ValueAnimation(this, 0, [this](double) { step(); })) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    AccessibleTraits::setDecoration(this);
+    setGeometry(page->rect());
+    page->installEventFilter(this);
+    raise();
+    show();
+    connect(progress_, &QVariantAnimation::finished, this, [this] {
+        hide();
+        deleteLater();
+    });
+    progress_->animateTo(1, Metrics::pageAppearMilliseconds, QEasingCurve::OutQuad);
+}
+
+void PageAppear::step() {
+    if (picture_.isNull() && progress_->value() > 0) {
+        // Only now: the page has been laid out, and the first frame did not wait for the picture.
+        setVisible(false);
+        picture_ = page_->grab();
+        setVisible(true);
+    }
+    update();
+}
+
+void PageAppear::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), AppTheme::current().color(ThemeColor::window));
+    painter.setOpacity(progress_->value());
+    painter.drawPixmap(QPointF(0, Metrics::pageAppearShift * (1 - progress_->value())), picture_);
+}
+
+bool PageAppear::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == page_ && event->type() == QEvent::Resize) {
+        setGeometry(page_->rect());
+        picture_ = {};
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace loadscope

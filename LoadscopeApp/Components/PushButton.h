@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/AppTheme.h"
+
+#include <QPushButton>
+
+namespace loadscope {
+
+/// A button in one of three looks, with an optional icon before its text.
+class PushButton : public QPushButton {
+    Q_OBJECT
+
+public:
+    enum class Kind { primary, secondary, plain };
+
+    PushButton(Kind kind, const QString& title, QWidget* parent = nullptr);
+
+    /// Changes the text and keeps the shortcut, which the toolkit would drop.
+    void setTitle(const QString& title);
+    /// Key of an icon shown before the text.
+    void setSymbol(const QString& key);
+    /// Takes the width that it is given instead of its own.
+    void setFillsWidth();
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    struct Colors {
+        QColor fill;
+        QColor border;
+        QColor text;
+    };
+    [[nodiscard]] Colors colors() const;
+    [[nodiscard]] QFont titleFont() const;
+    [[nodiscard]] int horizontalInset() const;
+
+    Kind kind_;
+    QString symbol_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+namespace loadscope {
+
+class TextLabel;
+
+/// The title of a card and, below it, a sentence about it.
+class SectionHeader : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SectionHeader(const QString& title, const QString& detail = {}, QWidget* parent = nullptr);
+
+    void setTitle(const QString& title);
+    void setDetail(const QString& detail);
+
+private:
+    TextLabel* title_;
+    TextLabel* detail_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/ValueAnimation.h"
+
+#include "LoadscopeApp/AppTheme.h"
+
+namespace loadscope {
+
+ValueAnimation::ValueAnimation(QObject* parent, double value, Step step)
+    : QVariantAnimation(parent), value_(value), step_(std::move(step)) {}
+
+void ValueAnimation::animateTo(double end, int milliseconds, QEasingCurve::Type curve) {
+    stop();
+    if (AppTheme::current().reducedMotion() || milliseconds <= 0 || value_ == end) {
+        jumpTo(end);
+        Q_EMIT finished();
+        return;
+    }
+    setStartValue(value_);
+    setEndValue(end);
+    setDuration(milliseconds);
+    setEasingCurve(curve);
+    start();
+}
+
+void ValueAnimation::jumpTo(double value) {
+    stop();
+    value_ = value;
+    step_(value);
+}
+
+void ValueAnimation::updateCurrentValue(const QVariant& value) {
+    if (state() != QAbstractAnimation::Running) return;
+    value_ = value.toDouble();
+    step_(value_);
+}
+
+} // namespace loadscope

@@ -1,0 +1,177 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/ContentView.h"
+
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/OnboardingView.h"
+#include "LoadscopeApp/Pages/CompareView.h"
+#include "LoadscopeApp/Pages/OverviewView.h"
+#include "LoadscopeApp/Pages/TrendsView.h"
+#include "LoadscopeApp/Sidebar.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/WindowSplitter.h"
+#include "LoadscopeApp/WindowToolbar.h"
+#include "LoadscopeCore/Readiness/OnboardingFlow.h"
+#include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/Scan/ScanModel.h"
+
+#include <QPainter>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace loadscope {
+
+ContentView::ContentView(ScanModel& model, ReadinessModel& readiness, OnboardingCompletionStore& onboarding,
+                         FolderChooser chooser)
+    : model_(model),
+      readiness_(readiness),
+      onboarding_(onboarding),
+      chooser_(std::move(chooser)),
+      content_(new QWidget(this)),
+      toolbar_(new WindowToolbar),
+      splitter_(new WindowSplitter),
+      sidebar_(new Sidebar(readiness, model)),
+      pages_(new QStackedWidget),
+      overview_(new OverviewView) {
+    setWindowTitle(QStringLiteral("Loadscope"));
+    setAcceptDrops(true);
+    setMinimumSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight);
+    resize(Metrics::windowWidth, Metrics::windowHeight);
+    layOut();
+    connectAll();
+    AppTheme::bind(this, [this] {
+        setPalette(AppTheme::current().palette());
+        update();
+    });
+    sidebar_->selectPage(page_);
+    refresh();
+}
+
+ContentView::~ContentView() = default;
+
+void ContentView::layOut() {
+    pages_->addWidget(overview_);
+    splitter_->addWidget(sidebar_);
+    splitter_->addWidget(pages_);
+    splitter_->setStretchFactor(0, 0);
+    splitter_->setStretchFactor(1, 1);
+    auto* rows = new QVBoxLayout(content_);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(toolbar_);
+    rows->addWidget(splitter_, 1);
+    auto* frame = new QVBoxLayout(this);
+    frame->setContentsMargins(0, 0, 0, 0);
+    frame->addWidget(content_);
+    // From the top: the commands, the sidebar, the page.
+    splitter_->setSizes({Metrics::sidebarWidth, Metrics::windowWidth - Metrics::sidebarWidth});
+}
+
+void ContentView::connectAll() {
+    connect(toolbar_, &WindowToolbar::chooseRequested, this, &ContentView::chooseFolder);
+    connect(toolbar_, &WindowToolbar::scanRequested, this, &ContentView::startScan);
+    connect(sidebar_, &Sidebar::pageSelected, this, &ContentView::setPage);
+    connect(overview_, &OverviewView::cancelRequested, this, [this] { model_.cancel(); });
+    connect(overview_, &OverviewView::retryRequested, this, &ContentView::startScan);
+    for (std::size_t index = 0; index < allAppPages.size(); ++index) {
+        const AppPage page = allAppPages[index];
+        auto* shortcut =
+            new QShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(index)), content_);
+        connect(shortcut, &QShortcut::activated, this, [this, page] { setPage(page); });
+    }
+    modelSubscription_ = model_.observe([this] { refresh(); });
+    readinessSubscription_ = readiness_.observe([this] { refresh(); });
+}
+
+void ContentView::setPage(AppPage page) {
+    page_ = page;
+    sidebar_->selectPage(page);
+    refreshPage();
+}
+
+void ContentView::chooseFolder() {
+    if (model_.state().isScanning()) return;
+    chooser_(this, [this](const std::string& path) { selectFolder(path); });
+}
+
+void ContentView::selectFolder(const std::string& path) {
+    if (model_.state().isScanning()) return;
+    model_.select(RepoSelection(path));
+    setPage(AppPage::overview);
+}
+
+void ContentView::startScan() {
+    if (!readiness_.permitsScan(model_.includeCodex())) return;
+    setPage(AppPage::overview);
+    model_.scan();
+}
+
+void ContentView::refresh() {
+    const bool permitted = readiness_.permitsScan(model_.includeCodex());
+    toolbar_->refresh(
+        {model_.state().isScanning(), model_.selection().has_value(), model_.canScan() && permitted});
+    sidebar_->refresh();
+    refreshPage();
+}
+
+void ContentView::refreshPage() {
+    switch (page_) {
+    case AppPage::overview:
+        pages_->setCurrentWidget(overview_);
+        break;
+    case AppPage::trends: {
+        if (trends_ == nullptr) {
+            trends_ = new TrendsView;
+            pages_->addWidget(trends_);
+            connect(trends_, &TrendsView::clearRequested, this, [this] { model_.clearHistory(); });
+        }
+        std::optional<std::string> path;
+        if (model_.selection()) path = model_.selection()->path;
+        trends_->refresh(model_.history(), path);
+        pages_->setCurrentWidget(trends_);
+        break;
+    }
+    case AppPage::compare:
+        if (compare_ == nullptr) {
+            compare_ = new CompareView;
+            pages_->addWidget(compare_);
+        }
+        compare_->refresh(model_.history());
+        pages_->setCurrentWidget(compare_);
+        break;
+    }
+    // Its state is kept in line while another page is shown, so that it is there at once.
+    overview_->refresh({model_.state(), DisplayText::own(model_.scanStage()), !model_.isCancelling(), true});
+}
+
+Sheet* ContentView::onboardingSheet() const { return sheet_; }
+
+void ContentView::presentOnboarding() {
+    if (sheet_ != nullptr) return;
+    auto* view = new OnboardingView(OnboardingCompletion(onboarding_));
+    sheet_ = new Sheet(this, content_, view, QStringLiteral("Welcome to Loadscope"));
+    connect(view, &OnboardingView::closeRequested, sheet_, &Sheet::dismiss);
+    // However it was closed: the walkthrough does not come back.
+    connect(sheet_, &Sheet::dismissed, this, [this] { OnboardingCompletion(onboarding_).markComplete(); });
+    sheet_->present(view->primaryButton());
+}
+
+void ContentView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (wasShown_) return;
+    wasShown_ = true;
+    readiness_.recheck();
+    if (OnboardingCompletion(onboarding_).shouldPresent())
+        QTimer::singleShot(onboardingDelayMilliseconds, this, [this] { presentOnboarding(); });
+}
+
+void ContentView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), AppTheme::current().color(ThemeColor::window));
+}
+
+} // namespace loadscope

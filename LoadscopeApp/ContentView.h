@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/AppPage.h"
+#include "LoadscopeCore/Platform/Observers.h"
+#include "LoadscopeCore/Report/RepoSelection.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+class QSplitter;
+class QStackedWidget;
+
+namespace loadscope {
+
+class CompareView;
+class OnboardingCompletionStore;
+class OverviewView;
+class ReadinessModel;
+class ScanModel;
+class Sheet;
+class Sidebar;
+class TrendsView;
+class WindowToolbar;
+
+/// The window: a toolbar over the sidebar and the selected page. It shows what the models say and passes on
+/// what the user does; it holds no state of its own but the selected page and the walkthrough.
+class ContentView : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Asks the user for a folder and calls `done` with its path when one was chosen.
+    using FolderChooser = std::function<void(QWidget* window, std::function<void(std::string path)> done)>;
+
+    static constexpr int onboardingDelayMilliseconds = 300;
+
+    /// The models and the store must outlive the window.
+    ContentView(ScanModel& model, ReadinessModel& readiness, OnboardingCompletionStore& onboarding,
+                FolderChooser chooser);
+    ~ContentView() override;
+
+    [[nodiscard]] AppPage page() const { return page_; }
+    void setPage(AppPage page);
+
+    void chooseFolder();
+    /// Makes the folder the selection and brings the Overview page forward; ignored while a scan runs.
+    void selectFolder(const std::string& path);
+    void startScan();
+
+    [[nodiscard]] QSplitter* splitter() const { return splitter_; }
+    /// The walkthrough's sheet while it is up, else null.
+    [[nodiscard]] Sheet* onboardingSheet() const;
+    void presentOnboarding();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void layOut();
+    void connectAll();
+    void refresh();
+    void refreshPage();
+    void setDropTarget(bool visible);
+
+    ScanModel& model_;
+    ReadinessModel& readiness_;
+    OnboardingCompletionStore& onboarding_;
+    FolderChooser chooser_;
+    AppPage page_ = AppPage::overview;
+    bool wasShown_ = false;
+
+    QWidget* content_; ///< everything but sheets
+    WindowToolbar* toolbar_;
+    QSplitter* splitter_;
+    Sidebar* sidebar_;
+    QStackedWidget* pages_;
+    OverviewView* overview_;
+    TrendsView* trends_ = nullptr;   ///< made when it is first selected
+    CompareView* compare_ = nullptr; ///< likewise
+    QPointer<Sheet> sheet_;
+    QPointer<QWidget> dropTarget_;
+    Subscription modelSubscription_;
+    Subscription readinessSubscription_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/LoadscopeApp.h"
+
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/AppStyle.h"
+#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/ContentView.h"
+#include "LoadscopeApp/DesktopAppearance.h"
+#include "LoadscopeApp/FolderPanel.h"
+#include "LoadscopeApp/QtUIThread.h"
+#include "LoadscopeApp/SettingsStore.h"
+#include "LoadscopeApp/TerminationSignals.h"
+#include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/Scan/ScanModel.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileOpenEvent>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace loadscope {
+namespace {
+
+[[noreturn]] void endWithoutDisplay() {
+    std::fputs("Loadscope cannot open its window: there is no display to show it on.\n"
+               "Run it in a desktop session, or use \"loadscope scan\" in a terminal.\n",
+               stderr);
+    std::_Exit(LoadscopeApp::noDisplay);
+}
+
+/// While the application connects to the display: the toolkit says in many lines what we say in two.
+void onStartUpMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
+    if (type == QtFatalMsg) endWithoutDisplay();
+}
+
+std::unique_ptr<QApplication> makeApplication(int& argumentCount, char** arguments) {
+    QCoreApplication::setOrganizationName(QStringLiteral("Loadscope"));
+    QCoreApplication::setApplicationName(QStringLiteral("Loadscope"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LOADSCOPE_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.loadscope.Loadscope"));
+    const QtMessageHandler usual = qInstallMessageHandler(onStartUpMessage);
+    auto application = std::make_unique<QApplication>(argumentCount, arguments);
+    qInstallMessageHandler(usual);
+    return application;
+}
+
+std::optional<Appearance> appearanceFromEnvironment() {
+    const QByteArray wish = qgetenv("LOADSCOPE_APPEARANCE");
+    if (wish == QByteArrayLiteral("dark")) return Appearance::dark;
+    if (wish == QByteArrayLiteral("light")) return Appearance::light;
+    return {};
+}
+
+std::optional<bool> reducedMotionFromEnvironment() {
+    if (!qEnvironmentVariableIsSet("LOADSCOPE_REDUCED_MOTION")) return {};
+    return qgetenv("LOADSCOPE_REDUCED_MOTION") != QByteArrayLiteral("0");
+}
+
+/// Takes the folders that the desktop hands to a running application.
+class OpenEvents : public QObject {
+public:
+    explicit OpenEvents(ContentView& window) : window_(window) { qApp->installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::FileOpen) {
+            const QString file = static_cast<QFileOpenEvent*>(event)->file();
+            if (!file.isEmpty()) window_.selectFolder(QFile::encodeName(file).toStdString());
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    ContentView& window_;
+};
+
+} // namespace
+
+/// In the order of their making; destroyed in reverse, so that the window goes before its models and they
+/// before the thread to which they post.
+struct LoadscopeApp::Parts {
+    Parts(int& argumentCount, char** arguments) : application(makeApplication(argumentCount, arguments)) {
+        QApplication::setStyle(new AppStyle); // the application owns it
+        theme.force(appearanceFromEnvironment(), reducedMotionFromEnvironment());
+        desktop.start();
+    }
+
+    std::unique_ptr<QApplication> application;
+    AppTheme theme;
+    KeyboardUse keyboardUse;
+    DesktopAppearance desktop;
+    TerminationSignals signals_;
+    QtUIThread uiThread;
+    SettingsStore settings;
+    ScanModel model{uiThread, ScanModel::Collaborators::forUser()};
+    ReadinessModel readiness{uiThread};
+    ContentView window{model, readiness, settings, FolderPanel::open};
+    OpenEvents openEvents{window};
+};
+
+LoadscopeApp::LoadscopeApp(int& argumentCount, char** arguments) {
+    AccessibleTraits::install();
+    parts_ = std::make_unique<Parts>(argumentCount, arguments);
+}
+
+LoadscopeApp::~LoadscopeApp() = default;
+
+int LoadscopeApp::run(const std::optional<std::string>& folder) {
+    Parts& parts = *parts_;
+    parts.settings.restoreWindow(parts.window, *parts.window.splitter());
+    if (folder) parts.window.selectFolder(*folder);
+    parts.window.show();
+    const int exitCode = QApplication::exec();
+    parts.settings.saveWindow(parts.window, *parts.window.splitter());
+    // Gone from the screen at once, while the child of a scan may take a moment to end.
+    parts.window.hide();
+    QCoreApplication::processEvents();
+    return exitCode;
+}
+
+} // namespace loadscope

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/BandGuide.h"
+
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Scoring/OpinionBand.h"
+
+#include <QGridLayout>
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+QString meaning(OpinionBand band) {
+    const QString heavy = DisplayText::own(LocaleFormat::grouped(OpinionBands::heavyThreshold));
+    const QString excessive = DisplayText::own(LocaleFormat::grouped(OpinionBands::excessiveThreshold));
+    switch (band) {
+    case OpinionBand::lean:
+        return QStringLiteral("Below %1 tokens; below 15% of a reported context window.").arg(heavy);
+    case OpinionBand::heavy:
+        return QStringLiteral("From %1 to %2 tokens; 15% to 30% of a reported context window.")
+            .arg(heavy, excessive);
+    case OpinionBand::excessive:
+        break;
+    }
+    return QStringLiteral("Above %1 tokens; above 30% of a reported context window.").arg(excessive);
+}
+
+} // namespace
+
+QWidget* BandGuide::makeSection() {
+    auto* body = new QWidget;
+    auto* column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(12);
+    auto* rows = new QGridLayout;
+    rows->setHorizontalSpacing(12);
+    rows->setVerticalSpacing(8);
+    rows->setColumnStretch(1, 1);
+    int line = 0;
+    for (const OpinionBand band : allOpinionBands) {
+        rows->addWidget(
+            new StatusPill(DisplayText::own(OpinionBands::title(band)), {}, ThemeColors::text(band)), line, 0,
+            Qt::AlignLeading | Qt::AlignTop);
+        auto* text = new TextLabel(meaning(band), TextStyle::body, ThemeColor::secondaryText);
+        text->setWraps();
+        rows->addWidget(text, line, 1, Qt::AlignVCenter);
+        ++line;
+    }
+    column->addLayout(rows);
+    auto* note = new TextLabel(
+        QStringLiteral(
+            "A scan whose tool reported its context window is judged against that window, every other "
+            "scan against the fixed token counts. Totals of different tools measure different "
+            "sessions and are never added up."),
+        TextStyle::body, ThemeColor::secondaryText);
+    note->setWraps();
+    column->addWidget(note);
+    return new CollapsibleSection(QStringLiteral("How to read this"),
+                                  DisplayText::own(OpinionBands::opinionNote), body);
+}
+
+} // namespace loadscope

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/OverviewPanels.h"
+
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Components/SelectableText.h"
+#include "LoadscopeApp/Components/StateIcon.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/DisplayText.h"
+
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int widestText = 460;
+constexpr double detailShare = 0.45; ///< of the page's height, before the detail scrolls
+
+TextLabel* centered(TextLabel* label) {
+    label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    label->setWraps();
+    return label;
+}
+
+} // namespace
+
+OverviewScanLoadingState::OverviewScanLoadingState(QWidget* parent)
+    : CenteredPanel(widestText, parent),
+      icon_(new StateIcon(QStringLiteral("arrow.triangle.2.circlepath"), ThemeColor::accent)),
+      stage_(centered(new TextLabel({}, TextStyle::headline))),
+      cancel_(new PushButton(PushButton::Kind::secondary, QStringLiteral("Cancel"))) {
+    AccessibleTraits::setRole(this, QAccessible::Grouping, QStringLiteral("Scan in progress"));
+    icon_->setSpinning(true);
+    cancel_->setAccessibleName(QStringLiteral("Cancel scan"));
+    cancel_->setShortcut(Qt::Key_Escape);
+    // The place of the button stays when it goes, so that the texts do not jump.
+    QSizePolicy policy = cancel_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    cancel_->setSizePolicy(policy);
+    column()->addWidget(icon_, 0, Qt::AlignHCenter);
+    column()->addWidget(stage_);
+    column()->addWidget(
+        centered(new TextLabel(QStringLiteral("Measuring the selected tools and local instruction files."),
+                               TextStyle::body, ThemeColor::secondaryText)));
+    column()->addWidget(cancel_, 0, Qt::AlignHCenter);
+    connect(cancel_, &QPushButton::clicked, this, &OverviewScanLoadingState::cancelRequested);
+}
+
+void OverviewScanLoadingState::refresh(const QString& stage, bool canCancel) {
+    stage_->setText(stage);
+    cancel_->setVisible(canCancel);
+}
+
+QWidget* OverviewScanLoadingState::cancelButton() const { return cancel_; }
+
+OverviewScanFailureState::OverviewScanFailureState(QWidget* parent)
+    : CenteredPanel(widestText, parent),
+      headline_(centered(new TextLabel({}, TextStyle::headline))),
+      detail_(new SelectableText({}, TextStyle::body, ThemeColor::secondaryText)),
+      retry_(new PushButton(PushButton::Kind::primary, QStringLiteral("Retry"))) {
+    AccessibleTraits::setRole(this, QAccessible::Grouping, QStringLiteral("Scan failed"));
+    AccessibleTraits::setRole(headline_, QAccessible::Heading);
+    retry_->setAccessibleName(QStringLiteral("Retry scan"));
+    column()->addWidget(new StateIcon(QStringLiteral("exclamationmark.triangle"), ThemeColor::bandExcessive),
+                        0, Qt::AlignHCenter);
+    column()->addWidget(headline_);
+    column()->addWidget(detail_);
+    column()->addWidget(retry_, 0, Qt::AlignHCenter);
+    connect(retry_, &QPushButton::clicked, this, &OverviewScanFailureState::retryRequested);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(key, this), &QShortcut::activated, this, [this] {
+            if (retry_->isVisible() && retry_->isEnabled()) retry_->animateClick();
+        });
+}
+
+void OverviewScanFailureState::refresh(const ProbeError& error, bool canRetry) {
+    const QString headline = DisplayText::line(error.headline());
+    headline_->setText(headline);
+    headline_->setAccessibleName(headline);
+    const QString detail = DisplayText::paragraphs(error.detail());
+    detail_->setText(detail);
+    // A list reads better from its leading edge; a sentence stands in the middle as the headline does.
+    detail_->setTextAlignment(detail.contains(QLatin1Char('\n')) ? Qt::AlignLeading : Qt::AlignHCenter);
+    retry_->setVisible(canRetry);
+}
+
+QWidget* OverviewScanFailureState::retryButton() const { return retry_; }
+
+void OverviewScanFailureState::resizeEvent(QResizeEvent* event) {
+    detail_->setHeightLimit(static_cast<int>(height() * detailShare));
+    CenteredPanel::resizeEvent(event);
+}
+
+} // namespace loadscope

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Components/PageFrame.h"
+#include "LoadscopeCore/Report/ScanReport.h"
+
+#include <memory>
+
+namespace loadscope {
+
+/// Everything that one scan measured, in one column.
+class OverviewReport : public PageFrame {
+    Q_OBJECT
+
+public:
+    /// `report` must not be null.
+    explicit OverviewReport(std::shared_ptr<const ScanReport> report, QWidget* parent = nullptr);
+
+    [[nodiscard]] const std::shared_ptr<const ScanReport>& report() const { return report_; }
+
+private:
+    std::shared_ptr<const ScanReport> report_;
+};
+
+} // namespace loadscope

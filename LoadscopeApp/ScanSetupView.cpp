@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/ScanSetupView.h"
+
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/CollapsibleBody.h"
+#include "LoadscopeApp/Components/DisclosureButton.h"
+#include "LoadscopeApp/Components/LinkButton.h"
+#include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Components/ToggleSwitch.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeCore/Scan/ScanModel.h"
+
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int rowSpacing = 6;
+const QString claudeGuide = QStringLiteral("https://docs.claude.com/en/docs/claude-code/setup");
+const QString codexGuide = QStringLiteral("https://developers.openai.com/codex/cli");
+
+TextLabel* note(const QString& text) {
+    auto* label = new TextLabel(text, TextStyle::caption, ThemeColor::secondaryText);
+    label->setWraps();
+    return label;
+}
+
+} // namespace
+
+ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
+    : QWidget(parent),
+      readiness_(readiness),
+      model_(model),
+      claude_(new ReadinessRow(QStringLiteral("Claude"))),
+      codex_(new ReadinessRow(QStringLiteral("Codex"))),
+      includeCodex_(new ToggleSwitch(QStringLiteral("Include Codex"))),
+      recheck_(new PushButton(PushButton::Kind::secondary, QStringLiteral("Recheck setup"))) {
+    includeCodex_->setToolTip(
+        PlainToolTip::escaped(QStringLiteral("Runs a real Codex session and uses Codex allowance.")));
+    includeCodex_->setAccessibleDescription(
+        QStringLiteral("Runs a real Codex session and uses Codex allowance."));
+    recheck_->setFillsWidth();
+
+    const QString helpTitle = QStringLiteral("Setup help");
+    auto* help =
+        new DisclosureButton(helpTitle, new TextLabel(helpTitle, TextStyle::body, ThemeColor::secondaryText),
+                             DisclosureButton::ChevronSide::leading);
+    auto* helpBody = new CollapsibleBody(makeHelp(), rowSpacing);
+    connect(help, &DisclosureButton::expandedChanged, helpBody, &CollapsibleBody::setOpen);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(claude_);
+    column->addSpacing(rowSpacing);
+    column->addWidget(codex_);
+    column->addSpacing(rowSpacing);
+    column->addWidget(includeCodex_);
+    column->addSpacing(rowSpacing);
+    column->addWidget(help);
+    column->addWidget(helpBody);
+    column->addSpacing(rowSpacing + 2);
+    column->addWidget(recheck_);
+
+    connect(includeCodex_, &QCheckBox::toggled, this, [this](bool on) { model_.setIncludeCodex(on); });
+    connect(recheck_, &QPushButton::clicked, this, [this] { readiness_.recheck(); });
+    subscription_ = readiness_.observe([this] { updateReadiness(); });
+    updateReadiness();
+    updateScan();
+}
+
+QWidget* ScanSetupView::makeHelp() const {
+    auto* help = new QWidget;
+    auto* column = new QVBoxLayout(help);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(rowSpacing);
+    column->addWidget(note(QStringLiteral(
+        "Install and sign in through each tool, then recheck here. Status checks do not run a scan. Signed "
+        "in does not guarantee available allowance.")));
+    column->addWidget(new LinkButton(QStringLiteral("Claude installation and sign-in"), QUrl(claudeGuide)));
+    column->addWidget(new LinkButton(QStringLiteral("Codex installation and sign-in"), QUrl(codexGuide)));
+    column->addWidget(note(QStringLiteral("If status is unknown, you can still try a scan; any problem will "
+                                          "be shown with recovery guidance.")));
+    return help;
+}
+
+void ScanSetupView::updateReadiness() {
+    claude_->setReadiness(readiness_.claude());
+    codex_->setReadiness(readiness_.codex());
+    const bool checking = readiness_.isChecking();
+    recheck_->setTitle(checking ? QStringLiteral("Checking…") : QStringLiteral("Recheck setup"));
+    recheck_->setEnabled(!checking);
+}
+
+void ScanSetupView::updateScan() {
+    includeCodex_->setChecked(model_.includeCodex());
+    includeCodex_->setEnabled(!model_.state().isScanning());
+}
+
+} // namespace loadscope

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Sidebar.h"
+
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/PageList.h"
+#include "LoadscopeApp/ScanSetupView.h"
+#include "LoadscopeApp/SidebarRepository.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/Scan/ScanModel.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int sectionSpacing = 24;
+constexpr int headingSpacing = 8;
+constexpr int pageInset = 12; ///< the rows of the pages reach nearer to the edges than the texts
+
+TextLabel* heading(const QString& title) {
+    auto* label = new TextLabel(title, TextStyle::caption, ThemeColor::secondaryText);
+    label->setWeight(QFont::DemiBold);
+    AccessibleTraits::setRole(label, QAccessible::Heading, title);
+    return label;
+}
+
+QVBoxLayout* section(int inset) {
+    auto* column = new QVBoxLayout;
+    column->setContentsMargins(inset, 0, inset, 0);
+    column->setSpacing(headingSpacing);
+    return column;
+}
+
+} // namespace
+
+Sidebar::Sidebar(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
+    : QScrollArea(parent),
+      model_(model),
+      repository_(new SidebarRepository),
+      setup_(new ScanSetupView(readiness, model)),
+      pages_(new PageList) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setMinimumWidth(Metrics::sidebarMinimumWidth);
+    viewport()->setAutoFillBackground(false);
+
+    auto* body = new QWidget;
+    auto* column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 18, 0, 18);
+    column->setSpacing(sectionSpacing);
+    QVBoxLayout* repository = section(Metrics::sidebarInset);
+    repository->addWidget(repository_);
+    column->addLayout(repository);
+    QVBoxLayout* setup = section(Metrics::sidebarInset);
+    setup->addWidget(heading(QStringLiteral("Scan setup")));
+    setup->addWidget(setup_);
+    column->addLayout(setup);
+    QVBoxLayout* pages = section(pageInset);
+    auto* pagesHeading = heading(QStringLiteral("Pages"));
+    pagesHeading->setContentsMargins(Metrics::sidebarInset - pageInset, 0, 0, 0);
+    pages->addWidget(pagesHeading);
+    pages->addWidget(pages_);
+    column->addLayout(pages);
+    column->addStretch();
+    setWidget(body);
+    body->setAutoFillBackground(false);
+
+    connect(pages_, &PageList::selected, this, &Sidebar::pageSelected);
+    AppTheme::bind(this, [this] { viewport()->update(); });
+    refresh();
+}
+
+void Sidebar::refresh() {
+    repository_->refresh(model_.selection(), model_.state());
+    setup_->updateScan();
+}
+
+void Sidebar::selectPage(AppPage page) { pages_->select(page); }
+
+QSize Sidebar::sizeHint() const { return {Metrics::sidebarWidth, QScrollArea::sizeHint().height()}; }
+
+void Sidebar::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    painter.fillRect(viewport()->rect(), AppTheme::current().color(ThemeColor::sidebar));
+    painter.end();
+    QScrollArea::paintEvent(event);
+}
+
+} // namespace loadscope

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/SidebarRepository.h"
+
+#include "LoadscopeApp/Components/ElidedLabel.h"
+#include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Components/SelectableText.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/DisplayText.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int symbolSize = 17;
+
+void showStatus(StatusPill& pill, const ScanState& state) {
+    if (state.isScanning())
+        pill.setStatus(QStringLiteral("Scanning"), QStringLiteral("arrow.triangle.2.circlepath"),
+                       ThemeColor::accent);
+    else if (state.error() != nullptr)
+        pill.setStatus(QStringLiteral("Scan failed"), QStringLiteral("exclamationmark.triangle.fill"),
+                       ThemeColor::bandExcessive);
+    else if (state.report() != nullptr)
+        pill.setStatus(QStringLiteral("Scan complete"), QStringLiteral("checkmark.circle.fill"),
+                       ThemeColor::bandLean);
+    else
+        pill.setStatus(QStringLiteral("Ready to scan"), QStringLiteral("circle"), ThemeColor::secondaryText);
+}
+
+} // namespace
+
+SidebarRepository::SidebarRepository(QWidget* parent)
+    : QWidget(parent),
+      name_(new ElidedLabel({}, TextStyle::headline)),
+      path_(new SelectableText({}, TextStyle::caption, ThemeColor::secondaryText)),
+      status_(new StatusPill({}, {}, ThemeColor::secondaryText)) {
+    name_->setElideMode(Qt::ElideMiddle);
+    auto* disclosure = new TextLabel(DisplayText::own(ScanModel::allowanceDisclosure), TextStyle::caption,
+                                     ThemeColor::secondaryText);
+    disclosure->setWraps();
+
+    auto* title = new QHBoxLayout;
+    title->setSpacing(8);
+    title->addWidget(new IconView(QStringLiteral("folder.fill"), symbolSize, ThemeColor::accent));
+    title->addWidget(name_, 1);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addLayout(title);
+    column->addWidget(path_);
+    column->addWidget(status_, 0, Qt::AlignLeading);
+    column->addWidget(disclosure);
+    refresh({}, {});
+}
+
+void SidebarRepository::refresh(const std::optional<RepoSelection>& selection, const ScanState& state) {
+    name_->setText(selection ? DisplayText::line(selection->displayName)
+                             : QStringLiteral("No repository selected"));
+    path_->setText(selection ? DisplayText::line(selection->path)
+                             : QStringLiteral("Choose a local repository to begin one scan."));
+    showStatus(*status_, state);
+}
+
+} // namespace loadscope
