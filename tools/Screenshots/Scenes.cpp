@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/DisclosureButton.h"
+#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Components/Sheet.h"
+#include "tools/Screenshots/Stage.h"
+
+#include <QDir>
+
+namespace loadscope::screenshots {
+namespace {
+
+/// A folder that can be listed, whatever it is called on the pictures.
+std::string repository(const QString& name) {
+    const QString path = QDir::tempPath() + QStringLiteral("/loadscope-pictures/src/") + name;
+    QDir().mkpath(path);
+    return path.toStdString();
+}
+
+const QString longName = QStringLiteral("a-repository-whose-name-goes-on-and-on-with-<b>markup</b>-in-it");
+
+void press(Stage& stage, const QString& title) {
+    for (auto* button : stage.view.findChildren<PushButton*>()) {
+        if (button->text() == title && button->isVisible()) button->click();
+    }
+    stage.settle();
+}
+
+Scene onboarding(int step) {
+    return {QStringLiteral("onboarding-%1").arg(step), [step](Stage& stage) {
+                stage.choose(repository(QStringLiteral("web-app")));
+                stage.view.presentOnboarding();
+                stage.settle();
+                for (int number = 1; number < step; ++number)
+                    press(stage, QStringLiteral("Next"));
+            }};
+}
+
+Scene failure(const QString& name, const ProbeError& error) {
+    return {name, [error](Stage& stage) {
+                stage.choose(repository(QStringLiteral("web-app")));
+                stage.scan(error);
+            }};
+}
+
+Scene page(const QString& name, AppPage page) {
+    return {name, [page](Stage& stage) {
+                stage.choose(repository(QStringLiteral("web-app")));
+                stage.view.setPage(page);
+            }};
+}
+
+InstructionFileSet sampleFiles() {
+    InstructionFileSet files;
+    files.repositoryFiles = {{"/home/dev/src/web-app/CLAUDE.md", 9'812},
+                             {"/home/dev/src/web-app/docs/setup.md", 5'220},
+                             {"/home/dev/src/web-app/docs/testing.md", 1'808}};
+    files.personalFiles = {{"/home/dev/.claude/CLAUDE.md", 8'040},
+                           {"/home/dev/.claude/rules/style.md", 3'460}};
+    return files;
+}
+
+} // namespace
+
+const std::vector<Scene>& scenes() {
+    static const std::vector<Scene> all{
+        {QStringLiteral("overview-idle"),
+         [](Stage& stage) {
+             stage.readinessAnswer = {ToolReadiness::unknown, ToolReadiness::notInstalled};
+             stage.readiness.recheck();
+             stage.settle([&stage] { return !stage.readiness.isChecking(); });
+         }},
+        {QStringLiteral("overview-long-name"), [](Stage& stage) { stage.choose(repository(longName)); }},
+        {QStringLiteral("overview-setup-help"),
+         [](Stage& stage) {
+             stage.choose(repository(QStringLiteral("web-app")));
+             for (auto* button : stage.view.findChildren<DisclosureButton*>())
+                 button->setExpanded(true);
+         }},
+        {QStringLiteral("overview-scanning"),
+         [](Stage& stage) {
+             stage.choose(repository(QStringLiteral("web-app")));
+             stage.model.setIncludeCodex(true);
+             stage.scan(testing::FakeProbe::Hang{});
+         }},
+        failure(QStringLiteral("overview-failed"), ProbeError::NotAuthenticated{}),
+        failure(QStringLiteral("overview-failed-list"),
+                ProbeError::CLINotFound{{"/home/dev/.local/bin/claude", "/opt/homebrew/bin/claude",
+                                         "/usr/local/bin/claude", "zsh -lc 'command -v claude'"}}),
+        failure(QStringLiteral("overview-failed-long"),
+                ProbeError::RepositoryUnreadable{"/home/dev/" + std::string(5'000, 'w')}),
+        {QStringLiteral("overview-result"),
+         [](Stage& stage) {
+             stage.tools.instructions->files = sampleFiles();
+             stage.choose(repository(QStringLiteral("web-app")));
+             stage.model.setIncludeCodex(true);
+             stage.scan(testing::sampleResult());
+         }},
+        page(QStringLiteral("trends-empty"), AppPage::trends),
+        page(QStringLiteral("compare-empty"), AppPage::compare),
+        onboarding(1),
+        onboarding(2),
+        onboarding(3),
+        onboarding(4),
+    };
+    return all;
+}
+
+} // namespace loadscope::screenshots

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "tools/Screenshots/Stage.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace loadscope::screenshots {
+namespace {
+
+constexpr int patienceMilliseconds = 20'000;
+constexpr int pollMilliseconds = 20;
+
+} // namespace
+
+Stage::Stage()
+    : model(uiThread, tools.collaborators()),
+      readiness(uiThread, [this](std::stop_token) { return readinessAnswer; }),
+      view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {}
+
+void Stage::settle(const std::function<bool()>& condition) {
+    QElapsedTimer timer;
+    timer.start();
+    do {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, pollMilliseconds);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        if (timer.elapsed() > patienceMilliseconds) {
+            std::fputs("A state was never reached.\n", stderr);
+            std::exit(1);
+        }
+    } while (condition && !condition());
+    QCoreApplication::processEvents();
+}
+
+void Stage::choose(const std::string& path) {
+    view.selectFolder(path);
+    settle();
+}
+
+void Stage::scan(testing::FakeProbe::Answer answer) {
+    const bool hangs = std::holds_alternative<testing::FakeProbe::Hang>(answer);
+    tools.probe->answer(std::move(answer));
+    view.startScan();
+    settle([this, hangs] {
+        return hangs ? model.scanStage() == "Reading Claude startup context…" : !model.isScanTaskRunning();
+    });
+}
+
+} // namespace loadscope::screenshots

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/ContentView.h"
+#include "LoadscopeApp/QtUIThread.h"
+#include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "tests/LoadscopeApp/Support/FakeTools.h"
+
+#include <QString>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace loadscope::screenshots {
+
+/// A window over scripted tools, brought into one state to be pictured.
+class Stage {
+public:
+    Stage();
+
+    /// Lets the event loop run until `condition` holds; ends the program when it never does.
+    void settle(const std::function<bool()>& condition = {});
+    void choose(const std::string& path);
+    void scan(testing::FakeProbe::Answer answer);
+
+    testing::FakeTools tools;
+    testing::MemoryCompletionStore store{true};
+    ReadinessChecker::Result readinessAnswer{ToolReadiness::ready, ToolReadiness::ready};
+    QtUIThread uiThread;
+    ScanModel model;
+    ReadinessModel readiness;
+    ContentView view;
+};
+
+/// One picture: its name and how to get there. The window is already shown when `prepare` runs.
+struct Scene {
+    QString name;
+    std::function<void(Stage&)> prepare;
+};
+
+[[nodiscard]] const std::vector<Scene>& scenes();
+
+} // namespace loadscope::screenshots
