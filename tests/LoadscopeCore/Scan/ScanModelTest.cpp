@@ -110,8 +110,8 @@ TEST_F(ScanModels, RunTheStagesInOrderAndRecordEachMeasuredTool) {
     EXPECT_EQ(model->history().size(), 1U);
     EXPECT_EQ(codex_->runs, 0);
 
-    stages_.clear();
     model->setIncludeCodex(true);
+    stages_.clear();
     runToEnd(*model);
     EXPECT_EQ(stages_[2], "Measuring Codex context…");
     ASSERT_EQ(model->history().size(), 3U);
