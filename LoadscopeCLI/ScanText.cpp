@@ -17,6 +17,7 @@ using enum Table::Alignment;
 
 std::string percentage(double fraction) { return LocaleFormat::oneDecimal(fraction * 100) + '%'; }
 
+/// The copyable summary, line by line for its styles.
 std::string summary(const ScanReport& report, const Terminal& terminal) {
     std::string text;
     const auto lines = ScanPresentation::summaryLines(report);
@@ -25,7 +26,7 @@ std::string summary(const ScanReport& report, const Terminal& terminal) {
         const TextStyle style = i == 1 ? TextStyle::bold : i == 2 ? styleOf(report.band) : TextStyle::plain;
         text += terminal.styled(style, line) + '\n';
     }
-    return text;
+    return text + '\n' + terminal.styled(TextStyle::dim, ScanPresentation::measurementNote) + '\n';
 }
 
 std::string rowsTable(const ScanReport& report, const Terminal& terminal) {
