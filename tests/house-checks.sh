@@ -4,7 +4,7 @@
 #
 # House rules that a compiler does not hold, one line each: house-checks.sh [LIBRARY OF THE CORE]
 set -uo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
 failed=0
 sources=()
 for folder in LoadscopeCore LoadscopeCLI LoadscopeApp tests benchmarks fuzz demo; do
@@ -14,16 +14,30 @@ done
 # none RULE COMMAND...: the command must find nothing.
 none() {
     local found
-    if found=$("${@:2}") && [[ -n $found ]]; then
+    found=$("${@:2}")
+    if [[ -n $found ]]; then
         printf 'FAILED: %s\n%s\n' "$1" "$found"
         failed=1
     else
         printf 'ok: %s\n' "$1"
     fi
 }
+
+# The folders of the core in an order in which each includes only earlier ones: so no circle can arise.
+order=(Platform Process Scoring Geometry ClaudeProbe CodexProbe Instructions Report History Presentation Readiness Scan)
+includes_of_later_folders() {
+    local i later
+    for ((i = 0; i + 1 < ${#order[@]}; i++)); do
+        later=$(IFS='|' && echo "${order[*]:i+1}")
+        grep -rnE "${code[@]}" "#include \"LoadscopeCore/($later)/" "LoadscopeCore/${order[i]}"
+    done
+    find LoadscopeCore -mindepth 1 -maxdepth 1 -type d |
+        grep -vE "/($(IFS='|' && echo "${order[*]}"))\$"
+}
 code=(--include='*.h' --include='*.cpp')
 
 none 'the core includes no Qt' grep -rnE "${code[@]}" '#include [<"](Q[A-Z]|Qt)' LoadscopeCore LoadscopeCLI
+none 'each folder of the core includes only those before it' includes_of_later_folders
 none 'the core includes neither the command nor the window' grep -rnE "${code[@]}" 'Loadscope(CLI|App)/' LoadscopeCore
 none 'the command and the window do not include each other' grep -rnE --include='*.cpp' --include='*.h' \
     'LoadscopeApp/' LoadscopeCLI
