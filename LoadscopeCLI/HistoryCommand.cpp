@@ -13,6 +13,7 @@
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <unistd.h>
@@ -35,11 +36,15 @@ constexpr const char* examples = R"(Examples:
   loadscope history --json | jq '.scans[-1].total'   the newest total, for scripts
   loadscope history clear --yes                      delete the history without asking)";
 
-/// The largest categories of a record in one line.
+/// The largest categories of a record in one line; its rows come largest first.
 std::string categoriesSummary(const RecordedScan& scan) {
+    constexpr std::size_t shown = 3;
     std::string text;
-    for (const RecordedCategory& category : scan.categories)
-        text += (text.empty() ? "" : ", ") + category.name + ' ' + LocaleFormat::compact(category.tokens);
+    for (std::size_t i = 0; i < std::min(shown, scan.categories.size()); ++i)
+        text += (text.empty() ? "" : ", ") + scan.categories[i].name + ' ' +
+                LocaleFormat::compact(scan.categories[i].tokens);
+    if (scan.categories.size() > shown)
+        text += " and " + std::to_string(scan.categories.size() - shown) + " more";
     return text;
 }
 

@@ -65,6 +65,7 @@ std::string Table::text(const Terminal& terminal, bool cutsLastColumn) const {
             if (!right) result += padding;
             result.append(gap, ' ');
         }
+        result.erase(result.find_last_not_of(' ') + 1);
         result += '\n';
     }
     return result;
