@@ -5,8 +5,8 @@
 #include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/Scoring/OpinionBand.h"
 
-#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 

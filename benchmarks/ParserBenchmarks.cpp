@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/ClaudeProbe/ContextBreakdownParser.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
+#include "LoadscopeCore/ClaudeProbe/Transcript.h"
+#include "LoadscopeCore/CodexProbe/CodexProbe.h"
+#include "LoadscopeCore/History/ScanHistoryFile.h"
+#include "benchmarks/SampleTexts.h"
+
+#include <benchmark/benchmark.h>
+
+namespace loadscope {
+namespace {
+
+constexpr std::size_t megabyte = 1'000'000;
+
+/// Runs a parser over one text and counts the bytes.
+template <class Parse>
+void measure(benchmark::State& state, const std::string& text, const Parse& parse) {
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(parse(text));
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                            static_cast<std::int64_t>(text.size()));
+}
+
+void contextReport(benchmark::State& state) {
+    measure(state, Samples::contextReport(20'000),
+            [](const std::string& text) { return ContextBreakdownParser::parse(text); });
+}
+BENCHMARK(contextReport)->Unit(benchmark::kMillisecond);
+
+void resultObject(benchmark::State& state) {
+    measure(state, Samples::resultObject(Samples::contextReport(20'000)),
+            [](const std::string& text) { return ProbeOutputParser::parse(text, "", 0); });
+}
+BENCHMARK(resultObject)->Unit(benchmark::kMillisecond);
+
+void transcript(benchmark::State& state) {
+    measure(state, Samples::transcript(megabyte),
+            [](const std::string& text) { return TranscriptReader::firstAssistantUsageInTranscript(text); });
+}
+BENCHMARK(transcript)->Unit(benchmark::kMillisecond);
+
+void eventStream(benchmark::State& state) {
+    measure(state, Samples::eventStream(megabyte),
+            [](const std::string& text) { return CodexOutputParser::firstTokenCount(text); });
+}
+BENCHMARK(eventStream)->Unit(benchmark::kMillisecond);
+
+void historyFile(benchmark::State& state) {
+    measure(state, ScanHistoryFile::encode(Samples::history(200, 20)),
+            [](const std::string& text) { return ScanHistoryFile::decode(text); });
+}
+BENCHMARK(historyFile)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace loadscope
