@@ -36,92 +36,70 @@ TEST(ContextBreakdownParser, ReadsAWholeReport) {
 }
 
 TEST(ContextBreakdownParser, ReadsTheFirstTotalOverAWindow) {
-    const std::vector<std::pair<std::string, std::optional<Totals>>> cases{
-        {"Tokens: 1,234 / 1.5M", Totals{1234, 1'500'000}},
-        {"Tokens:12.3456k/200k", Totals{12346, 200'000}},
-        {"tokens: 5k / 10k", {}},
-        {"12k / 200k", {}},
-        {"Tokens: 1.2.3k / 200k", {}},
-        {"Tokens: 1.2.3k / 200k\nTokens: 1k / 2k", {}}, // the first match decides
-        {"Tokens: 5k / 1.2.3k", Totals{5000, {}}},
-        {"Tokens: none\n**Tokens:** \n**7k**\u00a0*/*\u2003 9k", Totals{7000, 9000}},
-        {"Tokens: Tokens:: Tokens: 5 Tokens: 1/2", Totals{1, 2}},
-        {"Tokens: 5kk / 10k", {}},
-        {"Tokens: 5k of 10k", {}},
-        {"Tokens: 5k / k", {}},
-        {"Tokens: 5 / 10kM", Totals{5, 10'000}},
-        {"Tokens: ,.,/,", {}},
-        {"Tokens: 5k /", {}},
-        {"Tokens:", {}}};
-    for (const auto& [text, expected] : cases)
+    const std::vector<std::pair<std::string, Totals>> totals{
+        {"Tokens: 1,234 / 1.5M", {1234, 1'500'000}},
+        {"Tokens:12.3456k/200k", {12346, 200'000}},
+        {"Tokens: 5k / 1.2.3k", {5000, {}}},
+        {"Tokens: none\n**Tokens:** \n**7k**\u00a0*/*\u2003 9k", {7000, 9000}},
+        {"Tokens: Tokens:: Tokens: 5 Tokens: 1/2", {1, 2}},
+        {"Tokens: 5 / 10kM", {5, 10'000}}};
+    for (const auto& [text, expected] : totals)
         EXPECT_TRUE(reportedTotals(text) == expected) << text;
+    for (const auto* text :
+         {"tokens: 5k / 10k", "12k / 200k", "Tokens: 1.2.3k / 2k", "Tokens: ./2\nTokens: 1k / 2k",
+          "Tokens: 5kk / 10k", "Tokens: 5k of 10k", "Tokens: 5k / k", "Tokens: ,.,/,", "Tokens:"})
+        EXPECT_EQ(reportedTotals(text), std::nullopt) << text;
 }
 
 TEST(ContextBreakdownParser, IsStrictAboutCounts) {
-    const std::vector<std::pair<std::string, std::optional<std::int64_t>>> cases{
+    const std::vector<std::pair<std::string, std::int64_t>> counts{
         {"2.5", 3},
         {"0.5", 1},
         {"0.49", 0},
         {"1.2345k", 1235},
         {"**8**", 8},
-        {"\u2003 447\t", 447},
-        {"1m", 1000000},
-        {"2K", 2000},
-        {"1,9,", 19},
+        {"\u2003 1,9,\t", 19},
         {"5.", 5},
         {".5", 1},
-        {"18.4k", 18400},
-        {"k", {}},
-        {"12%", {}},
-        {"", {}},
-        {"*,*", {}},
-        {".", {}},
-        {"1.2.3", {}},
-        {"~480", {}},
-        {"< 20", {}},
-        {"-5", {}},
-        {"+5", {}},
-        {"1e3", {}},
-        {"0x10", {}},
-        {"inf", {}},
-        {"nan", {}},
-        {"1 2", {}},
-        {"5kk", {}},
-        {"\n5", {}},
-        {"٣", {}},
-        {"** 8 **", {}},
+        {"2K", 2000},
         {"9223372036854774784", 9223372036854774784},
-        {"9223372036854775807", {}},
-        {"99999999999999999m", {}},
-        {std::string(400, '9'), {}},
-        {"0." + std::string(400, '0') + "1", 0},
-        {"00" + std::string(400, '0') + "7", 7}};
-    for (const auto& [text, expected] : cases)
+        {"0." + std::string(400, '0') + "1", 0}};
+    for (const auto& [text, expected] : counts)
         EXPECT_EQ(tokenCount(text), expected) << text;
+    for (const auto* text : {"k",
+                             "12%",
+                             "",
+                             "*,*",
+                             ".",
+                             "1.2.3",
+                             "~480",
+                             "< 20",
+                             "-5",
+                             "+5",
+                             "1e3",
+                             "0x10",
+                             "inf",
+                             "nan",
+                             "1 2",
+                             "5kk",
+                             "\n5",
+                             "٣",
+                             "** 8 **",
+                             "9223372036854775807",
+                             "99999999999999999m"})
+        EXPECT_EQ(tokenCount(text), std::nullopt) << text;
+    EXPECT_EQ(tokenCount(std::string(400, '9')), std::nullopt);
 }
 
-TEST(ContextBreakdownParser, ReadsRows) {
-    const std::vector<std::pair<std::string, std::optional<SelfReportedSlab>>> cases{
-        {"| Alpha | 3k |", {}},
-        {"| Alpha | 3k | 1% |", SelfReportedSlab{"Alpha", 3000}},
-        {"Alpha|3k|", {}},
-        {"Alpha | 3k | 1%", SelfReportedSlab{"Alpha", 3000}},
-        {"| Alpha | 3k | |", SelfReportedSlab{"Alpha", 3000}},
-        {"| Alpha | 3k ||", SelfReportedSlab{"Alpha", 3000}},
-        {"| bad|name | 3 | 1% |", {}},
-        {"| MCP tools (Deferred) | 3 | 1% |", {}},
-        {"| FREE space | 3 | 1% |", {}},
-        {"| category | 3 | 1% |", {}},
-        {"| :-: | 3 | 1% |", {}},
-        {"| - x | 3 | 1% |", SelfReportedSlab{"- x", 3}},
-        {"|  | 3 | 1% |", {}},
-        {"| Alpha | n/a | 1% |", {}},
-        {"| <b>\x1b[1m | 3 | |x", SelfReportedSlab{"<b>\x1b[1m", 3}},
-        {"|", {}},
-        {"||||", {}},
-        {"", {}}};
-    for (const auto& [line, expected] : cases)
-        EXPECT_TRUE(parseRow(line) == expected) << line;
+TEST(ContextBreakdownParser, ReadsRowsOfAtLeastThreeCells) {
+    for (const auto* line :
+         {"| A | 3k | 1% |", "A | 3k | 1%", "| A | 3k | |", "| A | 3k ||", "|A|3,000|x|y|z"})
+        EXPECT_EQ(parseRow(line), (SelfReportedSlab{"A", 3000})) << line;
+    for (const auto* line :
+         {"| A | 3k |", "A|3k|", "| bad|name | 3 | 1% |", "| MCP tools (Deferred) | 3 | 1% |",
+          "| FREE space | 3 | 1% |", "| category | 3 | 1% |", "| :-: | 3 | 1% |", "|  | 3 | 1% |",
+          "| A | n/a | 1% |", "|", "||||", ""})
+        EXPECT_EQ(parseRow(line), std::nullopt) << line;
 }
 
 TEST(ContextBreakdownParser, StopsAtTheFirstHeadingAfterTheTable) {

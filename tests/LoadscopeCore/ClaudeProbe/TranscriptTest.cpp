@@ -43,36 +43,23 @@ TEST(TranscriptReader, TakesTheFirstUsableAssistantLine) {
     const std::string good = assistantLine(usage);
     const std::string later = assistantLine(R"({"input_tokens":99999})");
     const ProbeUsage expected{2, 500, 12000, 0};
-    struct Case {
-        const char* name;
-        std::string text;
-        std::optional<ProbeUsage> expected;
-    };
-    const std::vector<Case> cases{
-        {"other types and no usage before it",
-         "{\"type\":\"user\"}\n{\"type\":\"summary\",\"message\":{\"usage\":" + usage +
-             "}}\n{\"type\":\"assistant\",\"message\":{}}\n" + good + "\n" + later + "\n",
+    const std::vector<std::pair<std::string, std::optional<ProbeUsage>>> cases{
+        {"{\"type\":\"user\",\"message\":{\"usage\":" + usage + "}}\n{\"type\":\"assistant\"}\n" + good +
+             "\n" + later,
          expected},
-        {"only output tokens before it", assistantLine(R"({"output_tokens":5})") + "\n" + good, expected},
-        {"no final line feed", "\n\n" + good, expected},
-        {"broken lines before it", "{\"type\":\n\xff\xfe\n[1]\nnull\n\"x\"\n" + good + "\r\n" + later,
-         expected},
-        {"a line that spans many pieces",
-         "{\"type\":\"user\",\"text\":\"" + std::string(200'000, 'x') + "\"}\n" + good + "\n", expected},
-        {"the usable line spans pieces", std::string(65'530, '\n') + good + "\n" + later, expected},
-        {"message and usage of other types",
-         R"({"type":"assistant","message":[]})"
-         "\n" +
-             assistantLine("[]"),
-         {}},
-        {"a type that is no text", R"({"type":["assistant"],"message":{"usage":)" + usage + "}}", {}},
-        {"nothing", "", {}},
-    };
+        {assistantLine(R"({"output_tokens":5})") + "\n" + good, expected},
+        {"{\"type\":\n\xff\xfe\n\n[1]\nnull\n\"x\"\n" + good + "\r\n" + later, expected},
+        {"{\"text\":\"" + std::string(200'000, 'x') + "\"}\n" + good + "\n", expected}, // over many pieces
+        {std::string(65'530, '\n') + good + "\n" + later, expected},                    // across two pieces
+        {assistantLine("[]") + "\n{\"type\":\"assistant\",\"message\":[]}", {}},
+        {R"({"type":["assistant"],"message":{"usage":)" + usage + "}}", {}},
+        {"", {}}};
     const TemporaryFolder folder;
-    for (const auto& [name, text, usage] : cases) {
-        EXPECT_EQ(TranscriptReader::firstAssistantUsageInTranscript(text), usage) << name;
-        EXPECT_EQ(TranscriptReader::firstAssistantUsageAtPath(writeFile(folder.path("t.jsonl"), text)), usage)
-            << name;
+    for (const auto& [text, result] : cases) {
+        EXPECT_EQ(TranscriptReader::firstAssistantUsageInTranscript(text), result) << text.substr(0, 99);
+        EXPECT_EQ(TranscriptReader::firstAssistantUsageAtPath(writeFile(folder.path("t.jsonl"), text)),
+                  result)
+            << text.substr(0, 99);
     }
 }
 

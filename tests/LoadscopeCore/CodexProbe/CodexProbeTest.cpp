@@ -23,94 +23,66 @@ class CodexProbeTest : public testing::Test {
 protected:
     void scriptCodex(const std::string& commands) { writeExecutable(cli, "#!/bin/sh\n" + commands + "\n"); }
 
-    CodexScanOutcome run(CodexProbeRunner::Executor executor, std::stop_token stop = {}) {
-        CodexProbeRunner runner;
-        runner.executor = std::move(executor);
-        return CodexProbe(runner).run(home.path(), std::move(stop));
-    }
-
     const TemporaryFolder home;
     const std::string cli = home.path(".npm-global/bin/codex");
     const std::string failed = "Codex probe failed: ";
+    const std::string timedOut = "Nothing was measured. Try again, or try a smaller repository.";
 
 private:
     const ScopedEnvironment environment_{"HOME", home.path()};
 };
 
+/// The count and the window, or the reason without its usual beginning.
+std::string summary(const CodexScanOutcome& outcome) {
+    if (const auto* reason = outcome.reason()) return reason->substr(reason->find(": ") + 2);
+    return std::to_string(outcome.result()->total) + " of " +
+           std::to_string(*outcome.result()->contextWindow);
+}
+
 TEST_F(CodexProbeTest, TurnsEverySessionIntoACountOrAReason) {
-    struct Case {
-        const char* name;
-        CodexProbeRunner::SessionOutput session;
-        std::string reason; ///< empty: measured
-    };
     const std::string none = "codex reported no token_count event. ";
-    const std::vector<Case> cases{
-        {"a report", {report, 0, false}, ""},
-        {"a report although it failed", {"x\n" + report, 1, false}, ""},
-        {"a time-out in spite of a report",
-         {report, 15, true},
-         failed + "Nothing was measured. Try again, or try a smaller repository."},
-        {"not signed in",
-         {"Error: not signed in\n", 1, false},
-         failed + "codex exited with code 1 and reported no token_count event. Error: not signed in."},
-        {"nothing printed", {" \n", 0, false}, failed + none + "(no output)."},
-        {"the last three lines", {"1\n2\n\n \t\n 3 \r\n4.\u2028", 0, false}, failed + none + "2 3 4."},
-        {"a long line",
-         {std::string(700, 'x'), 0, false},
-         failed + none + std::string(500 - none.size(), 'x') + "…"},
-    };
+    const std::vector<std::pair<CodexProbeRunner::SessionOutput, std::string>> cases{
+        {{report, 0, false}, "12345 of 272000"},
+        {{"x\n" + report, 1, false}, "12345 of 272000"},
+        {{report, 15, true}, timedOut},
+        {{"Error: not signed in\n", 1, false},
+         "codex exited with code 1 and reported no token_count event. Error: not signed in."},
+        {{" \n", 0, false}, none + "(no output)."},
+        {{"1\n2\n\n \t\n 3 \r\n4.\u2028", 0, false}, none + "2 3 4."},
+        {{std::string(700, 'x'), 0, false}, none + std::string(500 - none.size(), 'x') + "…"}};
     scriptCodex("");
-    for (const auto& [name, session, reason] : cases) {
-        const auto outcome = run([&](const auto&, const auto&, const auto&) { return session; });
-        if (reason.empty()) {
-            ASSERT_NE(outcome.result(), nullptr) << name;
-            EXPECT_EQ(outcome.result()->total, 12345) << name;
-            EXPECT_EQ(outcome.result()->contextWindow, 272000) << name;
-        } else {
-            ASSERT_NE(outcome.reason(), nullptr) << name;
-            EXPECT_EQ(*outcome.reason(), reason) << name;
-        }
+    for (const auto& [session, expected] : cases) {
+        CodexProbeRunner runner;
+        runner.executor = [&](const auto&, const auto&, const auto&) { return session; };
+        EXPECT_EQ(summary(CodexProbe(runner).run(home.path(), {})), expected);
     }
 }
 
 TEST_F(CodexProbeTest, WordsEveryOtherFailureInOneLine) {
-    const std::vector<std::pair<std::exception_ptr, std::string>> cases{
-        {std::make_exception_ptr(ProbeError(ProbeError::CLINotFound{{"/a"}})),
-         "Codex CLI not found — install `codex` to add a Codex column."},
-        {std::make_exception_ptr(ProbeError(ProbeError::NotAuthenticated{})),
-         failed + "Run `claude` in Terminal and sign in, then scan again. This app never handles Claude "
-                  "credentials."},
-        {std::make_exception_ptr(CancellationError()), failed + "The operation was cancelled."},
-        {std::make_exception_ptr(std::runtime_error(" a\n\n\tb \r c… ")), failed + "a b c…"},
-        {std::make_exception_ptr(std::runtime_error("")), failed + "(no output)."},
-        {std::make_exception_ptr(7), failed + "Unknown error."}};
-    for (const auto& [error, reason] : cases)
-        EXPECT_EQ(CodexProbe::reason(error), reason);
+    const auto reason = [](auto error) { return CodexProbe::reason(std::make_exception_ptr(error)); };
+    EXPECT_EQ(reason(ProbeError(ProbeError::CLINotFound{{"/a"}})),
+              "Codex CLI not found — install `codex` to add a Codex column.");
+    EXPECT_EQ(reason(CancellationError()), failed + "The operation was cancelled.");
+    EXPECT_EQ(reason(std::runtime_error(" a\n\n\tb \r c… ")), failed + "a b c…");
+    EXPECT_EQ(reason(7), failed + "Unknown error.");
 }
 
 TEST_F(CodexProbeTest, RunsOneReadOnlySessionInTheFolder) {
     scriptCodex("printf '%s\\n' \"$PWD\" \"$@\" > \"$HOME/call\"; echo noise; echo '" + report +
                 "' >&2; exit 3");
-    const auto outcome = CodexProbe().run(home.path(), {});
-    ASSERT_NE(outcome.result(), nullptr) << *outcome.reason();
-    EXPECT_EQ(outcome.result()->total, 12345);
-    EXPECT_GT(outcome.result()->duration, 0);
+    EXPECT_EQ(summary(CodexProbe().run(home.path(), {})), "12345 of 272000");
     EXPECT_EQ(readFile(home.path("call")),
               home.path() + "\nexec\n--json\n--skip-git-repo-check\n--ephemeral\n-s\nread-only\n-C\n" +
                   home.path() + "\nReply with exactly: OK. Do not run any command or use any tool.\n");
 
     writeExecutable(cli, "#!/no/such/interpreter\n");
-    const auto unstarted = CodexProbe().run(home.path(), {});
-    ASSERT_NE(unstarted.reason(), nullptr);
-    EXPECT_TRUE(unstarted.reason()->starts_with(failed + "Could not start " + cli + ": "))
-        << *unstarted.reason();
+    const std::string unstarted = summary(CodexProbe().run(home.path(), {}));
+    EXPECT_TRUE(unstarted.starts_with("Could not start " + cli + ": ")) << unstarted;
 }
 
 TEST_F(CodexProbeTest, IsEndedByItsLimitAndByACancel) {
     scriptCodex("echo '" + report + "'; touch \"$HOME/started\"; exec sleep 60");
-    EXPECT_EQ(CodexProbe({}, 0.3).run(home.path(), {}),
-              CodexScanOutcome::unavailable(failed +
-                                            "Nothing was measured. Try again, or try a smaller repository."));
+    EXPECT_EQ(summary(CodexProbe({}, 0.3).run(home.path(), {})), timedOut);
 
     std::filesystem::remove(home.path("started"));
     std::stop_source stop;
@@ -118,7 +90,7 @@ TEST_F(CodexProbeTest, IsEndedByItsLimitAndByACancel) {
         std::async(std::launch::async, [&] { return CodexProbe().run(home.path(), stop.get_token()); });
     EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(home.path("started")); }));
     stop.request_stop();
-    EXPECT_EQ(outcome.get(), CodexScanOutcome::unavailable(failed + "The operation was cancelled."));
+    EXPECT_EQ(summary(outcome.get()), "The operation was cancelled.");
 }
 
 } // namespace

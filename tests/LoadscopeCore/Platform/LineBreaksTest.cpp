@@ -50,11 +50,5 @@ TEST(LineBreaks, GiveTheSameLinesFromBothEndsAndAsAList) {
     }
 }
 
-TEST(LineBreaks, TrimNothingButSpacesAndTabs) {
-    EXPECT_EQ(LineBreaks::trimmedLine(" \t a b\t "), "a b");
-    EXPECT_EQ(LineBreaks::trimmedLine(" \t "), "");
-    EXPECT_EQ(LineBreaks::trimmedLine("\u00a0a\v"), "\u00a0a\v");
-}
-
 } // namespace
 } // namespace loadscope
