@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/CodexProbe/CodexProbe.h"
+#include "LoadscopeCore/Platform/Text.h"
+#include "fuzz/FuzzInput.h"
+
+using namespace loadscope;
+
+/// Searching the whole stream finds what reading it line by line does.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    const std::string_view text = fuzzInput(bytes, size);
+    std::optional<CodexOutputParser::TokenCount> first;
+    for (const auto line : Text::lines(text)) {
+        first = CodexOutputParser::firstTokenCount(line);
+        if (first) break;
+    }
+    require(CodexOutputParser::firstTokenCount(text) == first);
+    require(!CodexProbeRunner::unreadableDetail(1, text, 3).empty());
+    return 0;
+}
