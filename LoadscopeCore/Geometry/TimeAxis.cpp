@@ -26,7 +26,9 @@ Timestamp advanced(Timestamp time, double seconds) {
     const double target = Seconds(time.time_since_epoch()).count() + seconds;
     if (target <= Seconds(Timestamp::min().time_since_epoch()).count()) return Timestamp::min();
     if (target >= Seconds(Timestamp::max().time_since_epoch()).count()) return Timestamp::max();
-    return time + std::chrono::duration_cast<Timestamp::duration>(Seconds(seconds));
+    // In four steps: from one end of the clock to the other is too far for one.
+    const auto quarter = std::chrono::duration_cast<Timestamp::duration>(Seconds(seconds / 4));
+    return time + quarter + quarter + quarter + quarter;
 }
 
 enum class Unit { day, month, year };
@@ -70,7 +72,10 @@ void advance(std::tm& local, const Step& step) {
 std::optional<Timestamp> timestampOf(std::tm local) {
     local.tm_isdst = -1;
     const std::time_t time = std::mktime(&local);
-    if (time == -1) return std::nullopt;
+    const auto seconds = static_cast<double>(time);
+    const bool isOnTheClock = seconds > Seconds(Timestamp::min().time_since_epoch()).count() + 1 &&
+                              seconds < Seconds(Timestamp::max().time_since_epoch()).count() - 1;
+    if (time == -1 || !isOnTheClock) return std::nullopt;
     return std::chrono::system_clock::from_time_t(time);
 }
 
