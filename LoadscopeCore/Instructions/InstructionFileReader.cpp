@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Instructions/InstructionFileReader.h"
 
-#include "LoadscopeCore/Platform/FileDescriptor.h"
 #include "LoadscopeCore/Platform/Text.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace loadscope {
@@ -22,12 +20,10 @@ bool isPermissionDenial(int error) { return error == EACCES || error == EPERM; }
 bool isAbsence(int error) { return error == ENOENT || error == ENOTDIR || error == ELOOP; }
 
 /// What to make of a regular file that could not be opened.
-Result unopened(const std::string& path, int error) {
+Result unopened(const PathLookup::Location& location, int error) {
     if (isAbsence(error)) return {};
-    struct stat status {};
-    if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) return {Status::unreadable};
-    if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-    return {Status::readable, status.st_size, {}, isPermissionDenial(error)};
+    if (::faccessat(AT_FDCWD, location.path.c_str(), R_OK, AT_EACCESS) != 0) return {Status::unreadable};
+    return {Status::readable, location.size, {}, isPermissionDenial(error)};
 }
 
 /// Reads to the end of the file, but no more than one byte beyond `maximum`; an `errno` on failure.
@@ -50,21 +46,19 @@ int readAll(int descriptor, std::string& buffer, std::size_t& size, std::size_t 
 
 } // namespace
 
-Result InstructionFileReader::read(const PathLookup::Location& location, std::size_t maximumBytes) {
+Result InstructionFileReader::read(const PathLookup& lookup, PathLookup::Location location,
+                                   std::size_t maximumBytes) {
     if (location.error != 0)
         return {isPermissionDenial(location.error) ? Status::unreadable : Status::missing};
     if (!location.isRegularFile) return {};
-    const FileDescriptor file(
-        ::open(location.path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
-    if (!file.isOpen()) return unopened(location.path, errno);
-    struct stat status {};
-    if (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    if (const int error = lookup.open(location); error != 0) return unopened(location, error);
+    if (!location.isRegularFile) return {};
 
-    Result result{Status::readable, status.st_size};
-    const auto expected = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
+    Result result{Status::readable, location.size};
+    const auto expected = static_cast<std::size_t>(std::max<std::int64_t>(location.size, 0));
     if (expected > maximumBytes) return result;
     std::size_t size = 0;
-    if (const int error = readAll(file.get(), buffer_, size, expected, maximumBytes); error != 0) {
+    if (const int error = readAll(location.file.get(), buffer_, size, expected, maximumBytes); error != 0) {
         result.isReadingDenied = isPermissionDenial(error);
         return result;
     }

@@ -29,9 +29,10 @@ public:
         bool isReadingDenied = false;           ///< a readable file whose contents were refused after all
     };
 
-    /// A text of more than `maximumBytes` or one that is not UTF-8 is absent; its file is readable all the
-    /// same.
-    [[nodiscard]] Result read(const PathLookup::Location& location, std::size_t maximumBytes);
+    /// Reads what `lookup` has found. A text of more than `maximumBytes` or one that is not UTF-8 is absent;
+    /// its file is readable all the same.
+    [[nodiscard]] Result read(const PathLookup& lookup, PathLookup::Location location,
+                              std::size_t maximumBytes);
 
 private:
     std::string buffer_;

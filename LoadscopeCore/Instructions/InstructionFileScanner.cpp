@@ -18,6 +18,11 @@ namespace {
 
 using Location = PathLookup::Location;
 
+/// The folder of a file, as a view of its path.
+std::string_view folderOf(std::string_view path) {
+    return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
+}
+
 /// The state of one scan. Admits files depth first; a file's imports follow it.
 class Walk {
 public:
@@ -25,6 +30,7 @@ public:
         : repository_(std::move(repository)),
           home_(std::move(home)),
           maxImportDepth_(maxImportDepth),
+          lookup_(repository_),
           importRoots_{lookup_.find(repository_).path,
                        lookup_.find(FilePath::joined(home_, ".claude")).path} {}
 
@@ -44,60 +50,83 @@ public:
 
 private:
     /// A file that was listed: the smallest depth at which it was reached, and its imports that may be
-    /// followed. They are kept so that a file reached again from a smaller depth is not read again.
+    /// followed, with the links to their folders resolved. They are kept so that a file reached again from a
+    /// smaller depth is not read again.
     struct ListedFile {
         int depth = 0;
-        std::vector<Location> imports;
+        std::vector<std::string> imports{};
     };
+    using ListedFiles = std::unordered_map<std::string, ListedFile>;
 
     void admitFile(const std::string& folder, const char* name, InstructionFileTier origin) {
-        admit(lookup_.find(FilePath::joined(folder, name)), 0, origin);
+        admit(locate(FilePath::joined(folder, name), 0), 0, origin);
     }
 
-    void admit(const Location& location, int depth, InstructionFileTier origin) {
+    /// A listed file needs no question to the file system, and none that is too deep is opened.
+    Location locate(const std::string& path, int depth) {
+        if (listed_.contains(path)) return {path};
+        return depth > maxImportDepth_ ? lookup_.find(path) : lookup_.findAndOpen(path);
+    }
+
+    void admit(Location location, int depth, InstructionFileTier origin) {
         if (depth > maxImportDepth_) return;
         auto listed = listed_.find(location.path);
         if (listed == listed_.end()) {
-            listed = list(location, origin);
+            listed = list(std::move(location), origin);
             if (listed == listed_.end()) return;
         } else if (depth >= listed->second.depth) {
             return;
         }
         listed->second.depth = depth;
-        for (const Location& import : listed->second.imports) {
+        for (const std::string& import : listed->second.imports) {
             if (followedImports_ >= InstructionFileScanner::maximumFollowedImports) return;
+            Location target = locate(import, depth + 1);
+            if (!isFollowable(target.path)) continue;
             ++followedImports_;
-            admit(import, depth + 1, origin);
+            admit(std::move(target), depth + 1, origin);
         }
     }
 
-    std::unordered_map<std::string, ListedFile>::iterator list(const Location& location,
-                                                               InstructionFileTier origin) {
+    ListedFiles::iterator list(Location location, InstructionFileTier origin) {
         using Status = InstructionFileReader::Status;
+        std::string path = location.path;
         const InstructionFileReader::Result result =
-            reader_.read(location, InstructionFileScanner::maximumParsedBytes);
-        if (result.status == Status::unreadable || result.isReadingDenied) unreadable_.insert(location.path);
+            reader_.read(lookup_, std::move(location), InstructionFileScanner::maximumParsedBytes);
+        if (result.status == Status::unreadable || result.isReadingDenied) unreadable_.insert(path);
         if (result.status != Status::readable) return listed_.end();
-        const bool isInside = isUnder(location.path, importRoots_.front());
+        const bool isInside = isUnder(path, importRoots_.front());
         files_.files(isInside ? InstructionFileTier::repository : origin)
-            .emplace_back(location.path, result.byteCount);
+            .emplace_back(path, result.byteCount);
         ListedFile file;
-        if (result.text) file.imports = importsOf(*result.text, FilePath::parent(location.path));
-        return listed_.emplace(location.path, std::move(file)).first;
+        if (result.text) file.imports = importsOf(*result.text, folderOf(path));
+        return listed_.emplace(std::move(path), std::move(file)).first;
     }
 
-    /// The imports that lie under an import root. No more are looked for than the scan may still follow.
-    std::vector<Location> importsOf(std::string_view text, const std::string& folder) {
+    [[nodiscard]] bool isFollowable(std::string_view path) const {
+        return isUnder(path, importRoots_.front()) || isUnder(path, importRoots_.back());
+    }
+
+    /// The imports that may lie under an import root: whether one is a link that leads out shows when it is
+    /// followed. No more are looked for than the scan may still follow.
+    std::vector<std::string> importsOf(std::string_view text, std::string_view folder) {
         const auto limit =
             static_cast<std::size_t>(InstructionFileScanner::maximumFollowedImports - followedImports_);
-        std::vector<Location> imports;
+        std::vector<std::string> imports;
+        std::ptrdiff_t settled = 0;
         InstructionImports::visitTargets(text, folder, home_, [&](const std::string& target) {
-            if (imports.size() == limit) return false;
-            Location location = lookup_.find(target);
-            if (std::any_of(importRoots_.begin(), importRoots_.end(),
-                            [&](const std::string& root) { return isUnder(location.path, root); })) {
-                imports.push_back(std::move(location));
+            if (imports.size() == limit) {
+                // Links that lead out take no place from the imports behind them.
+                const auto leadsOut = [&](const std::string& path) {
+                    return !isFollowable(lookup_.find(path).path);
+                };
+                imports.erase(std::remove_if(imports.begin() + settled, imports.end(), leadsOut),
+                              imports.end());
+                settled = static_cast<std::ptrdiff_t>(imports.size());
+                if (imports.size() == limit) return false;
             }
+            std::string path = lookup_.withFolderResolved(target);
+            if (!isFollowable(path)) path = lookup_.find(path).path; // a link from outside may lead in
+            if (isFollowable(path)) imports.push_back(std::move(path));
             return true;
         });
         return imports;
@@ -111,7 +140,7 @@ private:
     InstructionFileReader reader_;
     InstructionFileSet files_;
     std::set<std::string> unreadable_;
-    std::unordered_map<std::string, ListedFile> listed_;
+    ListedFiles listed_;
     int followedImports_ = 0;
 };
 

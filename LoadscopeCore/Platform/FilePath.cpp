@@ -86,6 +86,10 @@ std::string FilePath::joined(std::string_view base, std::string_view name) {
 std::string FilePath::standardized(std::string_view path) {
     if (path.empty()) return {};
     const bool isAbsolute = path.front() == '/';
+    // Nearly every path has nothing to remove.
+    if (isAbsolute && path.back() != '/' && path.find("//") == std::string_view::npos &&
+        path.find("/.") == std::string_view::npos)
+        return std::string(path);
     std::vector<std::string_view> kept;
     for (const std::string_view component : components(path)) {
         if (component != "..") {

@@ -15,48 +15,30 @@ constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 
 TEST(OpinionBand, BelongsToHeavyAtBothBounds) {
-    struct Case {
-        std::int64_t total;
+    struct Bounds {
         std::optional<std::int64_t> window;
-        OpinionBand band;
+        std::int64_t heavyAt, excessiveAt;
     };
-    using enum OpinionBand;
-    const Case cases[] = {
-        {smallest, {}, lean},
-        {29999, {}, lean},
-        {30000, {}, heavy},
-        {60000, {}, heavy},
-        {60001, {}, excessive},
-        {largest, {}, excessive},
-        {29999, 0, lean},
-        {60001, -5, excessive},
-        {29999, 200000, lean},
-        {30000, 200000, heavy},
-        {60000, 200000, heavy},
-        {60001, 200000, excessive},
-        {149999, 1000000, lean},
-        {150000, 1000000, heavy},
-        {300000, 1000000, heavy},
-        {300001, 1000000, excessive},
-        {40799, 272000, lean},
-        {40800, 272000, heavy},
-        {81600, 272000, heavy},
-        {81601, 272000, excessive},
-        {-1, 3, lean},
-        {0, 3, heavy},
-        {1, 3, heavy},
-        {2, 3, excessive},
-        {1, 10, lean},
-        {2, 10, heavy},
-        {3, 10, heavy},
-        {largest, largest, excessive},
-        {largest / 10, largest, lean},
-        {largest / 5, largest, heavy},
-    };
-    for (const Case& one : cases) {
-        EXPECT_EQ(OpinionBands::band(one.total, one.window), one.band)
-            << one.total << " of " << one.window.value_or(-1);
+    const Bounds cases[] = {{{}, 30000, 60000},
+                            {0, 30000, 60000},
+                            {-5, 30000, 60000},
+                            {200000, 30000, 60000},
+                            {272000, 40800, 81600},
+                            {1000000, 150000, 300000},
+                            {3, 0, 1},
+                            {10, 2, 3},
+                            {1, 0, 0}};
+    for (const Bounds& one : cases) {
+        const auto name = [&](std::int64_t total) {
+            return OpinionBands::rawValue(OpinionBands::band(total, one.window));
+        };
+        EXPECT_EQ(name(smallest) + name(one.heavyAt - 1) + name(one.heavyAt), "leanleanheavy") << one.heavyAt;
+        EXPECT_EQ(name(one.excessiveAt) + name(one.excessiveAt + 1) + name(largest),
+                  "heavyexcessiveexcessive");
     }
+    EXPECT_EQ(OpinionBands::band(largest / 10, largest), OpinionBand::lean);
+    EXPECT_EQ(OpinionBands::band(largest / 5, largest), OpinionBand::heavy);
+    EXPECT_EQ(OpinionBands::band(largest, largest), OpinionBand::excessive);
 }
 
 TEST(OpinionBand, IsNamedAndParsed) {
@@ -64,59 +46,36 @@ TEST(OpinionBand, IsNamedAndParsed) {
     std::string texts;
     for (const OpinionBand band : allOpinionBands) {
         EXPECT_EQ(OpinionBands::fromRawValue(OpinionBands::rawValue(band)), band);
-        texts += OpinionBands::rawValue(band) + "|" + OpinionBands::title(band) + "|" +
-                 OpinionBands::range(band) + "\n";
+        texts += OpinionBands::title(band) + " " + OpinionBands::range(band) + ". ";
     }
-    EXPECT_EQ(texts, "lean|Lean|under 30,000\nheavy|Heavy|30,000–60,000\nexcessive|Excessive|over 60,000\n");
-    for (const char* text : {"", "Lean", "lean ", "light"})
-        EXPECT_FALSE(OpinionBands::fromRawValue(text)) << text;
+    EXPECT_EQ(texts, "Lean under 30,000. Heavy 30,000–60,000. Excessive over 60,000. ");
+    EXPECT_FALSE(OpinionBands::fromRawValue("Lean"));
+    EXPECT_EQ(WindowShare::line(45000, 200000), "22.5% of its 200K window.");
+    EXPECT_EQ(WindowShare::line(1000001, 1000000), "100.0% of its 1M window.");
+    EXPECT_EQ(WindowShare::line(-7, 272000), "0.0% of its 272K window.");
+    EXPECT_FALSE(WindowShare::line(45000, 0));
     LocaleFormat::setLocale("");
 }
 
 TEST(BandScale, GrowsInWholeStepsAndNeverOverflows) {
-    const std::pair<std::int64_t, std::int64_t> cases[] = {
-        {smallest, 90000},
-        {0, 90000},
-        {1, 90000},
-        {89999, 90000},
-        {90000, 120000},
-        {119999, 120000},
-        {120000, 150000},
-        {200000, 210000},
-        {largest, largest},
-        {largest / 30000 * 30000, largest},
-        {largest / 30000 * 30000 - 1, largest / 30000 * 30000},
+    struct Case {
+        std::int64_t total, maximum;
+        int score;
     };
-    for (const auto& [total, maximum] : cases) {
-        EXPECT_EQ(BandScale::maximum(total), maximum) << total;
-        EXPECT_EQ(BandScale::position(total),
-                  total < 0 ? 0 : static_cast<double>(total) / static_cast<double>(maximum));
+    constexpr std::int64_t lastStep = largest / 30000 * 30000;
+    const Case cases[] = {
+        {smallest, 90000, 100},     {0, 90000, 100},     {1, 90000, 99},        {900, 90000, 99},
+        {901, 90000, 98},           {30000, 90000, 66},  {45000, 90000, 50},    {60000, 90000, 33},
+        {89999, 90000, 0},          {90000, 120000, 25}, {100000, 120000, 16},  {119999, 120000, 0},
+        {120000, 150000, 19},       {200000, 210000, 4}, {largest, largest, 0}, {lastStep, largest, 0},
+        {lastStep - 1, lastStep, 0}};
+    for (const Case& one : cases) {
+        EXPECT_EQ(BandScale::maximum(one.total), one.maximum) << one.total;
+        EXPECT_EQ(HealthScore::value(one.total), one.score) << one.total;
     }
-    EXPECT_EQ(BandScale::thresholdPosition(60000, 1), 60000 / 90000.0);
     EXPECT_EQ(BandScale::thresholdPosition(60000, 90000), 0.5);
     EXPECT_EQ(BandScale::thresholdPosition(200000, 0), 1);
-    EXPECT_EQ(BandScale::thresholdPosition(-1, 0), 0);
-}
-
-TEST(HealthScore, TruncatesWhatTheScaleLeavesFree) {
-    const std::pair<std::int64_t, int> cases[] = {
-        {smallest, 100}, {-1, 100},    {0, 100},    {1, 99},      {900, 99},   {901, 98},
-        {30000, 66},     {45000, 50},  {60000, 33}, {89999, 0},   {90000, 25}, {100000, 16},
-        {119999, 0},     {120000, 19}, {200000, 4}, {largest, 0},
-    };
-    for (const auto& [total, score] : cases)
-        EXPECT_EQ(HealthScore::value(total), score) << total;
-}
-
-TEST(WindowShare, RelatesATotalToAUsableWindow) {
-    LocaleFormat::setLocale("en_US");
-    EXPECT_EQ(WindowShare::line(45000, 200000), "22.5% of its 200K window.");
-    EXPECT_EQ(WindowShare::line(1000001, 1000000), "100.0% of its 1M window.");
-    EXPECT_EQ(WindowShare::line(-7, 272000), "0.0% of its 272K window.");
-    for (const std::optional<std::int64_t>& window : {std::optional<std::int64_t>(), {0}, {-1}}) {
-        EXPECT_FALSE(WindowShare::line(45000, window));
-    }
-    LocaleFormat::setLocale("");
+    EXPECT_EQ(BandScale::position(smallest), 0);
 }
 
 } // namespace
