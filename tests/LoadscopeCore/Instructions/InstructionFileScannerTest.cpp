@@ -218,7 +218,7 @@ TEST_F(InstructionFileScannerTest, AgreesWithTheModelOnRandomTrees) {
               "/CLAUDE.local.md", "/missing.md", "/app/gone/missing.md"}) {
             paths.push_back(model.home + name);
         }
-        const char* folders[] = {"/app/", "/app/docs/a b/", "/app/docs/é/", "/.claude/rules/", "/other/"};
+        const char* folders[] = {"/app/", "/app/docs/a b/", "/app/docs/é/", "/.claude/rules/", "/app2/"};
         for (std::size_t count = below(25) + 1; count > 0; --count) {
             paths.push_back(model.home + folders[below(5)] + "f" + std::to_string(count) +
                             (below(6) == 0 ? "l" : ""));
@@ -229,7 +229,7 @@ TEST_F(InstructionFileScannerTest, AgreesWithTheModelOnRandomTrees) {
             else if (!path.ends_with("missing.md") && below(8) > 0)
                 model.imports[path];
         }
-        const std::size_t mostImports = below(9) + 1;
+        const std::size_t mostImports = below(4) == 0 ? 60 : below(9) + 1; // beyond the budget at times
         for (auto& [path, targets] : model.imports) {
             std::string text(below(50), 'x');
             for (std::size_t count = below(mostImports); count > 0; --count) {
