@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Charts/MarkedWidget.h"
+#include "LoadscopeCore/Geometry/DonutGeometry.h"
+
+#include <QPainterPath>
+
+#include <vector>
+
+namespace loadscope {
+
+class ValueAnimation;
+
+/// The ring of a breakdown with the total in its middle. Its items are the rows; a row without tokens has no
+/// sector and cannot become active. The sectors grow in when the ring first comes into view.
+class DonutChart : public MarkedWidget {
+    Q_OBJECT
+
+public:
+    struct Row {
+        QString name;
+        std::int64_t tokens = 0;
+        QString value; ///< read out with the name
+    };
+
+    /// `total` is the number in the middle, formatted.
+    DonutChart(std::vector<Row> rows, QString total, QWidget* parent = nullptr);
+
+    [[nodiscard]] const DonutGeometry& ring() const { return ring_; }
+    /// Makes a row active that is active elsewhere; nothing when the row has no sector.
+    void showRow(Item row);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] std::size_t markCount() const override { return 1 + sectors_.size(); }
+    [[nodiscard]] Mark mark(std::size_t index) const override;
+    [[nodiscard]] Item markOf(std::size_t item) const override;
+
+protected:
+    [[nodiscard]] std::size_t stopCount() const override { return sectors_.size(); }
+    [[nodiscard]] std::size_t itemAtStop(std::size_t stop) const override { return sectors_.at(stop); }
+    [[nodiscard]] Item stopOf(std::size_t item) const override;
+    [[nodiscard]] Item itemAt(QPointF point) const override;
+    void activeMoved(Item before, std::optional<QPointF> place) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void layOut();
+    [[nodiscard]] QRect ringArea() const;
+    void paintMiddle(QPainter& painter) const;
+
+    std::vector<Row> rows_;
+    std::vector<std::int64_t> tokens_;
+    std::vector<std::size_t> sectors_; ///< the rows that have one
+    QString total_;
+    DonutGeometry ring_;
+    std::vector<QPainterPath> paths_; ///< one per row
+    ValueAnimation* reveal_;
+    bool hasAppeared_ = false;
+};
+
+} // namespace loadscope

@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Charts/MarkedWidget.h"
+
+#include "LoadscopeApp/Charts/MarkAccessibility.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollArea>
+
+namespace loadscope {
+namespace {
+
+/// Scrolls the page around `widget` so that `area` can be seen.
+void bringIntoView(const QWidget* widget, const QRectF& area) {
+    constexpr int margin = 24;
+    for (QWidget* above = widget->parentWidget(); above != nullptr; above = above->parentWidget()) {
+        auto* page = qobject_cast<QScrollArea*>(above);
+        if (page == nullptr || page->widget() == nullptr) continue;
+        const QPoint middle = widget->mapTo(page->widget(), area.center().toPoint());
+        page->ensureVisible(middle.x(), middle.y(), 0, static_cast<int>(area.height() / 2) + margin);
+        return;
+    }
+}
+
+} // namespace
+
+MarkedWidget::MarkedWidget(QAccessible::Role role, QWidget* parent) : QWidget(parent), role_(role) {
+    MarkAccessibility::install();
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void MarkedWidget::setActive(Item item) { change(item, std::nullopt); }
+
+void MarkedWidget::change(Item item, std::optional<QPointF> place) {
+    if (item == active_) return;
+    const Item before = active_;
+    active_ = item;
+    activeMoved(before, place);
+    Q_EMIT activeChanged(active_);
+}
+
+void MarkedWidget::walkTo(std::size_t stop) {
+    const std::size_t item = itemAtStop(stop);
+    change(item, std::nullopt);
+    const Item spoken = markOf(item);
+    if (!spoken) return;
+    bringIntoView(this, mark(*spoken).area);
+    if (!QAccessible::isActive()) return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(static_cast<int>(*spoken));
+    QAccessible::updateAccessibility(&event);
+}
+
+void MarkedWidget::keyPressEvent(QKeyEvent* event) {
+    const std::size_t stops = stopCount();
+    const Item current = active_ ? stopOf(*active_) : std::nullopt;
+    const bool forward =
+        event->key() == Qt::Key_Down ||
+        event->key() == (layoutDirection() == Qt::RightToLeft ? Qt::Key_Left : Qt::Key_Right);
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (stops == 0) break;
+        if (!current)
+            walkTo(forward ? 0 : stops - 1);
+        else
+            walkTo((*current + (forward ? 1 : stops - 1)) % stops);
+        return;
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        if (stops == 0) break;
+        walkTo(event->key() == Qt::Key_Home ? 0 : stops - 1);
+        return;
+    case Qt::Key_Escape:
+        if (!active_) break;
+        change(std::nullopt, std::nullopt);
+        return;
+    default:
+        break;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void MarkedWidget::mouseMoveEvent(QMouseEvent* event) {
+    change(itemAt(event->position()), event->position());
+}
+
+void MarkedWidget::leaveEvent(QEvent* event) {
+    change(std::nullopt, std::nullopt);
+    QWidget::leaveEvent(event);
+}
+
+void MarkedWidget::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+        change(std::nullopt, std::nullopt);
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+} // namespace loadscope
