@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Report/ClaudeCard.h"
+
+#include "LoadscopeApp/Charts/BandMeter.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/Report/MetricLine.h"
+#include "LoadscopeApp/Pages/Report/ToolLabel.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int leadSymbol = 24;
+
+QHBoxLayout* lead(OpinionBand band) {
+    const ThemeColor color = ThemeColors::text(band);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addWidget(new IconView(QStringLiteral("scalemass"), leadSymbol, color), 0, Qt::AlignTop);
+    auto* title = new TextLabel(DisplayText::own(OpinionBands::title(band) + " startup context"),
+                                TextStyle::title, color);
+    AccessibleTraits::setRole(title, QAccessible::Heading, title->text());
+    title->setWraps();
+    row->addWidget(title, 1);
+    return row;
+}
+
+TextLabel* secondary(const QString& text) {
+    auto* label = new TextLabel(text, TextStyle::body, ThemeColor::secondaryText);
+    label->setWraps();
+    return label;
+}
+
+} // namespace
+
+ClaudeCard::ClaudeCard(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
+    QVBoxLayout* column = content();
+    column->setSpacing(4);
+    column->addWidget(new ToolLabel(QStringLiteral("Claude Code")));
+    column->addSpacing(8);
+    column->addLayout(lead(report.band));
+    column->addWidget(secondary(DisplayText::own(ScanPresentation::bandVerdictLine(report))));
+    column->addSpacing(8);
+    column->addWidget(
+        new MetricLine(DisplayText::own(LocaleFormat::grouped(report.total)), TextStyle::heroMetric));
+    column->addWidget(secondary(QStringLiteral("Authoritative · measured by Claude")));
+    column->addSpacing(12);
+    if (const auto share = ScanPresentation::windowShareLine(report))
+        column->addWidget(secondary(DisplayText::own(*share)));
+    else
+        column->addWidget(new BandMeter(report.total, report.band));
+    column->addStretch(1);
+}
+
+} // namespace loadscope

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Report/CodexCard.h"
+
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Components/SelectableText.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/Report/MetricLine.h"
+#include "LoadscopeApp/Pages/Report/ToolLabel.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
+
+#include <QVBoxLayout>
+
+namespace loadscope {
+
+CodexCard::CodexCard(const CodexScanOutcome& outcome, QWidget* parent) : ReportSurface(parent) {
+    content()->addWidget(new ToolLabel(DisplayText::own(CodexPresentation::toolName)));
+    if (const CodexProbeResult* result = outcome.result())
+        showResult(*result);
+    else
+        content()->addWidget(new SelectableText(DisplayText::paragraphs(*outcome.reason())));
+    content()->addStretch(1);
+}
+
+void CodexCard::showResult(const CodexProbeResult& result) {
+    content()->addWidget(
+        new MetricLine(DisplayText::own(LocaleFormat::grouped(result.total)), TextStyle::largeTitle));
+    const OpinionBand band = CodexPresentation::band(result);
+    content()->addWidget(
+        new StatusPill(DisplayText::own(OpinionBands::title(band)), {}, ThemeColors::text(band)));
+    const auto addLine = [this](const QString& text) {
+        auto* label = new TextLabel(text, TextStyle::body, ThemeColor::secondaryText);
+        label->setWraps();
+        content()->addWidget(label);
+    };
+    if (const auto share = CodexPresentation::windowShareLine(result)) addLine(DisplayText::own(*share));
+    addLine(DisplayText::own(CodexPresentation::measurementNote));
+}
+
+} // namespace loadscope

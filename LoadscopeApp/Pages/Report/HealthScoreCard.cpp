@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Report/HealthScoreCard.h"
+
+#include "LoadscopeApp/Charts/ScoreGauge.h"
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/Report/AdaptivePair.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Scoring/HealthScore.h"
+
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr AdaptivePair::Rule gaugeBesideText{380, 24, 12, 0, false, true};
+
+QString meaning(int score, std::int64_t maximum) {
+    return DisplayText::own(std::to_string(score) + " of 100 — how much of the " +
+                            LocaleFormat::grouped(maximum) + "-token band scale is still free.");
+}
+
+QWidget* explanation(const ScanReport& report, int score) {
+    auto* texts = new QWidget;
+    auto* column = new QVBoxLayout(texts);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(new SectionHeader(QStringLiteral("Context headroom"),
+                                        meaning(score, BandScale::maximum(report.total))));
+    column->addWidget(new Pill({QStringLiteral("Illustrative score — not a measurement"),
+                                {},
+                                ThemeColors::text(report.band),
+                                TextStyle::caption,
+                                QFont::DemiBold}));
+    auto* origin = new TextLabel(
+        QStringLiteral("Derived from where the Claude-reported total sits on the band scale. ") +
+            DisplayText::own(OpinionBands::opinionNote),
+        TextStyle::caption, ThemeColor::secondaryText);
+    origin->setWraps();
+    column->addWidget(origin);
+    return texts;
+}
+
+} // namespace
+
+HealthScoreCard::HealthScoreCard(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
+    const int score = HealthScore::value(report.total);
+    auto* body = new QWidget;
+    auto* pair = new AdaptivePair(body, gaugeBesideText);
+    pair->addWidget(new ScoreGauge(score, report.band));
+    pair->addWidget(explanation(report, score));
+    content()->addWidget(body);
+}
+
+} // namespace loadscope

@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
+
+#include "LoadscopeApp/Charts/TreemapView.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/Report/FileInventory.h"
+#include "LoadscopeCore/Instructions/InstructionFileShare.h"
+#include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
+
+#include <QVBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int groupSpacing = 16;
+constexpr int itemSpacing = 8;
+
+TextLabel* text(const QString& words, TextStyle style) {
+    auto* label = new TextLabel(words, style, ThemeColor::secondaryText);
+    label->setWraps();
+    return label;
+}
+
+QVBoxLayout* addGroup(QVBoxLayout* column, const QString& title) {
+    auto* heading = new TextLabel(title, TextStyle::body);
+    heading->setWeight(QFont::DemiBold);
+    AccessibleTraits::setRole(heading, QAccessible::Heading, title);
+    auto* group = new QVBoxLayout;
+    group->setSpacing(itemSpacing);
+    group->addWidget(heading);
+    column->addLayout(group);
+    return group;
+}
+
+/// The file's name and the folder that it is in: enough to tell files of equal names apart.
+std::string lastTwoComponents(const std::string& path) {
+    const std::string folder = FilePath::lastComponent(FilePath::parent(path));
+    const std::string file = FilePath::lastComponent(path);
+    return folder.empty() || folder == "/" ? file : folder + "/" + file;
+}
+
+QWidget* unreadableList(const std::vector<std::string>& paths) {
+    std::vector<ReportTableRow> rows;
+    for (const std::string& path : paths)
+        rows.push_back({{}, DisplayText::line(path), {}, {}, {}, {}});
+    return new ReportTable({}, std::move(rows), QStringLiteral("Could not be read"));
+}
+
+} // namespace
+
+InstructionFilesSection::InstructionFilesSection(const ScanReport& report, QWidget* parent)
+    : CollapsibleSection(
+          QStringLiteral("Instruction file estimates"),
+          QStringLiteral(
+              "Local estimates based on file size. Expand to see every file, largest first; contents "
+              "are never displayed or persisted."),
+          body(report), parent) {}
+
+TreemapView* InstructionFilesSection::treemap(const std::vector<InstructionFileEstimate>& files,
+                                              std::int64_t total) {
+    std::vector<TreemapView::Tile> tiles;
+    tiles.reserve(files.size());
+    for (const InstructionFileEstimate& file : files) {
+        tiles.push_back(
+            {DisplayText::line(file.path), DisplayText::line(lastTwoComponents(file.path)),
+             DisplayText::own(LocaleFormat::grouped(file.estimatedTokens) + " estimated tokens · " +
+                              InstructionFileShare::text(file.estimatedTokens, total)),
+             static_cast<double>(file.estimatedTokens)});
+    }
+    return new TreemapView(std::move(tiles));
+}
+
+QWidget* InstructionFilesSection::body(const ScanReport& report) {
+    auto* body = new QWidget;
+    auto* column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(groupSpacing);
+    const std::vector<InstructionFileEstimate> files = report.filesLargestFirst();
+    if (const auto note = ScanPresentation::unreportedCategoryFilesNote(report))
+        column->addWidget(text(DisplayText::own(*note), TextStyle::body));
+    if (!report.unreadablePaths().empty())
+        addGroup(column, QStringLiteral("Could not be read"))
+            ->addWidget(unreadableList(report.unreadablePaths()));
+    if (!files.empty()) {
+        QVBoxLayout* group = addGroup(column, QStringLiteral("Relative size"));
+        group->addWidget(treemap(files, report.total));
+        group->addWidget(text(QStringLiteral("Tile sizes use estimated token counts."), TextStyle::caption));
+    }
+    QVBoxLayout* inventory = addGroup(column, QStringLiteral("Largest contributors"));
+    if (files.empty())
+        inventory->addWidget(
+            text(QStringLiteral("No instruction files were found for this scan."), TextStyle::body));
+    else
+        inventory->addWidget(new FileInventory(report, files));
+    column->addWidget(
+        text(QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the "
+                            "authoritative total reported by Claude."),
+             TextStyle::caption));
+    return body;
+}
+
+} // namespace loadscope

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Report/ReportBlocks.h"
+
+#include "LoadscopeApp/Components/PageFrame.h"
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Pages/Report/AdaptivePair.h"
+#include "LoadscopeApp/Pages/Report/BreakdownSection.h"
+#include "LoadscopeApp/Pages/Report/ClaudeCard.h"
+#include "LoadscopeApp/Pages/Report/CodexCard.h"
+#include "LoadscopeApp/Pages/Report/HealthScoreCard.h"
+#include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
+#include "LoadscopeApp/Pages/Report/MethodologyCard.h"
+#include "LoadscopeApp/Pages/Report/ReportSection.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+
+#include <QHBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr AdaptivePair::Rule claudeBesideCodex{740,  Metrics::blockSpacing, Metrics::blockSpacing, 0.63, true,
+                                               false};
+
+QWidget* header() {
+    auto* header = new QWidget;
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(
+        new PageHeader(
+            QStringLiteral("Overview"),
+            QStringLiteral("Everything this startup-context scan measured, in Claude Code and in Codex.")),
+        1);
+    row->addWidget(new StatusPill(QStringLiteral("Scan complete"), QStringLiteral("checkmark.circle.fill"),
+                                  ThemeColor::bandLean),
+                   0, Qt::AlignTop);
+    return header;
+}
+
+QWidget* totals(const ScanReport& report) {
+    auto* row = new QWidget;
+    auto* pair = new AdaptivePair(row, claudeBesideCodex);
+    pair->addWidget(new ClaudeCard(report));
+    pair->addWidget(new CodexCard(report.codex));
+    return row;
+}
+
+} // namespace
+
+std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report) {
+    return {header(),
+            totals(*report),
+            new HealthScoreCard(*report),
+            new BreakdownSection(*report),
+            new InstructionFilesSection(*report),
+            new MethodologyCard(*report),
+            new ReportSection(report)};
+}
+
+} // namespace loadscope

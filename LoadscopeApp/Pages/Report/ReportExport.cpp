@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Report/ReportExport.h"
+
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Charts/TreemapView.h"
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/Report/BreakdownSection.h"
+#include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
+#include "LoadscopeApp/Pages/Report/ReportBlocks.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/Presentation/ScanReportJson.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPainter>
+#include <QSvgGenerator>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace loadscope::ReportExport {
+namespace {
+
+constexpr int pictureWidth = 960;
+constexpr int treemapHeight = 540;
+constexpr double pixelRatio = 2;
+/// The painting system counts in 16 bits.
+constexpr double mostPixels = 32'000;
+
+void addSubject(QVBoxLayout* column, const std::shared_ptr<const ScanReport>& report, Subject subject) {
+    switch (subject) {
+    case Subject::breakdown:
+        column->addWidget(new BreakdownSection(*report));
+        return;
+    case Subject::files: {
+        TreemapView* treemap = InstructionFilesSection::treemap(report->filesLargestFirst(), report->total);
+        treemap->setFixedHeight(treemapHeight);
+        column->addWidget(treemap);
+        return;
+    }
+    case Subject::report:
+        break;
+    }
+    for (QWidget* block : reportBlocks(report))
+        column->addWidget(block);
+}
+
+/// What is pictured, never shown: laid out at the width of a picture, with everything expanded and without
+/// anything that can only be clicked.
+std::unique_ptr<QWidget> scene(const std::shared_ptr<const ScanReport>& report, Subject subject) {
+    auto scene = std::make_unique<QWidget>();
+    auto* column = new QVBoxLayout(scene.get());
+    column->setContentsMargins(Metrics::pageMargin, Metrics::pageMargin, Metrics::pageMargin,
+                               Metrics::pageMargin);
+    column->setSpacing(Metrics::blockSpacing);
+    addSubject(column, report, subject);
+    for (auto* section : scene->findChildren<CollapsibleSection*>())
+        section->setExpanded(true);
+    for (auto* button : scene->findChildren<PushButton*>())
+        button->hide();
+    scene->setAttribute(Qt::WA_DontShowOnScreen);
+    scene->ensurePolished();
+    column->activate();
+    scene->resize(pictureWidth, column->heightForWidth(pictureWidth));
+    return scene;
+}
+
+void paint(QPainter& painter, QWidget& scene) {
+    painter.fillRect(scene.rect(), AppTheme::current().color(ThemeColor::window));
+    scene.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+}
+
+QByteArray png(QWidget& scene) {
+    const double ratio = std::min(pixelRatio, mostPixels / scene.height());
+    QImage image((QSizeF(scene.size()) * ratio).toSize(), QImage::Format_RGB32);
+    if (image.isNull()) return {};
+    QPainter painter(&image);
+    painter.scale(ratio, ratio);
+    paint(painter, scene);
+    painter.end();
+    QBuffer buffer;
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+QByteArray svg(QWidget& scene, const QString& title) {
+    QBuffer buffer;
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setSize(scene.size());
+    generator.setViewBox(scene.rect());
+    generator.setTitle(title);
+    QPainter painter(&generator);
+    paint(painter, scene);
+    painter.end();
+    return buffer.data();
+}
+
+QString suffix(Format format) {
+    switch (format) {
+    case Format::png:
+        return QStringLiteral("png");
+    case Format::svg:
+        return QStringLiteral("svg");
+    case Format::json:
+        break;
+    }
+    return QStringLiteral("json");
+}
+
+} // namespace
+
+bool isOffered(const ScanReport& report, Subject subject) {
+    switch (subject) {
+    case Subject::breakdown:
+        return !report.rows.empty();
+    case Subject::files: {
+        const std::vector<InstructionFileEstimate> files = report.files();
+        return std::any_of(files.begin(), files.end(),
+                           [](const auto& file) { return file.estimatedTokens > 0; });
+    }
+    case Subject::report:
+        break;
+    }
+    return true;
+}
+
+QString fileName(const ScanReport& report, Subject subject, Format format) {
+    constexpr int longest = 80;
+    QString name = DisplayText::line(report.repositoryName).left(longest);
+    for (QChar& character : name) {
+        if (QStringLiteral("/\\:*?\"<>|").contains(character)) character = QLatin1Char('-');
+    }
+    const QString what = subject == Subject::breakdown ? QStringLiteral("-breakdown")
+                         : subject == Subject::files   ? QStringLiteral("-instruction-files")
+                                                       : QStringLiteral("-context-report");
+    return name + what + QLatin1Char('.') + suffix(format);
+}
+
+QByteArray bytes(const std::shared_ptr<const ScanReport>& report, Subject subject, Format format) {
+    if (format == Format::json) return QByteArray::fromStdString(ScanReportJson::report(*report) + "\n");
+    const std::unique_ptr<QWidget> picture = scene(report, subject);
+    return format == Format::png ? png(*picture) : svg(*picture, fileName(*report, subject, format));
+}
+
+} // namespace loadscope::ReportExport

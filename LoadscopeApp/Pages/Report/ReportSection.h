@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeCore/Report/ScanReport.h"
+
+#include <memory>
+
+namespace loadscope {
+
+/// The report in words, to be copied or saved.
+class ReportSection : public CollapsibleSection {
+    Q_OBJECT
+
+public:
+    explicit ReportSection(std::shared_ptr<const ScanReport> report, QWidget* parent = nullptr);
+
+private:
+    static QWidget* body(const std::shared_ptr<const ScanReport>& report);
+};
+
+} // namespace loadscope

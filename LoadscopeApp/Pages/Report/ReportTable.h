@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Charts/MarkedWidget.h"
+#include "LoadscopeApp/Pages/Report/ReportTableLayout.h"
+
+#include <memory>
+
+class QTextLayout;
+
+namespace loadscope {
+
+/// A table of a report, painted as a whole: thousands of rows cost no widgets. The row under the pointer, or
+/// reached with the arrow keys, is highlighted. Names can be selected with the mouse; Copy takes the
+/// selection or else the name of the active row.
+class ReportTable : public MarkedWidget {
+    Q_OBJECT
+
+public:
+    ReportTable(ReportTableTitles titles, std::vector<ReportTableRow> rows, const QString& name,
+                QWidget* parent = nullptr);
+    ~ReportTable() override;
+
+    [[nodiscard]] const std::vector<ReportTableRow>& rows() const { return rows_; }
+    [[nodiscard]] QRect rowArea(std::size_t row) const;
+    [[nodiscard]] QString selectedText() const;
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] std::size_t markCount() const override;
+    [[nodiscard]] Mark mark(std::size_t index) const override;
+    [[nodiscard]] Item markOf(std::size_t item) const override;
+
+Q_SIGNALS:
+    void menuRequested(std::size_t row, const QPoint& globalPosition);
+
+protected:
+    [[nodiscard]] std::size_t stopCount() const override { return rows_.size(); }
+    [[nodiscard]] Item itemAt(QPointF point) const override { return layout_.rowAt(point.y()); }
+    void activeMoved(Item before, std::optional<QPointF> place) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    struct Selection {
+        std::size_t row = 0;
+        int from = 0; ///< where the mouse went down
+        int to = 0;
+    };
+
+    void measure();
+    [[nodiscard]] std::size_t columns() const;
+    [[nodiscard]] QRectF cell(std::size_t row, ReportTableLayout::Column column) const;
+    [[nodiscard]] QString cellText(std::size_t row, ReportTableLayout::Column column) const;
+    [[nodiscard]] QRectF mirrored(const QRectF& area) const;
+    [[nodiscard]] std::unique_ptr<QTextLayout> wrapped(const QString& text, double width) const;
+    [[nodiscard]] int cursorAt(std::size_t row, QPointF point) const;
+    void select(const Selection& selection);
+    void copy() const;
+    void paintHeader(QPainter& painter) const;
+    void paintRow(QPainter& painter, std::size_t row) const;
+    void paintName(QPainter& painter, std::size_t row) const;
+    void paintNumber(QPainter& painter, std::size_t row, ReportTableLayout::Column column) const;
+
+    ReportTableTitles titles_;
+    std::vector<ReportTableRow> rows_;
+    ReportTableLayout layout_;
+    mutable ReportTableLayout asked_; ///< for the width whose height was asked last; often the next width
+    std::optional<Selection> selection_;
+};
+
+} // namespace loadscope
