@@ -42,4 +42,7 @@ struct Scene {
 
 [[nodiscard]] const std::vector<Scene>& scenes();
 
+/// The report of a scan: the usual one and the extremes.
+[[nodiscard]] std::vector<Scene> reportScenes();
+
 } // namespace loadscope::screenshots

@@ -21,7 +21,7 @@ struct Size {
 };
 
 const std::array sizes{Size{"1180", QSize(1180, 780)}, Size{"960", QSize(960, 640)},
-                       Size{"tall", QSize(1180, 2400)}};
+                       Size{"tall", QSize(1180, 2400)}, Size{"narrow", QSize(960, 2700)}};
 
 void save(QWidget& window, const QString& file, double ratio) {
     QPixmap picture(window.size() * ratio);
@@ -77,7 +77,10 @@ int main(int argumentCount, char** arguments) {
     QApplication::setStyle(new AppStyle);
     AppTheme theme;
     if (textScale > 0) theme.setTextScale(textScale);
-    for (const screenshots::Scene& scene : screenshots::scenes()) {
+    std::vector<screenshots::Scene> scenes = screenshots::scenes();
+    for (screenshots::Scene& scene : screenshots::reportScenes())
+        scenes.push_back(std::move(scene));
+    for (const screenshots::Scene& scene : scenes) {
         if (!only.isEmpty() && !scene.name.contains(only)) continue;
         for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
             for (const Size& size : sizes) {

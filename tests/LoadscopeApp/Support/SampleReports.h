@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/LoadscopeApp/Support/FakeTools.h"
+
+#include "LoadscopeCore/Report/ScanReport.h"
+
+#include <string>
+
+namespace loadscope::testing {
+
+[[nodiscard]] inline InstructionFileSet sampleFiles() {
+    InstructionFileSet files;
+    files.repositoryFiles = {{"/home/dev/src/web-app/CLAUDE.md", 9'812},
+                             {"/home/dev/src/web-app/docs/setup.md", 5'220},
+                             {"/home/dev/src/web-app/docs/testing.md", 1'808}};
+    files.personalFiles = {{"/home/dev/.claude/CLAUDE.md", 8'040},
+                           {"/home/dev/.claude/rules/style.md", 3'460}};
+    return files;
+}
+
+/// Files whose sizes differ a million-fold.
+[[nodiscard]] inline InstructionFileSet manyFiles(int count) {
+    InstructionFileSet files;
+    for (int number = 0; number < count; ++number) {
+        const std::int64_t bytes = number < 3 ? 40'000'000 / (number + 1) : 40 + number % 997 * 13;
+        files.repositoryFiles.emplace_back(
+            "/home/dev/src/monorepo/packages/package-" + std::to_string(number) + "/docs/CLAUDE.md", bytes);
+    }
+    return files;
+}
+
+/// Categories of every length of name, some without tokens and some with less than none.
+[[nodiscard]] inline std::vector<SelfReportedSlab> manySlabs(int count) {
+    std::vector<SelfReportedSlab> slabs;
+    for (int number = 0; number < count; ++number) {
+        std::string name = "Category " + std::to_string(number);
+        if (number % 50 == 1) name += " " + std::string(300, 'n');
+        if (number % 50 == 2) name += " <b>of words</b> that go on and on, far beyond what fits on a line";
+        slabs.push_back({name, number % 10 == 9 ? -number : number % 10 == 8 ? 0 : 40'000 / (number + 1)});
+    }
+    return slabs;
+}
+
+[[nodiscard]] inline ScanReport
+reportOf(const ProbeResult& probe, const InstructionFileSet& files = {},
+         CodexScanOutcome codex = CodexScanOutcome::unavailable(CodexScanOutcome::notIncludedReason)) {
+    return ScanReportBuilder::build(RepoSelection("/home/dev/src/web-app"), probe, files, codex);
+}
+
+} // namespace loadscope::testing

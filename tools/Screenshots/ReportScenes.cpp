@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Charts/DonutChart.h"
+#include "LoadscopeApp/Charts/TreemapView.h"
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Pages/OverviewReport.h"
+#include "tests/LoadscopeApp/Support/SampleReports.h"
+#include "tools/Screenshots/Stage.h"
+
+#include <QDir>
+
+namespace loadscope::screenshots {
+namespace {
+
+struct Case {
+    QString name;
+    ProbeResult probe = testing::sampleResult();
+    InstructionFileSet files = testing::sampleFiles();
+    std::optional<CodexScanOutcome> codex{};
+    bool hovers = false;
+};
+
+void show(Stage& stage, const Case& report) {
+    const QString folder = QDir::tempPath() + QStringLiteral("/loadscope-pictures/src/web-app");
+    QDir().mkpath(folder);
+    stage.tools.instructions->files = report.files;
+    if (report.codex) stage.tools.codex->outcome = *report.codex;
+    stage.choose(folder.toStdString());
+    stage.model.setIncludeCodex(report.codex.has_value());
+    stage.scan(report.probe);
+    for (auto* section : stage.view.findChildren<CollapsibleSection*>())
+        section->setExpanded(true);
+    stage.settle();
+    if (!report.hovers) return;
+    for (auto* donut : stage.view.findChildren<DonutChart*>())
+        donut->setActive(0);
+    for (auto* treemap : stage.view.findChildren<TreemapView*>())
+        treemap->setActive(1);
+}
+
+ProbeResult without(std::optional<std::int64_t> window, std::int64_t total) {
+    ProbeResult probe = testing::sampleResult(total);
+    probe.contextWindow = window;
+    return probe;
+}
+
+Case unreadable() {
+    Case result{QStringLiteral("unreadable")};
+    result.probe = without({}, 95'000);
+    result.files.unreadablePaths = {"/home/dev/src/web-app/secret/CLAUDE.md", "/home/dev/src/CLAUDE.md"};
+    result.codex =
+        CodexScanOutcome::unavailable("Codex is not signed in. Run `codex login`, then scan again.");
+    return result;
+}
+
+Case unreported() {
+    Case result{QStringLiteral("unreported")};
+    result.probe = without({}, 12'400);
+    result.probe.selfReportedSlabs.clear();
+    result.probe.totalSource = TotalSource::transcript;
+    return result;
+}
+
+Case overAttributed() {
+    Case result{QStringLiteral("over-attributed")};
+    result.probe = without(200'000, 20'000);
+    result.codex = CodexScanOutcome::measured({9'000, std::nullopt, 12.0});
+    return result;
+}
+
+Case large() {
+    Case result{QStringLiteral("large")};
+    result.probe.authoritativeTotal = 9'000'000'000'000'000;
+    result.probe.contextWindow.reset();
+    result.probe.selfReportedSlabs = testing::manySlabs(60);
+    result.files = testing::manyFiles(2'000);
+    result.codex = CodexScanOutcome::measured({9'000'000'000'000'000, 272'000, 20.0});
+    return result;
+}
+
+Case empty() {
+    Case result{QStringLiteral("empty")};
+    result.probe = without({}, 0);
+    result.probe.selfReportedSlabs = {{"System prompt", 0}, {"Skills", -20}};
+    result.files = {};
+    return result;
+}
+
+} // namespace
+
+std::vector<Scene> reportScenes() {
+    const Case cases[] = {{QStringLiteral("full"), testing::sampleResult(), testing::sampleFiles(),
+                           CodexScanOutcome::measured({41'200, 272'000, 20.0}), true},
+                          unreadable(),
+                          unreported(),
+                          overAttributed(),
+                          large(),
+                          empty()};
+    std::vector<Scene> scenes;
+    for (const Case& report : cases)
+        scenes.push_back({QStringLiteral("overview-result-") + report.name,
+                          [report](Stage& stage) { show(stage, report); }});
+    return scenes;
+}
+
+} // namespace loadscope::screenshots
