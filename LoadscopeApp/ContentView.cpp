@@ -3,6 +3,7 @@
 #include "LoadscopeApp/ContentView.h"
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AlertPanel.h"
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/OnboardingView.h"
@@ -17,6 +18,8 @@
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QPainter>
 #include <QShortcut>
 #include <QStackedWidget>
@@ -110,6 +113,31 @@ void ContentView::startScan() {
     model_.scan();
 }
 
+void ContentView::openRepository(const std::string& path) {
+    if (model_.state().isScanning()) {
+        AlertPanel::tell(pages_, QStringLiteral("A scan is running"),
+                         QStringLiteral("Another repository can be opened when the scan has ended. Escape "
+                                        "stops it."));
+        return;
+    }
+    if (!QFileInfo(QFile::decodeName(path.c_str())).isDir()) {
+        AlertPanel::tell(pages_, QStringLiteral("This folder is gone"),
+                         QStringLiteral("Nothing is at %1 any more. Its recorded scans stay; to scan it "
+                                        "again, choose the folder where it is now.")
+                             .arg(DisplayText::line(path)));
+        return;
+    }
+    selectFolder(path);
+}
+
+void ContentView::clearHistory() {
+    model_.clearHistory();
+    if (model_.history().empty()) return;
+    AlertPanel::tell(pages_, QStringLiteral("The recorded scans could not be deleted"),
+                     QStringLiteral("The folder with the recorded data cannot be written to. Nothing was "
+                                    "changed on this page."));
+}
+
 void ContentView::refresh() {
     const bool permitted = readiness_.permitsScan(model_.includeCodex());
     toolbar_->refresh(
@@ -127,7 +155,8 @@ void ContentView::refreshPage() {
         if (trends_ == nullptr) {
             trends_ = new TrendsView;
             pages_->addWidget(trends_);
-            connect(trends_, &TrendsView::clearRequested, this, [this] { model_.clearHistory(); });
+            connect(trends_, &TrendsView::repositoryRequested, this, &ContentView::openRepository);
+            connect(trends_, &TrendsView::clearRequested, this, &ContentView::clearHistory);
         }
         std::optional<std::string> path;
         if (model_.selection()) path = model_.selection()->path;
@@ -139,6 +168,7 @@ void ContentView::refreshPage() {
         if (compare_ == nullptr) {
             compare_ = new CompareView;
             pages_->addWidget(compare_);
+            connect(compare_, &CompareView::repositoryRequested, this, &ContentView::openRepository);
         }
         compare_->refresh(model_.history());
         pages_->setCurrentWidget(compare_);

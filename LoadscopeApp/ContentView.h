@@ -51,6 +51,8 @@ public:
     /// Makes the folder the selection and brings the Overview page forward; ignored while a scan runs.
     void selectFolder(const std::string& path);
     void startScan();
+    /// Selects the folder of a recorded scan and shows Overview; says so when that cannot be done.
+    void openRepository(const std::string& path);
 
     [[nodiscard]] QSplitter* splitter() const { return splitter_; }
     /// The walkthrough's sheet while it is up, else null.
@@ -69,6 +71,7 @@ private:
     void connectAll();
     void refresh();
     void refreshPage();
+    void clearHistory();
     void setDropTarget(bool visible);
 
     ScanModel& model_;

@@ -73,6 +73,11 @@ PushButton::Colors PushButton::colors() const {
                                                : ThemeColor::control;
         return {theme.color(fill), theme.color(ThemeColor::border), theme.color(ThemeColor::primaryText)};
     }
+    case Kind::destructive: {
+        const double strength = isDown() ? 0.24 : (underMouse() ? 0.18 : 0.12);
+        const QColor red = theme.color(ThemeColor::bandExcessive);
+        return {theme.color(ThemeColor::bandExcessive, strength), QColor(Qt::transparent), red};
+    }
     case Kind::plain:
         break;
     }

@@ -8,12 +8,12 @@
 
 namespace loadscope {
 
-/// A button in one of three looks, with an optional icon before its text.
+/// A button in one of four looks, with an optional icon before its text.
 class PushButton : public QPushButton {
     Q_OBJECT
 
 public:
-    enum class Kind { primary, secondary, plain };
+    enum class Kind { primary, secondary, plain, destructive };
 
     PushButton(Kind kind, const QString& title, QWidget* parent = nullptr);
 

@@ -32,7 +32,7 @@ QString meaning(OpinionBand band) {
 
 } // namespace
 
-QWidget* BandGuide::makeSection() {
+QWidget* BandGuide::makeSection(std::span<const char* const> sentences) {
     auto* body = new QWidget;
     auto* column = new QVBoxLayout(body);
     column->setContentsMargins(0, 0, 0, 0);
@@ -52,14 +52,11 @@ QWidget* BandGuide::makeSection() {
         ++line;
     }
     column->addLayout(rows);
-    auto* note = new TextLabel(
-        QStringLiteral(
-            "A scan whose tool reported its context window is judged against that window, every other "
-            "scan against the fixed token counts. Totals of different tools measure different "
-            "sessions and are never added up."),
-        TextStyle::body, ThemeColor::secondaryText);
-    note->setWraps();
-    column->addWidget(note);
+    for (const char* sentence : sentences) {
+        auto* text = new TextLabel(DisplayText::own(sentence), TextStyle::body, ThemeColor::secondaryText);
+        text->setWraps();
+        column->addWidget(text);
+    }
     return new CollapsibleSection(QStringLiteral("How to read this"),
                                   DisplayText::own(OpinionBands::opinionNote), body);
 }

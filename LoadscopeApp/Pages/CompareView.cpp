@@ -2,33 +2,60 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/CompareView.h"
 
+#include "LoadscopeApp/Components/AdaptiveRow.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/BandGuide.h"
-#include "LoadscopeCore/Presentation/ScanPresentation.h"
+#include "LoadscopeApp/Pages/Compare/ColumnCard.h"
+#include "LoadscopeApp/Pages/Compare/CombinedCard.h"
+#include "LoadscopeApp/Pages/Compare/LeaderboardCard.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include <QVBoxLayout>
 
 namespace loadscope {
 
-CompareView::CompareView(QWidget* parent)
-    : PageFrame(parent),
-      empty_(new ScanEmptyState(
-          QStringLiteral("No recorded scans yet"),
-          QStringLiteral("Scan two repositories and their latest results appear here side by side."))) {
-    auto* surface = new ReportSurface;
-    surface->content()->addWidget(empty_);
-    column()->addWidget(new PageHeader(
-        QStringLiteral("Compare"),
-        QStringLiteral("The latest recorded Claude Code scan of each repository, side by side, category for "
-                       "category. ") +
-            DisplayText::own(CodexPresentation::noBreakdownNote)));
-    column()->addWidget(surface);
-    column()->addWidget(BandGuide::makeSection());
+CompareView::CompareView(QWidget* parent) : PageFrame(parent) {
+    column()->addWidget(new PageHeader(DisplayText::own(ComparePresentation::title),
+                                       DisplayText::own(ComparePresentation::headerLine())));
+    column()->addWidget(BandGuide::makeSection(ComparePresentation::methodSentences));
     column()->addStretch();
 }
 
-void CompareView::refresh(const std::vector<RecordedScan>&) {}
+void CompareView::refresh(const std::vector<RecordedScan>& history) {
+    if (history_ == history) return;
+    history_ = history;
+    build();
+}
+
+void CompareView::build() {
+    const ComparePresentation shown(*history_);
+    delete cards_;
+    cards_ = new QWidget;
+    auto* column = new QVBoxLayout(cards_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(Metrics::blockSpacing);
+    if (!shown.leaderboardGroups().empty()) {
+        auto* leaderboard = new LeaderboardCard(shown);
+        connect(leaderboard, &LeaderboardCard::repositoryRequested, this, &CompareView::repositoryRequested);
+        column->addWidget(leaderboard);
+    }
+    if (shown.hasComparison()) {
+        auto* columns = new AdaptiveRow(ColumnCard::narrowest, Metrics::blockSpacing);
+        for (const ComparePresentation::Column& repository : shown.columns())
+            columns->addWidget(new ColumnCard(shown, repository));
+        column->addLayout(columns);
+        column->addWidget(new CombinedCard(shown));
+    } else {
+        const EmptyStateText text = shown.emptyState();
+        auto* surface = new ReportSurface;
+        surface->content()->addWidget(
+            new ScanEmptyState(DisplayText::own(text.title), DisplayText::line(text.detail)));
+        column->addWidget(surface);
+    }
+    this->column()->insertWidget(1, cards_);
+}
 
 } // namespace loadscope

@@ -5,24 +5,32 @@
 #include "LoadscopeApp/Components/PageFrame.h"
 #include "LoadscopeCore/History/RecordedScan.h"
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace loadscope {
 
-class ScanEmptyState;
-
-/// The Compare page: repositories ranked per tool, and their latest scans side by side.
+/// The Compare page: repositories ranked per tool, and their latest scans side by side. Its cards are made
+/// anew whenever the history has changed.
 class CompareView : public PageFrame {
     Q_OBJECT
 
 public:
     explicit CompareView(QWidget* parent = nullptr);
 
-    /// `history` is oldest first.
+    /// `history` is oldest first. Costs nothing when it has not changed.
     void refresh(const std::vector<RecordedScan>& history);
 
+Q_SIGNALS:
+    /// The user picked one of the ranked repositories.
+    void repositoryRequested(const std::string& path);
+
 private:
-    ScanEmptyState* empty_;
+    void build();
+
+    std::optional<std::vector<RecordedScan>> history_;
+    QWidget* cards_ = nullptr;
 };
 
 } // namespace loadscope

@@ -2,38 +2,88 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/TrendsView.h"
 
-#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeApp/Components/AlertPanel.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
+#include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/BandGuide.h"
+#include "LoadscopeApp/Pages/Trends/PreviousRunsCard.h"
+#include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"
+#include "LoadscopeApp/Pages/Trends/SummaryCard.h"
+#include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
+#include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QVBoxLayout>
 
 namespace loadscope {
 
 TrendsView::TrendsView(QWidget* parent)
-    : PageFrame(parent),
-      header_(new PageHeader(
-          QStringLiteral("Trends"),
-          QStringLiteral("Startup context over time, against the Lean, Heavy and Excessive bands."))),
-      empty_(new ScanEmptyState(QStringLiteral("No recorded scans yet"), {})) {
-    auto* surface = new ReportSurface;
-    surface->content()->addWidget(empty_);
+    : PageFrame(parent), header_(new PageHeader(DisplayText::own(TrendsPresentation::title), {})) {
     column()->addWidget(header_);
-    column()->addWidget(surface);
-    column()->addWidget(BandGuide::makeSection());
+    column()->addWidget(BandGuide::makeSection(TrendsPresentation::methodSentences));
     column()->addStretch();
 }
 
-void TrendsView::refresh(const std::vector<RecordedScan>& history, const std::optional<std::string>&) {
-    empty_->setTexts(
-        QStringLiteral("No recorded scans yet"),
-        history.empty()
-            ? QStringLiteral(
-                  "Scans are recorded locally as you run them. Run one scan, then another, and the "
-                  "trend appears here.")
-            : QStringLiteral(
-                  "Nothing recorded for this repository yet. Scan it twice and its trend appears here."));
+void TrendsView::refresh(const std::vector<RecordedScan>& history,
+                         const std::optional<std::string>& selectedRepositoryPath) {
+    if (presentation_ != nullptr && selectedRepositoryPath == selectedPath_ &&
+        history == presentation_->history())
+        return;
+    selectedPath_ = selectedRepositoryPath;
+    presentation_ = std::make_shared<TrendsPresentation>(history, selectedRepositoryPath,
+                                                         std::chrono::system_clock::now());
+    build();
+    followInConfirmation();
+}
+
+void TrendsView::build() {
+    const TrendsPresentation& shown = *presentation_;
+    header_->setSubtitle(DisplayText::line(shown.headerLine()));
+    delete cards_;
+    cards_ = new QWidget;
+    auto* column = new QVBoxLayout(cards_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(Metrics::blockSpacing);
+    if (shown.hasTrend()) {
+        column->addWidget(new TrendChartCard(presentation_));
+        column->addWidget(new SummaryCard(shown));
+    } else {
+        const EmptyStateText text = shown.emptyState();
+        auto* surface = new ReportSurface;
+        surface->content()->addWidget(
+            new ScanEmptyState(DisplayText::own(text.title), DisplayText::line(text.detail)));
+        column->addWidget(surface);
+    }
+    if (shown.hasHistory()) {
+        auto* runs = new PreviousRunsCard(shown);
+        connect(runs, &PreviousRunsCard::repositoryRequested, this, &TrendsView::repositoryRequested);
+        column->addWidget(runs);
+        auto* data = new RecordedDataCard(presentation_);
+        connect(data, &RecordedDataCard::clearWanted, this, &TrendsView::confirmClear);
+        column->addWidget(data);
+    }
+    this->column()->insertWidget(1, cards_);
+}
+
+void TrendsView::confirmClear() {
+    if (confirmation_ != nullptr || presentation_ == nullptr || !presentation_->hasHistory()) return;
+    auto* panel = new AlertPanel(QStringLiteral("trash"), ThemeColor::bandExcessive,
+                                 DisplayText::own(TrendsPresentation::clearTitle),
+                                 DisplayText::own(TrendsPresentation::clearMessage));
+    PushButton* cancel = panel->addButton(PushButton::Kind::secondary, QStringLiteral("Cancel"));
+    deleteButton_ = panel->addButton(PushButton::Kind::destructive,
+                                     DisplayText::own(presentation_->clearConfirmationButton()));
+    connect(deleteButton_, &PushButton::clicked, this, &TrendsView::clearRequested);
+    confirmation_ = AlertPanel::present(this, panel, cancel);
+}
+
+/// A scan that ends meanwhile adds a record: the question must name what would be deleted now.
+void TrendsView::followInConfirmation() {
+    if (confirmation_ == nullptr || confirmation_->isDismissing()) return;
+    if (!presentation_->hasHistory())
+        confirmation_->dismiss();
+    else if (deleteButton_ != nullptr)
+        deleteButton_->setTitle(DisplayText::own(presentation_->clearConfirmationButton()));
 }
 
 } // namespace loadscope

@@ -88,6 +88,7 @@ public:
     TrendsPresentation(std::vector<RecordedScan> history,
                        const std::optional<std::string>& selectedRepositoryPath, Timestamp now);
 
+    [[nodiscard]] const std::vector<RecordedScan>& history() const { return history_; }
     [[nodiscard]] const std::optional<std::string>& shownRepositoryPath() const { return shownPath_; }
     [[nodiscard]] const std::vector<ToolSeries>& series() const { return series_; }
 

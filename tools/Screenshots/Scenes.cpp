@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/Sheet.h"
+#include "tools/Screenshots/HistoryScenes.h"
 #include "tools/Screenshots/Stage.h"
 
 #include <QDir>
@@ -60,10 +61,8 @@ InstructionFileSet sampleFiles() {
     return files;
 }
 
-} // namespace
-
-const std::vector<Scene>& scenes() {
-    static const std::vector<Scene> all{
+std::vector<Scene> windowScenes() {
+    return {
         {QStringLiteral("overview-idle"),
          [](Stage& stage) {
              stage.readinessAnswer = {ToolReadiness::unknown, ToolReadiness::notInstalled};
@@ -103,6 +102,17 @@ const std::vector<Scene>& scenes() {
         onboarding(3),
         onboarding(4),
     };
+}
+
+} // namespace
+
+const std::vector<Scene>& scenes() {
+    static const std::vector<Scene> all = [] {
+        std::vector<Scene> scenes = windowScenes();
+        for (Scene& scene : historyScenes())
+            scenes.push_back(std::move(scene));
+        return scenes;
+    }();
     return all;
 }
 

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "tools/Screenshots/Stage.h"
 
+#include "LoadscopeCore/History/ScanHistoryFile.h"
+#include "LoadscopeCore/Platform/AtomicFile.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
@@ -14,10 +17,19 @@ namespace {
 constexpr int patienceMilliseconds = 20'000;
 constexpr int pollMilliseconds = 20;
 
+testing::FakeTools withHistory(const QTemporaryDir& folder, const std::vector<RecordedScan>& scans) {
+    testing::FakeTools tools;
+    tools.history = std::make_shared<ScanHistoryStore>(folder.path().toStdString());
+    if (!scans.empty() && !AtomicFile::write(tools.history->filePath(), ScanHistoryFile::encode(scans)))
+        std::fputs("The history could not be prepared.\n", stderr);
+    return tools;
+}
+
 } // namespace
 
-Stage::Stage()
-    : model(uiThread, tools.collaborators()),
+Stage::Stage(const std::vector<RecordedScan>& history)
+    : tools(withHistory(folder, history)),
+      model(uiThread, tools.collaborators()),
       readiness(uiThread, [this](std::stop_token) { return readinessAnswer; }),
       view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {}
 

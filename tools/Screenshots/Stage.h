@@ -8,6 +8,7 @@
 #include "tests/LoadscopeApp/Support/FakeTools.h"
 
 #include <QString>
+#include <QTemporaryDir>
 
 #include <functional>
 #include <string>
@@ -18,13 +19,14 @@ namespace loadscope::screenshots {
 /// A window over scripted tools, brought into one state to be pictured.
 class Stage {
 public:
-    Stage();
+    explicit Stage(const std::vector<RecordedScan>& history = {});
 
     /// Lets the event loop run until `condition` holds; ends the program when it never does.
     void settle(const std::function<bool()>& condition = {});
     void choose(const std::string& path);
     void scan(testing::FakeProbe::Answer answer);
 
+    QTemporaryDir folder; ///< holds the history
     testing::FakeTools tools;
     testing::MemoryCompletionStore store{true};
     ReadinessChecker::Result readinessAnswer{ToolReadiness::ready, ToolReadiness::ready};
@@ -38,6 +40,7 @@ public:
 struct Scene {
     QString name;
     std::function<void(Stage&)> prepare;
+    std::vector<RecordedScan> history = {}; ///< what was recorded before
 };
 
 [[nodiscard]] const std::vector<Scene>& scenes();

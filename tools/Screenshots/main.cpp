@@ -33,7 +33,7 @@ void save(QWidget& window, const QString& file, double ratio) {
 
 void picture(const screenshots::Scene& scene, Appearance appearance, const Size& size, const QDir& output) {
     AppTheme::current().force(appearance, true);
-    screenshots::Stage stage;
+    screenshots::Stage stage(scene.history);
     stage.view.resize(size.size);
     stage.view.show();
     stage.settle([&stage] { return !stage.readiness.isChecking(); });

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAccessible>
+#include <QRect>
+#include <QString>
+
+class QWidget;
+
+namespace loadscope {
+
+/// What a painted widget tells of the things on it: assistive technologies are offered each of them as an
+/// element of its own. A widget that implements this calls `install` before it is first shown.
+class AccessibleMarks {
+public:
+    virtual ~AccessibleMarks() = default;
+
+    [[nodiscard]] virtual QAccessible::Role marksRole() const { return QAccessible::Chart; }
+    [[nodiscard]] virtual int markCount() const = 0;
+    [[nodiscard]] virtual QString markText(int mark) const = 0;
+    /// In the widget's coordinates.
+    [[nodiscard]] virtual QRect markArea(int mark) const = 0;
+    /// The mark that the keyboard has reached, or -1.
+    [[nodiscard]] virtual int currentMark() const { return -1; }
+
+    /// Harmless when repeated.
+    static void install();
+    /// Tells listeners that the keyboard has reached another mark of `widget`.
+    static void tellCurrent(QWidget* widget);
+};
+
+} // namespace loadscope

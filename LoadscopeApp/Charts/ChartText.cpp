@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Charts/ChartText.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace loadscope {
+namespace {
+
+constexpr double haloWidth = 4;
+
+} // namespace
+
+TextMeasure ChartText::measure(const QFont& font) {
+    const QFontMetricsF metrics(font);
+    return {[metrics](std::string_view text) {
+                return metrics.horizontalAdvance(
+                    QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+            },
+            metrics.height()};
+}
+
+void ChartText::paintWithHalo(QPainter& painter, const QRectF& area, const QString& text,
+                              const QColor& halo) {
+    const QPointF baseline(area.left(), area.top() + QFontMetricsF(painter.font()).ascent());
+    QPainterPath outline;
+    outline.addText(baseline, painter.font(), text);
+    painter.strokePath(outline, QPen(halo, haloWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawText(baseline, text);
+}
+
+void ChartText::paintElided(QPainter& painter, const QRectF& area, Qt::Alignment alignment,
+                            const QString& text) {
+    const QFontMetricsF metrics(painter.font());
+    // Rounding must not cost a text its last letters.
+    const QString shown = metrics.horizontalAdvance(text) <= area.width() + 0.5
+                              ? text
+                              : metrics.elidedText(text, Qt::ElideRight, area.width());
+    painter.drawText(area, static_cast<int>(alignment) | Qt::TextSingleLine | Qt::TextDontClip, shown);
+}
+
+} // namespace loadscope

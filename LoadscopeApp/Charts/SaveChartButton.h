@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Charts/ChartPicture.h"
+#include "LoadscopeApp/Components/MenuButton.h"
+
+#include <functional>
+
+namespace loadscope {
+
+/// Saves a chart as a picture: "PNG Image…" or "SVG Drawing…".
+class SaveChartButton : public MenuButton {
+    Q_OBJECT
+
+public:
+    /// `picture` gives the chart as it is when a kind is chosen; `name` is the suggested file's name.
+    SaveChartButton(const QString& name, std::function<ChartPicture()> picture, QWidget* parent = nullptr);
+};
+
+} // namespace loadscope

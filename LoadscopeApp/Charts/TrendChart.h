@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Charts/AccessibleMarks.h"
+#include "LoadscopeCore/Geometry/TrendChartGeometry.h"
+#include "LoadscopeCore/Presentation/TrendsPresentation.h"
+
+#include <QPixmap>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace loadscope {
+
+class TrendChartOverlay;
+
+/// The scans of one repository over time, one line per tool. The scan nearest to the pointer is picked out
+/// with a rule and a tooltip; the arrow keys walk the scans in the same way. The chart itself is painted once
+/// per size and theme; what follows the pointer lies on an overlay above it.
+class TrendChart : public QWidget, public AccessibleMarks {
+    Q_OBJECT
+
+public:
+    static constexpr int chartHeight = 260;
+
+    /// `card` is the parent; the tooltip may stand above the chart and is painted on the card.
+    explicit TrendChart(QWidget* card);
+
+    void setPresentation(std::shared_ptr<const TrendsPresentation> presentation);
+
+    [[nodiscard]] const TrendChartGeometry& shapes() const { return geometry_; }
+    [[nodiscard]] const TrendsPresentation& presentation() const { return *presentation_; }
+    [[nodiscard]] const std::vector<std::size_t>& palette() const { return palette_; }
+
+    /// Position in the presentation's scans.
+    [[nodiscard]] std::optional<std::size_t> selectedScan() const { return selected_; }
+    void selectScan(std::optional<std::size_t> scan);
+
+    [[nodiscard]] int markCount() const override;
+    [[nodiscard]] QString markText(int mark) const override;
+    [[nodiscard]] QRect markArea(int mark) const override;
+    [[nodiscard]] int currentMark() const override;
+
+    [[nodiscard]] QSize sizeHint() const override { return {400, chartHeight}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {160, chartHeight}; }
+
+    /// The chart laid out anew for a picture of this size.
+    [[nodiscard]] TrendChartGeometry geometryFor(QSizeF size) const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void layOut();
+
+    std::shared_ptr<const TrendsPresentation> presentation_;
+    std::vector<std::size_t> palette_;
+    TrendChartGeometry geometry_;
+    QPixmap picture_; ///< null when it must be painted anew
+    std::optional<std::size_t> selected_;
+    TrendChartOverlay* overlay_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractButton>
+
+namespace loadscope {
+
+/// A row of a list in a card, from edge to edge, that opens something when it is clicked.
+class RowButton : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    /// Takes over `content`. `name` is what assistive technologies call the row.
+    RowButton(QWidget* content, const QString& name, QWidget* parent = nullptr);
+
+    /// Draws a line above the row, which parts it from the one before.
+    void setDivided();
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    bool divided_ = false;
+};
+
+} // namespace loadscope

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+class QHBoxLayout;
+class QWidget;
+
+/// Pieces that cards with lists and charts share.
+namespace loadscope::CardPieces {
+
+/// A section header with a control at its trailing edge, which may be null.
+[[nodiscard]] QHBoxLayout* header(const QString& title, const QString& detail, QWidget* control);
+
+/// A wrapping text in caption type and the secondary colour.
+[[nodiscard]] QWidget* caption(const QString& text);
+
+/// `content` at the card's usual distance from its sides, for cards whose rows reach from edge to edge.
+[[nodiscard]] QHBoxLayout* inset(QWidget* content);
+
+/// A thin line across the card.
+[[nodiscard]] QWidget* divider();
+
+} // namespace loadscope::CardPieces

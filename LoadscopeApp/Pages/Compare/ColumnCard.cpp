@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Compare/ColumnCard.h"
+
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Charts/BarChart.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/ElidedLabel.h"
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/CardPieces.h"
+#include "LoadscopeApp/Pages/Compare/CategoryTable.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMenu>
+
+namespace loadscope {
+namespace {
+
+constexpr int unitGap = 6;
+
+CategoryTable* makeTable(const std::vector<RecordedCategory>& categories) {
+    std::vector<CategoryTable::Line> lines;
+    for (const RecordedCategory& category : categories)
+        lines.push_back(
+            {DisplayText::line(category.name), DisplayText::own(LocaleFormat::grouped(category.tokens))});
+    return new CategoryTable(std::move(lines));
+}
+
+QHBoxLayout* totalLine(const QString& total) {
+    auto* number = new TextLabel(total, TextStyle::title);
+    number->setSelectable();
+    auto* row = new QHBoxLayout;
+    row->setSpacing(unitGap);
+    row->addWidget(number);
+    row->addWidget(new TextLabel(QStringLiteral("tokens"), TextStyle::body, ThemeColor::secondaryText), 1);
+    return row;
+}
+
+} // namespace
+
+ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePresentation::Column& column)
+    : categories_(makeTable(column.scan.categories)) {
+    const ComparePresentation::ColumnText text = ComparePresentation::text(column);
+    const QString label = DisplayText::line(column.label);
+    const QString pill = DisplayText::own(text.pill);
+    summary_ = QStringList{label, DisplayText::own(text.scanned),
+                           DisplayText::own(text.total) + QStringLiteral(" tokens"), pill}
+                   .join(QLatin1Char('\n'));
+    auto* heading = new ElidedLabel(label, TextStyle::headline);
+    heading->setWeight(QFont::DemiBold);
+    AccessibleTraits::setRole(heading, QAccessible::Heading, label);
+    auto* scanned =
+        new TextLabel(DisplayText::own(text.scanned), TextStyle::caption, ThemeColor::secondaryText);
+    scanned->setSelectable();
+    auto* chart = new BarChart(BarChart::Kind::column, presentation.columnChart(column),
+                               {{label, column.paletteIndex}});
+    chart->setAccessibleName(QStringLiteral("Categories of %1").arg(label));
+
+    content()->addWidget(heading);
+    content()->addWidget(scanned);
+    content()->addLayout(totalLine(DisplayText::own(text.total)));
+    content()->addWidget(new StatusPill(pill, QStringLiteral("scalemass"), ThemeColors::text(text.band)), 0,
+                         Qt::AlignLeading);
+    content()->addWidget(chart);
+    content()->addWidget(CardPieces::divider());
+    content()->addWidget(categories_);
+    content()->addStretch();
+}
+
+QString ColumnCard::copyableText() const {
+    const QString table = categories_->selectedText();
+    return table.isEmpty() ? summary_ : summary_ + QStringLiteral("\n\n") + table;
+}
+
+void ColumnCard::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    menu.setPalette(AppTheme::current().palette());
+    menu.addAction(QStringLiteral("Copy"), [this] { QGuiApplication::clipboard()->setText(copyableText()); });
+    menu.exec(event->globalPos());
+}
+
+} // namespace loadscope

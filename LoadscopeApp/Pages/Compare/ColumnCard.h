@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeCore/Presentation/ComparePresentation.h"
+
+namespace loadscope {
+
+class CategoryTable;
+
+/// The latest Claude Code scan of one repository: its total, its band and its categories.
+class ColumnCard : public ReportSurface {
+    Q_OBJECT
+
+public:
+    static constexpr int narrowest = 250; ///< side by side with others
+
+    ColumnCard(const ComparePresentation& presentation, const ComparePresentation::Column& column);
+
+    /// All that the card says, as text.
+    [[nodiscard]] QString copyableText() const;
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    QString summary_;
+    CategoryTable* categories_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Charts/ChartPicture.h"
+#include "LoadscopeApp/Components/ReportSurface.h"
+
+namespace loadscope {
+
+class BarChart;
+class ChartLegend;
+class ComparePresentation;
+
+/// The categories of all repositories in one chart.
+class CombinedCard : public ReportSurface {
+    Q_OBJECT
+
+public:
+    explicit CombinedCard(const ComparePresentation& presentation);
+
+    [[nodiscard]] ChartPicture picture() const;
+
+private:
+    BarChart* chart_;
+    ChartLegend* legend_;
+};
+
+} // namespace loadscope

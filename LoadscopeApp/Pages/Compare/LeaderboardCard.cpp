@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Compare/LeaderboardCard.h"
+
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/HistoryRow.h"
+#include "LoadscopeApp/Components/RowButton.h"
+#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Components/TrendPill.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/CardPieces.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/Presentation/ComparePresentation.h"
+
+#include <QHBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int spaceBetweenGroups = 8;
+
+QWidget* groupLabel(const QString& text) {
+    auto* label = new TextLabel(text, TextStyle::caption, ThemeColor::secondaryText);
+    label->setWeight(QFont::DemiBold);
+    AccessibleTraits::setRole(label, QAccessible::Heading, text);
+    return label;
+}
+
+RowButton* makeRow(const ComparePresentation::LeaderboardRow& row, const LeaderboardEntry& entry) {
+    const HistoryRowText& text = row.row;
+    const QString title = DisplayText::line(text.title);
+    const QString detail = DisplayText::own(text.detail);
+    const QString band = DisplayText::own(text.valueCaption);
+    std::optional<int> rank;
+    if (text.rank) rank = static_cast<int>(*text.rank);
+    auto* button = new RowButton(
+        new HistoryRow({rank, title, detail, entry.latest.total, ThemeColors::text(text.band), band},
+                       new TrendPill(entry.trend(), entry.delta())),
+        QStringLiteral("%1. %2, %3, %4 tokens, %5, %6")
+            .arg(QString::number(rank.value_or(0)), title, detail, DisplayText::own(text.value), band,
+                 DisplayText::own(row.trend.text)));
+    button->setAccessibleDescription(QStringLiteral("Opens the repository"));
+    return button;
+}
+
+} // namespace
+
+LeaderboardCard::LeaderboardCard(const ComparePresentation& presentation) {
+    content()->setContentsMargins(0, Metrics::cardInset, 0, Metrics::cardInset / 2);
+    content()->addLayout(
+        CardPieces::inset(new SectionHeader(DisplayText::own(ComparePresentation::leaderboardTitle),
+                                            DisplayText::own(ComparePresentation::leaderboardDetail))));
+    bool isFirst = true;
+    for (const ComparePresentation::LeaderboardGroup& group : presentation.leaderboardGroups()) {
+        if (!isFirst) content()->addSpacing(spaceBetweenGroups);
+        isFirst = false;
+        auto* rows = new QVBoxLayout;
+        rows->setSpacing(0);
+        rows->addLayout(CardPieces::inset(groupLabel(DisplayText::own(group.label))));
+        const std::vector<ComparePresentation::LeaderboardRow> texts = ComparePresentation::rows(group);
+        for (std::size_t index = 0; index < texts.size(); ++index) {
+            RowButton* row = makeRow(texts[index], group.entries[index]);
+            if (index > 0) row->setDivided();
+            connect(row, &RowButton::clicked, this,
+                    [this, path = texts[index].row.repositoryPath] { Q_EMIT repositoryRequested(path); });
+            rows->addWidget(row);
+        }
+        content()->addLayout(rows);
+    }
+}
+
+} // namespace loadscope

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Trends/PreviousRunsCard.h"
+
+#include "LoadscopeApp/Components/HistoryRow.h"
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Components/RowButton.h"
+#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/CardPieces.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/Presentation/TrendsPresentation.h"
+
+#include <QHBoxLayout>
+
+namespace loadscope {
+
+PreviousRunsCard::PreviousRunsCard(const TrendsPresentation& presentation) {
+    content()->setContentsMargins(0, Metrics::cardInset, 0, Metrics::cardInset);
+    content()->addLayout(CardPieces::inset(new SectionHeader(DisplayText::own(TrendsPresentation::runsTitle),
+                                                             DisplayText::own(presentation.runsDetail()))));
+    auto* rows = new QVBoxLayout;
+    rows->setSpacing(0);
+    const std::vector<TrendsPresentation::Run> runs = presentation.runs();
+    for (std::size_t index = 0; index < runs.size(); ++index) {
+        const HistoryRowText& text = runs[index].row;
+        const QString tool = DisplayText::own(runs[index].toolLabel);
+        const QString title = DisplayText::line(text.title);
+        const QString detail = DisplayText::line(text.detail);
+        const QString band = DisplayText::own(text.valueCaption);
+        auto* row = new RowButton(new HistoryRow({{},
+                                                  title,
+                                                  detail,
+                                                  presentation.listedRuns()[index].total,
+                                                  ThemeColors::text(text.band),
+                                                  band},
+                                                 new ProvenancePill(tool)),
+                                  QStringLiteral("%1, %2, %3, %4 tokens, %5")
+                                      .arg(title, detail, tool, DisplayText::own(text.value), band));
+        row->setAccessibleDescription(QStringLiteral("Opens the repository"));
+        if (index > 0) row->setDivided();
+        connect(row, &RowButton::clicked, this,
+                [this, path = text.repositoryPath] { Q_EMIT repositoryRequested(path); });
+        rows->addWidget(row);
+    }
+    content()->addLayout(rows);
+    content()->addLayout(
+        CardPieces::inset(CardPieces::caption(DisplayText::own(TrendsPresentation::runsFooter))));
+}
+
+} // namespace loadscope

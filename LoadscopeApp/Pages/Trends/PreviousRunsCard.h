@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Components/ReportSurface.h"
+
+#include <string>
+
+namespace loadscope {
+
+class TrendsPresentation;
+
+/// The newest recorded scans of every repository. A row opens its repository.
+class PreviousRunsCard : public ReportSurface {
+    Q_OBJECT
+
+public:
+    explicit PreviousRunsCard(const TrendsPresentation& presentation);
+
+Q_SIGNALS:
+    void repositoryRequested(const std::string& path);
+};
+
+} // namespace loadscope

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"
+
+#include "LoadscopeApp/Components/MenuButton.h"
+#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/SaveFilePanel.h"
+#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/History/ScanHistoryExport.h"
+
+#include <QHBoxLayout>
+
+namespace loadscope {
+namespace {
+
+const QString fileName = QStringLiteral("loadscope-history");
+
+} // namespace
+
+RecordedDataCard::RecordedDataCard(const std::shared_ptr<const TrendsPresentation>& presentation) {
+    auto* save = new MenuButton(PushButton::Kind::secondary, QStringLiteral("Export…"));
+    const QString title = QStringLiteral("Export Recorded Data");
+    save->addChoice(QStringLiteral("CSV Table…"), [this, title, presentation] {
+        SaveFilePanel::open(this, {title, fileName, QStringLiteral("csv"), QStringLiteral("CSV table")},
+                            QByteArray::fromStdString(ScanHistoryExport::csv(presentation->history())));
+    });
+    save->addChoice(QStringLiteral("JSON Document…"), [this, title, presentation] {
+        SaveFilePanel::open(
+            this, {title, fileName, QStringLiteral("json"), QStringLiteral("JSON document")},
+            QByteArray::fromStdString(ScanHistoryExport::json(presentation->history()) + '\n'));
+    });
+    auto* clear =
+        new PushButton(PushButton::Kind::secondary, DisplayText::own(TrendsPresentation::clearButton));
+    clear->setSymbol(QStringLiteral("trash"));
+    connect(clear, &PushButton::clicked, this, &RecordedDataCard::clearWanted);
+
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addWidget(new SectionHeader(DisplayText::own(TrendsPresentation::recordedDataTitle),
+                                     DisplayText::own(presentation->recordedDataDetail())),
+                   1);
+    row->addSpacing(Metrics::rowSpacing);
+    row->addWidget(save, 0, Qt::AlignVCenter);
+    row->addWidget(clear, 0, Qt::AlignVCenter);
+    content()->addLayout(row);
+}
+
+} // namespace loadscope

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeCore/Presentation/TrendsPresentation.h"
+
+#include <memory>
+
+namespace loadscope {
+
+/// What is recorded, and the ways to take it along or to delete it.
+class RecordedDataCard : public ReportSurface {
+    Q_OBJECT
+
+public:
+    explicit RecordedDataCard(const std::shared_ptr<const TrendsPresentation>& presentation);
+
+Q_SIGNALS:
+    /// The user wants to be asked whether to delete everything.
+    void clearWanted();
+};
+
+} // namespace loadscope

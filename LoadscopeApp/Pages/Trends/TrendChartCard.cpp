@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
+
+#include "LoadscopeApp/Charts/ChartLegend.h"
+#include "LoadscopeApp/Charts/SaveChartButton.h"
+#include "LoadscopeApp/Charts/TrendChart.h"
+#include "LoadscopeApp/Charts/TrendChartPainter.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/CardPieces.h"
+#include "LoadscopeApp/SaveFilePanel.h"
+
+#include <QHBoxLayout>
+
+namespace loadscope {
+namespace {
+
+constexpr int spaceAboveChart = 8;
+
+} // namespace
+
+TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& presentation)
+    : chart_(new TrendChart(this)), legend_(new ChartLegend) {
+    const std::string& repository = presentation->scans().back().repositoryName;
+    auto* save =
+        new SaveChartButton(QStringLiteral("startup-tokens-") + SaveFilePanel::fileNamePart(repository),
+                            [this] { return picture(); });
+    chart_->setPresentation(presentation);
+    std::vector<ChartLegend::Entry> entries;
+    for (const TrendsPresentation::ToolSeries& series : presentation->series())
+        entries.push_back({DisplayText::own(series.label), series.paletteIndex});
+    legend_->setEntries(std::move(entries));
+
+    content()->addLayout(CardPieces::header(DisplayText::own(TrendsPresentation::chartTitle),
+                                            DisplayText::own(TrendsPresentation::chartDetail), save));
+    content()->addSpacing(spaceAboveChart);
+    content()->addWidget(chart_);
+    content()->addWidget(legend_);
+    content()->addWidget(CardPieces::caption(DisplayText::own(presentation->chartCaption())));
+}
+
+ChartPicture TrendChartCard::picture() const {
+    const QSizeF size = chart_->size();
+    const QString repository = DisplayText::line(chart_->presentation().scans().back().repositoryName);
+    return {repository + QStringLiteral(" — ") + DisplayText::own(TrendsPresentation::chartTitle),
+            {size,
+             [this, size](QPainter& painter) {
+                 TrendChartPainter::paint(painter, chart_->geometryFor(size), chart_->palette());
+             }},
+            {QSizeF(size.width(), legend_->heightForWidth(chart_->width())),
+             [this, size](QPainter& painter) { legend_->paint(painter, size.width()); }}};
+}
+
+} // namespace loadscope

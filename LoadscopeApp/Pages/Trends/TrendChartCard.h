@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Charts/ChartPicture.h"
+#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeCore/Presentation/TrendsPresentation.h"
+
+#include <memory>
+
+namespace loadscope {
+
+class ChartLegend;
+class TrendChart;
+
+/// The chart of the Trends page with its legend and a sentence on how to read it.
+class TrendChartCard : public ReportSurface {
+    Q_OBJECT
+
+public:
+    explicit TrendChartCard(const std::shared_ptr<const TrendsPresentation>& presentation);
+
+    [[nodiscard]] ChartPicture picture() const;
+
+private:
+    TrendChart* chart_;
+    ChartLegend* legend_;
+};
+
+} // namespace loadscope

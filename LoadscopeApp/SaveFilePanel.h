@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <string_view>
+
+class QWidget;
+
+/// The dialog in which the user chooses where something is saved.
+namespace loadscope::SaveFilePanel {
+
+struct Request {
+    QString title;
+    QString suggestedName; ///< without the suffix
+    QString suffix;        ///< for example png
+    QString kind;          ///< for example PNG image
+};
+
+/// Asks over the window of `anchor` and writes `contents`, whole or not at all. Says so when they could not
+/// be written. `anchor` may go in the meantime.
+void open(QWidget* anchor, const Request& request, const QByteArray& contents);
+
+/// `name` as part of a file's name: what file systems or shells take amiss becomes a dash.
+[[nodiscard]] QString fileNamePart(std::string_view name);
+
+} // namespace loadscope::SaveFilePanel

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "tools/Screenshots/HistoryScenes.h"
+
+#include "LoadscopeApp/Charts/TrendChart.h"
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Pages/TrendsView.h"
+#include "tests/Support/HistoryRecords.h"
+
+namespace loadscope::screenshots {
+namespace {
+
+using Categories = std::vector<RecordedCategory>;
+
+/// Collects records; each gets an identifier of its own.
+class History {
+public:
+    History& add(const std::string& name, Timestamp date, std::int64_t total, Categories categories = {},
+                 const std::string& tool = RecordedScan::claudeTool) {
+        scans_.push_back(
+            record(static_cast<int>(scans_.size()) + 1, name, date, total, std::move(categories), tool));
+        return *this;
+    }
+    History& window(std::int64_t tokens) {
+        scans_.back().contextWindow = tokens;
+        return *this;
+    }
+    History& path(const std::string& path) {
+        scans_.back().repositoryPath = path;
+        return *this;
+    }
+    [[nodiscard]] std::vector<RecordedScan> scans() const { return ScanHistoryStore::ordered(scans_); }
+
+private:
+    std::vector<RecordedScan> scans_;
+};
+
+Timestamp at(int dayNumber, int hour, int minute) {
+    return day(dayNumber) + std::chrono::hours(hour) + std::chrono::minutes(minute);
+}
+
+Categories typical(std::int64_t total, std::int64_t withheld) {
+    return {{"System tools", total * 46 / 100},
+            {"System prompt", 6'900},
+            {"MCP tools", total * 12 / 100},
+            {"Repository instructions", total * 10 / 100},
+            {RecordedCategoryName::withheld, withheld},
+            {"Skills", 1'500}};
+}
+
+/// Five weeks of work: one repository by both tools, three by one of them.
+std::vector<RecordedScan> demo(bool withWindows) {
+    History history;
+    const std::int64_t web[] = {31'200, 33'900, 33'600, 34'100, 47'300,
+                                61'400, 60'200, 58'000, 52'000, 45'000};
+    for (int i = 0; i < 10; ++i) {
+        history.add("web-app", at(285 + 4 * i + i % 3, 20, 31), web[i], typical(web[i], 2'875));
+        if (withWindows) history.window(200'000);
+    }
+    const std::int64_t codex[] = {22'400, 23'100, 26'200, 39'300, 41'300, 41'200};
+    for (int i = 0; i < 6; ++i) {
+        history.add("web-app", at(285 + 7 * i, 20, 32), codex[i], {}, RecordedScan::codexTool);
+        if (withWindows) history.window(272'000);
+    }
+    for (int i = 0; i < 12; ++i) {
+        Categories categories = typical(84'790 + 375 * i, 2'400);
+        categories[2].tokens = 44'000;
+        categories.push_back({RecordedCategoryName::withheld, 700});
+        history.add("monorepo", at(287 + 3 * i, 16, 47), 84'790 + 375 * i, std::move(categories));
+        if (withWindows) history.window(200'000);
+    }
+    for (int i = 0; i < 11; ++i) {
+        history.add("payments-service", at(286 + 3 * i, 11, 5), 39'500 - 900 * i, {},
+                    RecordedScan::codexTool);
+        if (withWindows) history.window(200'000);
+    }
+    history.add("design-tokens", at(324, 9, 4), 18'342,
+                {{"System tools", 14'000},
+                 {"System prompt", 3'100},
+                 {"Repository instructions", 900},
+                 {RecordedCategoryName::withheld, 340},
+                 {"Skills", 1'200}});
+    if (withWindows) history.window(200'000);
+    return history.scans();
+}
+
+std::vector<RecordedScan> twoHundred() {
+    History history;
+    Categories many;
+    for (int i = 0; i < 20; ++i)
+        many.push_back({"Category number " + std::to_string(i + 1), 400 + 731 * ((i * 7) % 20)});
+    for (int i = 0; i < 200; ++i) {
+        const std::int64_t total = 28'000 + 9'000 * ((i * 37) % 11) / 3;
+        history.add("web-app", at(1 + i, 9, i % 60), total, many);
+        if (i % 8 == 0) history.path("/src/other-" + std::to_string(i));
+    }
+    return history.scans();
+}
+
+std::vector<RecordedScan> extremes() {
+    const std::string hostile = "<b>bold</b> & \u202Eexe.txt";
+    return History()
+        .add("same name", at(1, 0, 0), 0)
+        .add("same name", at(1, 0, 0), 1'000'000'000'000'000, {{"System tools", 999'999'999'999'999}})
+        .add("same name", at(1, 0, 0), 12'000, {{"System tools", 9'000}, {hostile, 1}},
+             RecordedScan::codexTool)
+        .add("same name", at(300, 0, 0), 1, {{"System tools", 1}})
+        .path("/home/dev/a/rather/long/path/to/another/checkout/of/the/very/same/repository")
+        .add(hostile, at(200, 1, 0), 45'000,
+             {{"A category whose name is long enough to be cut twice", 45'000}})
+        .scans();
+}
+
+std::vector<RecordedScan> forty() {
+    History history;
+    for (int i = 0; i < 40; ++i)
+        history.add("repository-" + std::to_string(i + 1), at(40 + i, 8, 0), 9'000 + 2'300 * ((i * 11) % 40),
+                    typical(9'000 + 2'300 * ((i * 11) % 40), 100 * i));
+    return history.scans();
+}
+
+void showTrends(Stage& stage) {
+    stage.choose("/src/web-app");
+    stage.view.setPage(AppPage::trends);
+    stage.settle();
+}
+
+Scene compare(const QString& name, std::vector<RecordedScan> history) {
+    return {QStringLiteral("compare-") + name, [](Stage& stage) { stage.view.setPage(AppPage::compare); },
+            std::move(history)};
+}
+
+} // namespace
+
+std::vector<Scene> historyScenes() {
+    const std::vector<RecordedScan> one = History().add("web-app", at(325, 20, 31), 45'000).scans();
+    return {
+        {QStringLiteral("trends-demo"),
+         [](Stage& stage) {
+             showTrends(stage);
+             auto* chart = stage.view.findChild<TrendChart*>();
+             chart->selectScan(static_cast<std::size_t>(chart->markCount()) - 3);
+         },
+         demo(false)},
+        {QStringLiteral("trends-windows"), showTrends, demo(true)},
+        {QStringLiteral("trends-method"),
+         [](Stage& stage) {
+             showTrends(stage);
+             stage.view.findChild<TrendsView*>()->findChild<CollapsibleSection*>()->setExpanded(true);
+         },
+         one},
+        {QStringLiteral("trends-200"), showTrends, twoHundred()},
+        {QStringLiteral("trends-extremes"),
+         [](Stage& stage) {
+             stage.choose("/src/same name");
+             stage.view.setPage(AppPage::trends);
+         },
+         extremes()},
+        {QStringLiteral("trends-delete"),
+         [](Stage& stage) {
+             showTrends(stage);
+             stage.view.findChild<TrendsView*>()->confirmClear();
+             stage.settle();
+         },
+         demo(false)},
+        {QStringLiteral("trends-gone"),
+         [](Stage& stage) {
+             showTrends(stage);
+             stage.view.openRepository("/home/dev/src/web-app");
+             stage.settle();
+         },
+         demo(false)},
+        compare(QStringLiteral("demo"), demo(true)),
+        compare(QStringLiteral("one"), one),
+        compare(QStringLiteral("extremes"), extremes()),
+        compare(QStringLiteral("40"), forty()),
+    };
+}
+
+} // namespace loadscope::screenshots

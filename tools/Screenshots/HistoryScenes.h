@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tools/Screenshots/Stage.h"
+
+#include <vector>
+
+namespace loadscope::screenshots {
+
+/// The Trends and Compare pages over prepared histories, from a few records to the most that are kept.
+[[nodiscard]] std::vector<Scene> historyScenes();
+
+} // namespace loadscope::screenshots
