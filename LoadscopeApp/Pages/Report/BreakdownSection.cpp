@@ -62,7 +62,7 @@ public:
         for (const ReportTableRow& row : rows)
             texts.push_back({texts.size(), row.name, row.share});
         connect(donut, &DonutChart::activeChanged, line, [line, texts](DonutChart::Item row) {
-            line->show(row ? std::optional(texts.at(*row)) : std::nullopt);
+            line->select(row ? std::optional(texts.at(*row)) : std::nullopt);
         });
     }
 

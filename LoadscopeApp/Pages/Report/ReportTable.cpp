@@ -33,7 +33,8 @@ ReportTable::ReportTable(ReportTableTitles titles, std::vector<ReportTableRow> r
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     AppTheme::bind(this, [this] {
-        measure();
+        isMeasured_ = false;
+        if (isVisible()) measure();
         updateGeometry();
         update();
     });
@@ -41,16 +42,19 @@ ReportTable::ReportTable(ReportTableTitles titles, std::vector<ReportTableRow> r
 
 ReportTable::~ReportTable() = default;
 
-void ReportTable::measure() {
+void ReportTable::measure() const {
+    if (isMeasured_) return;
+    isMeasured_ = true;
     const AppTheme& theme = AppTheme::current();
     layout_.measure(titles_, rows_,
                     {theme.font(TextStyle::caption, QFont::DemiBold), theme.font(TextStyle::body),
                      theme.font(TextStyle::caption)});
     asked_ = layout_;
-    if (testAttribute(Qt::WA_WState_Created) || isVisible()) layout_.setWidth(width());
+    if (isVisible()) layout_.setWidth(width());
 }
 
 int ReportTable::heightForWidth(int width) const {
+    measure();
     if (layout_.width() == width) return static_cast<int>(std::ceil(layout_.height()));
     asked_.setWidth(width);
     return static_cast<int>(std::ceil(asked_.height()));
@@ -61,6 +65,7 @@ QSize ReportTable::sizeHint() const { return {usualWidth, static_cast<int>(std::
 QSize ReportTable::minimumSizeHint() const { return {narrowest, 0}; }
 
 void ReportTable::resizeEvent(QResizeEvent*) {
+    measure();
     if (asked_.width() == width())
         layout_ = asked_;
     else
@@ -78,6 +83,7 @@ QRectF ReportTable::mirrored(const QRectF& area) const {
 }
 
 QRectF ReportTable::cell(std::size_t row, Column column) const {
+    measure();
     if (column == Column::name) return mirrored(layout_.nameBox(row));
     const ReportTableLayout::Span span = layout_.column(column);
     const QRectF line = layout_.row(row);

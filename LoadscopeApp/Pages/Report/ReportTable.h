@@ -56,7 +56,8 @@ private:
         int to = 0;
     };
 
-    void measure();
+    /// Measures the texts when they are first needed: a collapsed section never needs them.
+    void measure() const;
     [[nodiscard]] std::size_t columns() const;
     [[nodiscard]] QRectF cell(std::size_t row, ReportTableLayout::Column column) const;
     [[nodiscard]] QString cellText(std::size_t row, ReportTableLayout::Column column) const;
@@ -72,7 +73,8 @@ private:
 
     ReportTableTitles titles_;
     std::vector<ReportTableRow> rows_;
-    ReportTableLayout layout_;
+    mutable bool isMeasured_ = false;
+    mutable ReportTableLayout layout_;
     mutable ReportTableLayout asked_; ///< for the width whose height was asked last; often the next width
     std::optional<Selection> selection_;
 };

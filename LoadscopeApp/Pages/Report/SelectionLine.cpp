@@ -28,7 +28,7 @@ SelectionLine::SelectionLine(QWidget* parent) : QWidget(parent) {
     });
 }
 
-void SelectionLine::show(std::optional<Selected> selected) {
+void SelectionLine::select(std::optional<Selected> selected) {
     selected_ = std::move(selected);
     setAccessibleName(text());
     update();

@@ -21,7 +21,7 @@ public:
 
     explicit SelectionLine(QWidget* parent = nullptr);
 
-    void show(std::optional<Selected> selected);
+    void select(std::optional<Selected> selected);
     /// What the line says now.
     [[nodiscard]] QString text() const;
 
