@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/Report/ExportButton.h"
+#include "LoadscopeApp/Pages/Report/FileInventory.h"
+#include "LoadscopeCore/Presentation/ScanReportJson.h"
+#include "tests/LoadscopeApp/Support/ReportFixture.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFile>
+#include <QImage>
+#include <QMenu>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace loadscope::testing {
+namespace {
+
+QAction* action(const QWidget* owner, const QString& text) {
+    for (auto* menu : owner->findChildren<QMenu*>()) {
+        for (QAction* entry : menu->actions()) {
+            if (entry->text() == text) return entry;
+        }
+    }
+    return nullptr;
+}
+
+TEST(FileInventory, CopiesAPathAsItIsAndOpensItsFolder) {
+    InstructionFileSet files;
+    files.repositoryFiles = {{"/home/dev/two\nlines/CLAUDE.md", 400}};
+    ReportPage page(reportOf(sampleResult(), files));
+    auto* inventory = page.find<FileInventory>();
+    ASSERT_NE(inventory, nullptr);
+    EXPECT_EQ(inventory->rows()[0].name, QStringLiteral("/home/dev/two\\nlines/CLAUDE.md"));
+    const QPoint place = inventory->rowArea(0).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, inventory->mapToGlobal(place));
+    QApplication::sendEvent(inventory, &event);
+    ASSERT_NE(action(inventory, QStringLiteral("Copy Path")), nullptr);
+    action(inventory, QStringLiteral("Copy Path"))->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("/home/dev/two\nlines/CLAUDE.md"));
+    QUrl opened;
+    inventory->setFolderOpener([&opened](const QUrl& folder) {
+        opened = folder;
+        return true;
+    });
+    action(inventory, QStringLiteral("Open Folder"))->trigger();
+    EXPECT_EQ(opened.toLocalFile(), QStringLiteral("/home/dev/two\nlines"));
+}
+
+TEST(ReportExport, WritesPicturesAndTheDataOfScripts) {
+    const QTemporaryDir folder;
+    ReportPage page(reportOf(sampleResult(), sampleFiles()));
+    auto* button = page.find<ExportButton>();
+    QString target;
+    QString suggested;
+    QString message;
+    button->setFileChooser([&](QWidget*, const QString& name, const std::function<void(QString)>& done) {
+        suggested = name;
+        done(target.isEmpty() ? folder.filePath(name) : target);
+    });
+    QObject::connect(button, &ExportButton::finished, button,
+                     [&message](const QString& text) { message = text; });
+    const auto bytesAfter = [&](const char* entry) {
+        action(button, QString::fromUtf8(entry))->trigger();
+        QFile file(folder.filePath(suggested));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    EXPECT_EQ(bytesAfter("Report as JSON…").toStdString(), ScanReportJson::report(*page.report) + "\n");
+    EXPECT_EQ(suggested, QStringLiteral("web-app-context-report.json"));
+    for (const char* entry : {"Breakdown as PNG…", "Instruction Files as PNG…", "Whole Report as PNG…"})
+        EXPECT_EQ(QImage::fromData(bytesAfter(entry)).width(), 1'920) << entry;
+    for (const char* entry : {"Breakdown as SVG…", "Instruction Files as SVG…", "Whole Report as SVG…"})
+        EXPECT_TRUE(bytesAfter(entry).contains("</svg>")) << entry;
+    EXPECT_EQ(message, QStringLiteral("Saved “web-app-context-report.svg”."));
+    target = folder.filePath(QStringLiteral("missing/report.json"));
+    action(button, QStringLiteral("Report as JSON…"))->trigger();
+    EXPECT_EQ(message, QStringLiteral("“report.json” could not be saved."));
+}
+
+TEST(ReportExport, OffersNoPictureOfWhatIsNotThere) {
+    ReportPage page(reportOf(sampleResult()));
+    EXPECT_FALSE(action(page.find<ExportButton>(), QStringLiteral("Instruction Files as PNG…"))->isEnabled());
+    EXPECT_TRUE(action(page.find<ExportButton>(), QStringLiteral("Whole Report as PNG…"))->isEnabled());
+}
+
+TEST(ReportExport, PicturesAReportHoweverLongItIs) {
+    ProbeResult probe = sampleResult();
+    probe.selfReportedSlabs = manySlabs(500);
+    const auto report = std::make_shared<const ScanReport>(reportOf(probe, manyFiles(2'000)));
+    const QByteArray png =
+        ReportExport::bytes(report, ReportExport::Subject::report, ReportExport::Format::png);
+    EXPECT_GT(QImage::fromData(png).height(), 30'000);
+}
+
+} // namespace
+} // namespace loadscope::testing

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Charts/DonutChart.h"
+#include "tests/LoadscopeApp/Support/ReportFixture.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+
+#include <gtest/gtest.h>
+
+namespace loadscope::testing {
+namespace {
+
+ProbeResult probe(std::int64_t total, std::optional<std::int64_t> window,
+                  std::vector<SelfReportedSlab> slabs) {
+    ProbeResult result = sampleResult(total);
+    result.contextWindow = window;
+    result.selfReportedSlabs = std::move(slabs);
+    return result;
+}
+
+InstructionFileSet unreadable() {
+    InstructionFileSet files = sampleFiles();
+    files.unreadablePaths = {"/src/<b>/CLAUDE.md"};
+    return files;
+}
+
+TEST(ReportPage, SaysWhatEachKindOfReportHasToSay) {
+    const QString noCategories =
+        QStringLiteral("Claude Code's `/context` reported no categories for this session. The total and band "
+                       "remain factual; instruction files are listed separately as local estimates.");
+    const QString noTokens = QStringLiteral("The attributed category rows report no tokens to chart.");
+    const QString noFiles = QStringLiteral("No instruction files were found for this scan.");
+    struct Case {
+        const char* name;
+        ScanReport report;
+        QStringList shown;
+        QStringList absent;
+    };
+    const Case cases[] = {
+        {"a window and Codex",
+         reportOf(sampleResult(), sampleFiles(), CodexScanOutcome::measured({41'200, 272'000, 20.0})),
+         {"Heavy startup context", "45,000 tokens", "22.5% of its 200K window.", "41,200 tokens",
+          "15.1% of its 272K window.", "Scan complete", "50 of 100",
+          "50 of 100 — how much of the 90,000-token band scale is still free.", "System tools", "21,100",
+          "46.9%", "reported by Claude Code's /context", "Hover a segment for its share.", "2,453",
+          "5.5% of total", "Repository instructions · 9,812 bytes on disk",
+          "Personal instructions · 8,040 bytes on disk", "38.4 seconds", "/home/dev/.local/bin/claude"},
+         {"Lean", "30,000", noCategories, noTokens, noFiles, "Could not be read",
+          "Codex was not included in this scan."}},
+        {"no window",
+         reportOf(probe(95'000, {}, {{"System prompt", 6'000}}), unreadable()),
+         {"Excessive startup context", "Lean", "Heavy", "Excessive", "30,000", "60,000", "120,000",
+          "Codex was not included in this scan.", "Could not be read", "/src/<b>/CLAUDE.md"},
+         {noCategories}},
+        {"no categories",
+         reportOf(probe(12'400, {}, {}), sampleFiles()),
+         {noCategories, "Startup context (categories not self-reported)", "100.0%", "90,000"},
+         {noTokens}},
+        {"no tokens and no files",
+         reportOf(probe(0, {}, {{"System prompt", 0}})),
+         {noTokens, noFiles, "0 tokens", "100 of 100", "System prompt", "0.0%"},
+         {"Relative size", "Hover a segment for its share."}},
+        {"more than everything",
+         reportOf(probe(20'000, 200'000, {{"System prompt", 30'000}})),
+         {"The categories reported by Claude Code's `/context` alone add up to more than the measured total. "
+          "The "
+          "bar's segments therefore exceed the measured total of 20,000 tokens, and there is no hidden "
+          "remainder "
+          "to show."},
+         {}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.name);
+        const QStringList said = ReportPage(test.report).said();
+        for (const QString& text : test.shown)
+            EXPECT_TRUE(said.contains(text)) << qPrintable(text);
+        for (const QString& text : test.absent)
+            EXPECT_FALSE(said.contains(text)) << qPrintable(text);
+    }
+}
+
+TEST(ReportPage, ShowsNoRowsWhereThereAreNone) {
+    ScanReport report = reportOf(sampleResult());
+    report.rows.clear();
+    ReportPage page(report);
+    EXPECT_TRUE(page.said().contains(QStringLiteral("This session did not report category rows.")));
+    EXPECT_EQ(page.find<DonutChart>(), nullptr);
+}
+
+TEST(ReportPage, PutsExactlyEightLinesOnTheClipboard) {
+    ScanReport report = reportOf(sampleResult());
+    report.repositoryName = "two\nlines";
+    ReportPage page(report);
+    for (auto* button : page.page.findChildren<QAbstractButton*>()) {
+        if (button->text() == QStringLiteral("Copy Summary")) button->click();
+    }
+    const QStringList lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 8);
+    EXPECT_EQ(lines[0], QStringLiteral("Repository: two\\nlines"));
+    EXPECT_EQ(lines[1],
+              QStringLiteral("Total: 45,000 tokens — authoritative, reported by Claude (Claude Code's "
+                             "own `/context` report)."));
+    EXPECT_EQ(lines[2], QStringLiteral("Band: Heavy (this app's opinion) — 22.5% of its 200K window."));
+    EXPECT_EQ(lines[5], QStringLiteral("Duration: 38.4 seconds."));
+    EXPECT_TRUE(lines[6].isEmpty());
+    EXPECT_TRUE(lines[7].contains(QStringLiteral("`claude -p \"/context\"`")));
+}
+
+} // namespace
+} // namespace loadscope::testing
