@@ -24,6 +24,9 @@ constexpr double usualDotsPerInch = 72;
 constexpr double usualDotsPerInch = 96;
 #endif
 constexpr int middleLightness = 128;
+constexpr double textLineFactor = 1.42;
+constexpr double titleLineFactor = 1.27;
+constexpr double tintBorderOpacity = 0.2;
 
 double pointSize(TextStyle style) {
     switch (style) {
@@ -104,6 +107,10 @@ QColor AppTheme::tint(ThemeColor name) const {
     return ThemeColors::blended(color(name), Metrics::tintOpacity, color(ThemeColor::card));
 }
 
+QColor AppTheme::tintBorder(ThemeColor name) const {
+    return ThemeColors::blended(color(name), tintBorderOpacity, tint(name));
+}
+
 QFont AppTheme::font(TextStyle style) const { return font(style, usualWeight(style)); }
 
 QFont AppTheme::font(TextStyle style, QFont::Weight weight) const {
@@ -115,6 +122,12 @@ QFont AppTheme::font(TextStyle style, QFont::Weight weight) const {
     if (style == TextStyle::heroMetric || style == TextStyle::largeTitle || style == TextStyle::title)
         font.setLetterSpacing(QFont::PercentageSpacing, 98.5);
     return font;
+}
+
+int AppTheme::lineSpacing(TextStyle style, const QFont& font) {
+    const bool isTitle = usualWeight(style) > QFont::Normal;
+    const double factor = isTitle ? titleLineFactor : textLineFactor;
+    return static_cast<int>(std::lround(font.pixelSize() * factor));
 }
 
 int AppTheme::scaled(double points) const {

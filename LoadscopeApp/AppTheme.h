@@ -43,9 +43,13 @@ public:
     }
     /// The pale background of pills, chips and icons in the colour `name`.
     [[nodiscard]] QColor tint(ThemeColor name) const;
+    /// The line around such a background, which keeps it visible where the ground is as pale.
+    [[nodiscard]] QColor tintBorder(ThemeColor name) const;
 
     [[nodiscard]] QFont font(TextStyle style) const;
     [[nodiscard]] QFont font(TextStyle style, QFont::Weight weight) const;
+    /// Distance of the baselines of a wrapped text, in pixels.
+    [[nodiscard]] static int lineSpacing(TextStyle style, const QFont& font);
     /// `points` at the desktop's text scale, in whole pixels.
     [[nodiscard]] int scaled(double points) const;
 

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/OnboardingView.h"
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/SlideCover.h"
 #include "LoadscopeApp/DisplayText.h"
@@ -16,7 +17,7 @@
 namespace loadscope {
 namespace {
 
-constexpr int sheetWidth = 520;
+constexpr int sheetWidth = 544;
 constexpr int stageHeight = 330;
 constexpr int inset = 27;
 constexpr int slideMilliseconds = 220;
@@ -72,7 +73,7 @@ QWidget* OnboardingView::primaryButton() const { return primary_; }
 
 void OnboardingView::advance() {
     if (flow_.isFinished()) return;
-    const QPixmap before = stage_->grab();
+    const QPixmap before = Picture::of(*stage_);
     const int index = flow_.currentIndex();
     flow_.advance();
     if (flow_.currentIndex() != index) {
@@ -84,7 +85,7 @@ void OnboardingView::advance() {
 
 void OnboardingView::goBack() {
     if (flow_.isFinished()) return;
-    const QPixmap before = stage_->grab();
+    const QPixmap before = Picture::of(*stage_);
     flow_.goBack();
     showStep();
     slide(before);
@@ -106,7 +107,9 @@ void OnboardingView::showStep() {
     delete step_;
     step_ = new OnboardingStepContent(step);
     stage_->layout()->addWidget(step_);
-    if (isVisible()) stage_->layout()->activate();
+    // The layout would show it later, but its picture is taken at once.
+    step_->show();
+    stage_->layout()->activate();
 }
 
 void OnboardingView::slide(const QPixmap& before) {

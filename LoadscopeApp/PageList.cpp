@@ -54,7 +54,7 @@ void PageButton::paintEvent(QPaintEvent*) {
         painter.setBrush(theme.color(ThemeColor::primaryText, hoverOpacity));
     painter.drawRoundedRect(rect(), Metrics::controlRadius, Metrics::controlRadius);
 
-    const QColor ink = theme.color(isChecked() ? ThemeColor::accent : ThemeColor::primaryText);
+    const QColor ink = theme.color(isChecked() ? ThemeColor::selected : ThemeColor::primaryText);
     const int side = theme.scaled(symbolSize);
     const QRect icon(inset, (height() - side) / 2, side, side);
     Icon::paint(painter, QStyle::visualRect(layoutDirection(), rect(), icon), AppPages::symbol(page_), ink);

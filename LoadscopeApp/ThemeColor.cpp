@@ -39,6 +39,8 @@ Adaptive entry(ThemeColor name) {
         return adaptive(0x666B76, 0xA0A5AF);
     case ThemeColor::accent:
         return adaptive(0x0F766E, 0x2DD4BF);
+    case ThemeColor::selected:
+        return adaptive(0x0B5C56, 0x2DD4BF);
     case ThemeColor::onAccent:
         return adaptive(0xFFFFFF, 0x06302B);
     // The texts of the bands keep 4.5:1 on a pill of their own tint too, not only on the plain card.

@@ -23,6 +23,7 @@ enum class ThemeColor {
     primaryText,
     secondaryText,
     accent,
+    selected, ///< text of a selected row, on the accent's tint
     onAccent, ///< text on a surface filled with the accent
     bandLean,
     bandHeavy,

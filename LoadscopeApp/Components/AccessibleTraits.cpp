@@ -82,6 +82,9 @@ void install() {
 void setRole(QWidget* widget, QAccessible::Role role, const QString& name) {
     install();
     widget->setProperty(roleProperty, static_cast<int>(role));
+    // A text set earlier has made the toolkit keep an interface of its own for the widget; drop that one.
+    if (QAccessibleInterface* kept = QAccessible::queryAccessibleInterface(widget))
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(kept));
     if (!name.isEmpty()) widget->setAccessibleName(name);
 }
 

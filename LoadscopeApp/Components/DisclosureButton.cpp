@@ -32,9 +32,7 @@ DisclosureButton::DisclosureButton(const QString& title, QWidget* body, ChevronS
     setText(title);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     AccessibleTraits::setRole(this, QAccessible::PushButton, title);
     setAccessibleDescription(QStringLiteral("Shows or hides this section"));
     AccessibleTraits::setLeaf(this);
@@ -66,6 +64,10 @@ void DisclosureButton::setExpanded(bool expanded) {
 QSize DisclosureButton::sizeHint() const { return layout()->sizeHint(); }
 
 QSize DisclosureButton::minimumSizeHint() const { return layout()->minimumSize(); }
+
+bool DisclosureButton::hasHeightForWidth() const {
+    return layout() != nullptr && layout()->hasHeightForWidth();
+}
 
 int DisclosureButton::heightForWidth(int width) const {
     return layout()->hasHeightForWidth() ? layout()->heightForWidth(width) : layout()->sizeHint().height();

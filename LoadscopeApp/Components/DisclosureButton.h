@@ -25,7 +25,7 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
-    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] bool hasHeightForWidth() const override;
     [[nodiscard]] int heightForWidth(int width) const override;
 
 Q_SIGNALS:

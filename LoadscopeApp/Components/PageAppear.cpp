@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -36,7 +37,7 @@ void PageAppear::step() {
     if (picture_.isNull() && progress_->value() > 0) {
         // Only now: the page has been laid out, and the first frame did not wait for the picture.
         setVisible(false);
-        picture_ = page_->grab();
+        picture_ = Picture::of(*page_);
         setVisible(true);
     }
     update();

@@ -61,9 +61,9 @@ void Pill::paintEvent(QPaintEvent*) {
     const AppTheme& theme = AppTheme::current();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
+    painter.setPen(look_.tint ? QPen(theme.tintBorder(*look_.tint)) : QPen(Qt::NoPen));
     painter.setBrush(look_.tint ? theme.tint(*look_.tint) : theme.color(ThemeColor::muted));
-    painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), height() / 2.0, height() / 2.0);
 
     const QColor ink = theme.color(look_.tint.value_or(ThemeColor::secondaryText));
     QRect area = rect().adjusted(Metrics::pillHorizontalInset, 0, -Metrics::pillHorizontalInset, 0);

@@ -7,6 +7,8 @@
 
 #include <QPainter>
 #include <QScrollBar>
+#include <QTextBlockFormat>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QWheelEvent>
 
@@ -19,6 +21,7 @@ namespace {
 
 constexpr int narrowest = 80;
 constexpr int usualWidth = 360;
+constexpr double lineHeightPercent = 117;
 
 } // namespace
 
@@ -38,12 +41,14 @@ SelectableText::SelectableText(const QString& text, TextStyle style, ThemeColor 
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setPlainText(text);
+    applyLineSpacing();
     AppTheme::bind(this, [this] { applyTheme(); });
 }
 
 void SelectableText::setText(const QString& text) {
     if (text == toPlainText()) return;
     setPlainText(text);
+    applyLineSpacing();
     updateGeometry();
     updateScrolling();
 }
@@ -52,6 +57,21 @@ void SelectableText::setTextAlignment(Qt::Alignment alignment) {
     QTextOption option = document()->defaultTextOption();
     option.setAlignment(alignment);
     document()->setDefaultTextOption(option);
+}
+
+void SelectableText::setHugsText(bool hugs) {
+    int widest = 0;
+    for (const QString& line : toPlainText().split(QLatin1Char('\n')))
+        widest = std::max(widest, fontMetrics().horizontalAdvance(line) + 1);
+    setMaximumWidth(hugs ? std::max(widest, narrowest) : QWIDGETSIZE_MAX);
+}
+
+void SelectableText::applyLineSpacing() {
+    QTextBlockFormat spacing;
+    spacing.setLineHeight(lineHeightPercent, QTextBlockFormat::ProportionalHeight);
+    QTextCursor all(document());
+    all.select(QTextCursor::Document);
+    all.mergeBlockFormat(spacing);
 }
 
 void SelectableText::setHeightLimit(int height) {

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] QString text() const { return toPlainText(); }
     void setText(const QString& text);
     void setTextAlignment(Qt::Alignment alignment);
+    /// Takes no more width than its longest line needs.
+    void setHugsText(bool hugs);
     /// From this height on the text scrolls.
     void setHeightLimit(int height);
 
@@ -37,6 +39,7 @@ protected:
 
 private:
     void applyTheme();
+    void applyLineSpacing();
     void updateScrolling();
 
     TextStyle style_;

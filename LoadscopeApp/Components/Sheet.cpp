@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/ThemeMetrics.h"
@@ -78,7 +79,7 @@ void Sheet::present(QWidget* focus) {
     raise();
     show();
     placeCard();
-    if (!AppTheme::current().reducedMotion()) picture_ = card_->grab();
+    if (!AppTheme::current().reducedMotion()) picture_ = Picture::of(*card_);
     progress_->animateTo(1, presentMilliseconds, QEasingCurve::OutCubic);
 }
 
@@ -97,7 +98,7 @@ void Sheet::dismiss() {
         QTimer::singleShot(reducedDismissMilliseconds, this, [this] { finish(); });
         return;
     }
-    if (card_->isVisible()) picture_ = card_->grab();
+    if (card_->isVisible()) picture_ = Picture::of(*card_);
     card_->hide();
     progress_->animateTo(0, dismissMilliseconds, QEasingCurve::InQuad);
 }

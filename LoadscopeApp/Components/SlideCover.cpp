@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/Picture.h"
 
 #include <QPainter>
 
@@ -25,7 +26,7 @@ void SlideCover::start(QWidget* widget, const QPixmap& before, bool forward, boo
 }
 
 SlideCover::SlideCover(QWidget* widget, const QPixmap& before, double way)
-    : QWidget(widget), before_(before), after_(widget->grab()), way_(way) {
+    : QWidget(widget), before_(before), after_(Picture::of(*widget)), way_(way) {
     AccessibleTraits::setDecoration(this);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setGeometry(widget->rect());

@@ -2,11 +2,26 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/TextLabel.h"
 
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStyle>
+#include <QTextLayout>
+
+#include <algorithm>
+
 namespace loadscope {
+namespace {
+
+constexpr int usualWidth = 420;
+constexpr int narrowest = 60;
+
+} // namespace
 
 TextLabel::TextLabel(const QString& text, TextStyle style, ThemeColor color, QWidget* parent)
     : QLabel(parent), style_(style), color_(color) {
     setTextFormat(Qt::PlainText);
+    // A button around the label must not lend it its own colour.
+    setForegroundRole(QPalette::WindowText);
     setText(text);
     AppTheme::bind(this, [this] { applyTheme(); });
 }
@@ -29,7 +44,57 @@ void TextLabel::setWraps() {
     setSizePolicy(policy);
 }
 
-void TextLabel::setSelectable() { setTextInteractionFlags(Qt::TextSelectableByMouse); }
+void TextLabel::setSelectable() {
+    selectable_ = true;
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+}
+
+int TextLabel::layOutLines(int width, QPainter* painter, int top) const {
+    QString shown = text();
+    shown.replace(QLatin1Char('\n'), QChar::LineSeparator);
+    QTextLayout layout(shown, font());
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()) & Qt::AlignHorizontal_Mask);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    const int spacing = AppTheme::lineSpacing(style_, font());
+    int height = 0;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(std::max(width, narrowest));
+        line.setPosition({0, height + (spacing - line.height()) / 2});
+        height += spacing;
+    }
+    layout.endLayout();
+    if (painter != nullptr) layout.draw(painter, QPointF(0, top));
+    return height;
+}
+
+int TextLabel::heightForWidth(int width) const {
+    return laysOutItself() ? layOutLines(width, nullptr, 0) : QLabel::heightForWidth(width);
+}
+
+QSize TextLabel::sizeHint() const {
+    if (!laysOutItself()) return QLabel::sizeHint();
+    const int natural = QFontMetrics(font()).horizontalAdvance(text()) + 1;
+    const int width = std::clamp(natural, 1, AppTheme::current().scaled(usualWidth));
+    return {width, heightForWidth(width)};
+}
+
+QSize TextLabel::minimumSizeHint() const {
+    if (!laysOutItself()) return QLabel::minimumSizeHint();
+    return {std::min(narrowest, sizeHint().width()), AppTheme::lineSpacing(style_, font())};
+}
+
+void TextLabel::paintEvent(QPaintEvent* event) {
+    if (!laysOutItself()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    painter.setPen(AppTheme::current().color(color_));
+    const int spare = height() - heightForWidth(width());
+    layOutLines(width(), &painter, alignment().testFlag(Qt::AlignVCenter) ? std::max(0, spare / 2) : 0);
+}
 
 void TextLabel::applyTheme() {
     const AppTheme& theme = AppTheme::current();
@@ -38,6 +103,7 @@ void TextLabel::applyTheme() {
     palette.setColor(QPalette::All, QPalette::WindowText, theme.color(color_));
     palette.setColor(QPalette::All, QPalette::Text, theme.color(color_));
     setPalette(palette);
+    updateGeometry();
 }
 
 } // namespace loadscope

@@ -6,10 +6,13 @@
 
 #include <QLabel>
 
+class QPainter;
+
 namespace loadscope {
 
 /// A text in one of the theme's styles and colours. Always plain text: what looks like markup is shown as it
-/// is.
+/// is. A text that wraps has the generous line spacing of the theme and breaks anywhere when a word is longer
+/// than the line.
 class TextLabel : public QLabel {
     Q_OBJECT
 
@@ -24,12 +27,23 @@ public:
     /// Lets the mouse select the text.
     void setSelectable();
 
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     void applyTheme();
+    /// Lays the lines out in `width`, paints them at `top` when there is a painter, and returns their height.
+    int layOutLines(int width, QPainter* painter, int top) const;
+    [[nodiscard]] bool laysOutItself() const { return wordWrap() && !selectable_; }
 
     TextStyle style_;
     ThemeColor color_;
     std::optional<QFont::Weight> weight_;
+    bool selectable_ = false;
 };
 
 } // namespace loadscope

@@ -82,7 +82,9 @@ void OverviewScanFailureState::refresh(const ProbeError& error, bool canRetry) {
     const QString detail = DisplayText::paragraphs(error.detail());
     detail_->setText(detail);
     // A list reads better from its leading edge; a sentence stands in the middle as the headline does.
-    detail_->setTextAlignment(detail.contains(QLatin1Char('\n')) ? Qt::AlignLeading : Qt::AlignHCenter);
+    const bool isList = detail.contains(QLatin1Char('\n'));
+    detail_->setTextAlignment(isList ? Qt::AlignLeading : Qt::AlignHCenter);
+    detail_->setHugsText(isList);
     retry_->setVisible(canRetry);
 }
 

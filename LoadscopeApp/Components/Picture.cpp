@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/Picture.h"
+
+#include <QWidget>
+
+namespace loadscope {
+
+QPixmap Picture::of(QWidget& widget) {
+    const double ratio = widget.devicePixelRatioF();
+    QPixmap picture(widget.size() * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    widget.render(&picture, {}, {}, QWidget::DrawChildren);
+    return picture;
+}
+
+} // namespace loadscope
