@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Components/SlideCover.h"
 #include "tools/Screenshots/HistoryScenes.h"
 #include "tools/Screenshots/Stage.h"
 
@@ -18,13 +19,13 @@ std::string repository(const QString& name) {
     return path.toStdString();
 }
 
-const QString longName = QStringLiteral("a-repository-whose-name-goes-on-and-on-with-<b>markup</b>-in-it");
+const QString longName = QStringLiteral("a-repository-whose-name-goes-on-and-on-with-<b>markup<b>-in-it");
 
 void press(Stage& stage, const QString& title) {
     for (auto* button : stage.view.findChildren<PushButton*>()) {
         if (button->text() == title && button->isVisible()) button->click();
     }
-    stage.settle();
+    stage.settle([&stage] { return stage.view.findChild<SlideCover*>() == nullptr; });
 }
 
 Scene onboarding(int step) {

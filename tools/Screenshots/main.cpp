@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AppStyle.h"
+#include "LoadscopeApp/Components/FocusRing.h"
 #include "tools/Screenshots/Stage.h"
 
 #include <QApplication>
@@ -76,6 +77,7 @@ int main(int argumentCount, char** arguments) {
     }
     QApplication::setStyle(new AppStyle);
     AppTheme theme;
+    const KeyboardUse keyboardUse;
     if (textScale > 0) theme.setTextScale(textScale);
     std::vector<screenshots::Scene> scenes = screenshots::scenes();
     for (screenshots::Scene& scene : screenshots::reportScenes())

@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Components/DisclosureButton.h"
+#include "LoadscopeApp/Components/ElidedLabel.h"
+#include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Components/SelectableText.h"
+#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Components/TrendPill.h"
+#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/DisplayText.h"
+
+#include <QAccessible>
+#include <QEnterEvent>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace loadscope {
+namespace {
+
+TEST(TrendPill, NamesTheChangeInWordsAndColour) {
+    using enum TrendDirection;
+    struct Case {
+        std::optional<TrendDirection> trend;
+        std::optional<std::int64_t> delta;
+        QString text;
+        QString symbol;
+        ThemeColor tint;
+    };
+    const std::vector<Case> cases{
+        {{}, {}, "First scan", "", ThemeColor::secondaryText},
+        {up, {}, "First scan", "", ThemeColor::secondaryText},
+        {flat, 0, "±0", "equal", ThemeColor::secondaryText},
+        {up, 4'120, "+4,120", "arrow.up.right", ThemeColor::bandHeavy},
+        {down, -7'000, "-7,000", "arrow.down.right", ThemeColor::bandLean},
+    };
+    for (const Case& testCase : cases) {
+        const TrendPill pill(testCase.trend, testCase.delta);
+        EXPECT_EQ(pill.look().text, testCase.text);
+        EXPECT_EQ(pill.look().symbol, testCase.symbol);
+        EXPECT_EQ(pill.look().tint, testCase.tint);
+    }
+}
+
+TEST(CollapsibleSection, ShowsItsContentAndSaysSo) {
+    auto* body = new TextLabel("inside");
+    CollapsibleSection section("Full report", "A detail.", body);
+    section.resize(400, 300);
+    section.show();
+    auto* header = section.findChild<DisclosureButton*>();
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(header);
+    EXPECT_EQ(spoken->text(QAccessible::Name), "Full report");
+    EXPECT_EQ(spoken->text(QAccessible::Value), "Collapsed");
+    EXPECT_EQ(spoken->text(QAccessible::Description), "Shows or hides this section");
+    EXPECT_FALSE(body->isVisible());
+    EXPECT_GE(header->height(), 44);
+
+    QTest::keyClick(header, Qt::Key_Return);
+    EXPECT_EQ(spoken->text(QAccessible::Value), "Expanded");
+    EXPECT_TRUE(spoken->state().expanded);
+    EXPECT_TRUE(body->isVisible());
+
+    QTest::mouseClick(header, Qt::LeftButton);
+    EXPECT_FALSE(section.isExpanded());
+    EXPECT_FALSE(body->isVisible());
+}
+
+TEST(ReportSurface, RisesAtOnceUnderThePointerWhenMotionIsUnwelcome) {
+    ReportSurface surface;
+    QEnterEvent enter({1, 1}, {1, 1}, {1, 1});
+    QCoreApplication::sendEvent(&surface, &enter);
+    EXPECT_EQ(surface.elevation(), 1);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&surface, &leave);
+    EXPECT_EQ(surface.elevation(), 0);
+}
+
+TEST(ValueAnimation, MovesThroughTheValuesBetweenAndRestsAtTheEnd) {
+    AppTheme::current().force(Appearance::light, false);
+    std::vector<double> values;
+    ValueAnimation animation(nullptr, 0, [&values](double value) { values.push_back(value); });
+    QSignalSpy finished(&animation, &QVariantAnimation::finished);
+    animation.animateTo(1, 60);
+    ASSERT_TRUE(finished.wait(5'000));
+    AppTheme::current().force(Appearance::light, true);
+    EXPECT_EQ(animation.value(), 1);
+    EXPECT_TRUE(std::is_sorted(values.begin(), values.end()));
+    EXPECT_EQ(animation.state(), QAbstractAnimation::Stopped);
+}
+
+TEST(Texts, FromOutsideAreNeverTakenForMarkup) {
+    const QString hostile = "<b>x</b><img src=x>";
+    EXPECT_EQ(TextLabel(hostile).textFormat(), Qt::PlainText);
+    EXPECT_EQ(SelectableText(hostile).text(), hostile);
+    EXPECT_FALSE(PlainToolTip::escaped(hostile).contains("<b>"));
+    EXPECT_FALSE(PlainToolTip::escaped(hostile).contains("<img"));
+    EXPECT_FALSE(DisplayText::line("a\nb\x1b[31m").contains(QChar(0x1b)));
+    EXPECT_FALSE(DisplayText::line("a\u202eb").contains(QChar(0x202e)));
+}
+
+TEST(ElidedLabel, GivesWayButKeepsTheWholeTextForReaders) {
+    const QString name(400, 'n');
+    ElidedLabel label(name);
+    EXPECT_LT(label.minimumSizeHint().width(), 120);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name), name);
+}
+
+TEST(SelectableText, BreaksLongWordsAndScrollsBeyondItsLimit) {
+    QWidget page;
+    auto* column = new QVBoxLayout(&page);
+    auto* text = new SelectableText(QString(5'000, 'w'));
+    column->addWidget(text);
+    page.resize(400, 300);
+    text->setHeightLimit(120);
+    page.show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(text->heightForWidth(380), 120);
+    EXPECT_GT(text->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(text->horizontalScrollBar()->maximum(), 0);
+    text->selectAll();
+    EXPECT_EQ(text->textCursor().selectedText().size(), 5'000);
+}
+
+TEST(PushButton, IsPressedByReturnBeforeAShortcutAndKeepsItsOwnShortcut) {
+    QWidget window;
+    auto* column = new QVBoxLayout(&window);
+    auto* button = new PushButton(PushButton::Kind::secondary, "Choose");
+    column->addWidget(button);
+    int shortcuts = 0;
+    QObject::connect(new QShortcut(Qt::Key_Return, &window), &QShortcut::activated,
+                     [&shortcuts] { ++shortcuts; });
+    window.show();
+    window.activateWindow();
+    button->setFocus();
+    QSignalSpy clicked(button, &QPushButton::clicked);
+    QTest::keyClick(button, Qt::Key_Return);
+    EXPECT_EQ(clicked.count(), 1);
+    EXPECT_EQ(shortcuts, 0);
+    button->setShortcut(Qt::CTRL | Qt::Key_O);
+    button->setTitle("Changed");
+    EXPECT_EQ(button->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
+}
+
+} // namespace
+} // namespace loadscope

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/AppStyle.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+int main(int argumentCount, char** arguments) {
+    // No display, no session bus, no settings of the user's own.
+    const QTemporaryDir home;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    qputenv("HOME", home.path().toUtf8());
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    qputenv("LC_ALL", "en_US.UTF-8");
+    ::testing::InitGoogleTest(&argumentCount, arguments);
+    QApplication application(argumentCount, arguments);
+    QApplication::setStyle(new loadscope::AppStyle);
+    loadscope::AccessibleTraits::install();
+    loadscope::AppTheme theme;
+    theme.force(loadscope::Appearance::light, true);
+    return RUN_ALL_TESTS();
+}
