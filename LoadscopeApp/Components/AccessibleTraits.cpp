@@ -66,12 +66,6 @@ QAccessibleInterface* create(const QString&, QObject* object) {
     return new TraitsInterface(widget);
 }
 
-void tell(QWidget* widget, QAccessible::Event event) {
-    if (!QAccessible::isActive()) return;
-    QAccessibleEvent change(widget, event);
-    QAccessible::updateAccessibility(&change);
-}
-
 } // namespace
 
 void install() {
@@ -91,9 +85,8 @@ void setRole(QWidget* widget, QAccessible::Role role, const QString& name) {
 void setLeaf(QWidget* widget) { widget->setProperty(leafProperty, true); }
 
 void setValue(QWidget* widget, const QString& value) {
-    if (widget->property(valueProperty).toString() == value) return;
+    // No event of its own: the toolkit's event for values carries numbers only.
     widget->setProperty(valueProperty, value);
-    tell(widget, QAccessible::ValueChanged);
 }
 
 void setExpanded(QWidget* widget, bool expanded) {

@@ -19,7 +19,7 @@ void setRole(QWidget* widget, QAccessible::Role role, const QString& name = {});
 /// Presents the widget as one element: its children are not offered one by one.
 void setLeaf(QWidget* widget);
 
-/// The spoken value of a widget with a role, for example "Collapsed". Tells listeners when it changes.
+/// The spoken value of a widget with a role, for example "Collapsed".
 void setValue(QWidget* widget, const QString& value);
 
 /// The widget shows or hides something; tells listeners when it changes.

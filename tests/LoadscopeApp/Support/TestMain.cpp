@@ -4,6 +4,7 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/AppStyle.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QTemporaryDir>
 
@@ -20,6 +21,8 @@ int main(int argumentCount, char** arguments) {
     ::testing::InitGoogleTest(&argumentCount, arguments);
     QApplication application(argumentCount, arguments);
     QApplication::setStyle(new loadscope::AppStyle);
+    // As with a screen reader at work, so that every event that the widgets send is gone through.
+    QAccessible::setActive(true);
     loadscope::AccessibleTraits::install();
     loadscope::AppTheme theme;
     theme.force(loadscope::Appearance::light, true);
