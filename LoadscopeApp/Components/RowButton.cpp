@@ -21,8 +21,6 @@ constexpr double pressedOpacity = 0.07;
 RowButton::RowButton(QWidget* content, const QString& name, QWidget* parent) : QAbstractButton(parent) {
     setAccessibleName(name);
     setAttribute(Qt::WA_Hover);
-    // Labels inside follow the role: on a button's own, all of them would have one colour.
-    setBackgroundRole(QPalette::Window);
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* column = new QVBoxLayout(this);

@@ -23,6 +23,8 @@ TextLabel::TextLabel(const QString& text, TextStyle style, ThemeColor color, QWi
     // A button around the label must not lend it its own colour.
     setForegroundRole(QPalette::WindowText);
     setText(text);
+    // Inside a button a label would otherwise take the button's colour.
+    setForegroundRole(QPalette::WindowText);
     AppTheme::bind(this, [this] { applyTheme(); });
 }
 

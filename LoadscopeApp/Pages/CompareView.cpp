@@ -56,6 +56,7 @@ void CompareView::build() {
         column->addWidget(surface);
     }
     this->column()->insertWidget(1, cards_);
+    cards_->show(); // at once, not only when the event loop comes to it
 }
 
 } // namespace loadscope

@@ -63,6 +63,7 @@ void TrendsView::build() {
         column->addWidget(data);
     }
     this->column()->insertWidget(1, cards_);
+    cards_->show(); // at once, not only when the event loop comes to it
 }
 
 void TrendsView::confirmClear() {

@@ -142,9 +142,13 @@ void TrendChartGeometry::layOutThresholds(const TrendChartData& data, const Text
                             yOf(value, data.upperBound),
                             {}};
         const double width = std::min(text.width(threshold.label), usableLength(size_.width - plot_.x));
-        const double left = std::min(plot_.x + thresholdLabelInset, size_.width - width);
-        const double top = threshold.y - thresholdLabelDistance - text.lineHeight;
-        threshold.labelRect = {left, std::max(0.0, top), width, text.lineHeight};
+        const double top = std::max(0.0, threshold.y - thresholdLabelDistance - text.lineHeight);
+        double left = plot_.x + thresholdLabelInset;
+        // Far above both thresholds their rules nearly meet: the labels then stand in one row.
+        if (!thresholds_.empty() && thresholds_.back().labelRect.y - top < text.lineHeight)
+            left = thresholds_.back().labelRect.right() + axisGap;
+        left = std::min(left, size_.width - width);
+        threshold.labelRect = {left, top, width, text.lineHeight};
         thresholds_.push_back(threshold);
     }
 }

@@ -157,5 +157,13 @@ TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
     }
 }
 
+TEST(TrendChartGeometry, SetsLabelsOfThresholdsThatNearlyMeetInOneRow) {
+    TrendChartData data = someChart(localTime(2026, 10, 12));
+    data.upperBound = 1'000'000'000;
+    const TrendChartGeometry chart(data, {700, 260}, sixPointText());
+    const RectF& heavy = chart.thresholds()[0].labelRect;
+    EXPECT_GT(chart.thresholds()[1].labelRect.x, heavy.right());
+}
+
 } // namespace
 } // namespace loadscope
