@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Pages/CompareView.h"
+
+#include "LoadscopeApp/Charts/BarChart.h"
+#include "LoadscopeApp/Charts/ChartLegend.h"
+#include "LoadscopeApp/Components/RowButton.h"
+#include "LoadscopeApp/Pages/Compare/CategoryTable.h"
+#include "LoadscopeApp/Pages/Compare/ColumnCard.h"
+#include "tests/LoadscopeApp/Support/Spoken.h"
+#include "tests/Support/HistoryRecords.h"
+
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace loadscope::testing {
+namespace {
+
+using History = std::vector<RecordedScan>;
+
+History two() {
+    return {record(1, "web", day(1), 45'000, {{"System tools", 20'000}, {"Skills", 10}}),
+            record(2, "api", day(2), 88'910, {{"System tools", 40'000}, {"MCP tools", 9'000}})};
+}
+
+History many(int repositories) {
+    History history;
+    for (int number = 1; number <= repositories; ++number)
+        history.push_back(
+            record(number, "r" + std::to_string(number), day(number), number, {{"System tools", number}}));
+    return history;
+}
+
+void show(CompareView& view, const History& history, int width = 900) {
+    view.refresh(history);
+    view.resize(width, 1'200);
+    view.show();
+    QApplication::processEvents();
+}
+
+TEST(CompareView, SaysWhatThereIsToCompare) {
+    History sameName{record(1, "web", day(1), 10), record(2, "web", day(2), 20)};
+    sameName[1].repositoryPath = "/other/web";
+    struct Case {
+        const char* name;
+        History history;
+        QStringList said;
+        int rows;
+        int columns;
+    };
+    const std::vector<Case> cases{
+        {"nothing", {}, {"No recorded scans yet"}, 0, 0},
+        {"only Codex",
+         {record(1, "web", day(1), 10, {}, RecordedScan::codexTool)},
+         {"No recorded scans yet", "Codex · 1 scan · latest Jan 1, 2026", "First scan"},
+         1,
+         0},
+        {"one repository",
+         {two()[0]},
+         {"Only one repository recorded",
+          "web measured 45,000 tokens. Choose a second repository and scan it to compare the two."},
+         1,
+         0},
+        {"two",
+         two(),
+         {"1. api, Claude Code · 1 scan · latest Jan 2, 2026, 88,910 tokens, Excessive, First scan",
+          "Scanned Jan 1, 2026", "Category for category", "System tools: 20,000 tokens",
+          "api · MCP tools: 9,000 tokens", "api, web"},
+         2,
+         2},
+        {"equal names", sameName, {"web — /src/web", "web — /other/web"}, 2, 2},
+        {"forty", many(40), {"Scanned Feb 9, 2026"}, 40, 40},
+    };
+    for (const Case& testCase : cases) {
+        CompareView view;
+        show(view, testCase.history);
+        EXPECT_EQ(view.findChildren<RowButton*>().size(), testCase.rows) << testCase.name;
+        EXPECT_EQ(view.findChildren<ColumnCard*>().size(), testCase.columns) << testCase.name;
+        for (const QString& text : testCase.said)
+            EXPECT_TRUE(spoken(view).contains(text)) << testCase.name << ": " << text.toStdString();
+    }
+}
+
+TEST(CompareView, SetsColumnsSideBySideOnlyWhereTheyFit) {
+    struct Case {
+        int repositories;
+        int width;
+        bool stacked;
+    };
+    for (const Case& testCase : std::vector<Case>{
+             {2, 900, false}, {3, 900, false}, {2, 500, true}, {4, 900, true}, {40, 1'100, true}}) {
+        CompareView view;
+        show(view, many(testCase.repositories), testCase.width);
+        const QList<ColumnCard*> cards = view.findChildren<ColumnCard*>();
+        EXPECT_EQ(cards[1]->y() > cards[0]->y(), testCase.stacked) << testCase.repositories;
+        EXPECT_LE(cards.last()->geometry().right(), testCase.width);
+        const auto* legend = view.findChild<ChartLegend*>();
+        if (testCase.repositories > 5) {
+            EXPECT_EQ(legend->entries()[5].paletteIndex, 0U);
+        }
+    }
+}
+
+TEST(CompareView, OpensTheRepositoryOfARow) {
+    CompareView view;
+    show(view, two());
+    std::string opened;
+    QObject::connect(&view, &CompareView::repositoryRequested,
+                     [&](const std::string& path) { opened = path; });
+    auto* row = view.findChildren<RowButton*>().at(1);
+    QTest::mouseClick(row->findChild<QWidget*>(), Qt::LeftButton);
+    EXPECT_EQ(opened, "/src/web");
+    opened.clear();
+    QTest::keyClick(view.findChildren<RowButton*>().at(0), Qt::Key_Return);
+    EXPECT_EQ(opened, "/src/api");
+}
+
+TEST(BarChart, WalksItsBarsSlotBySlot) {
+    BarChart chart(BarChart::Kind::grouped, {{"One", "Two"}, {{{0, 5}, {1, 6}}, {{1, 7}}}, 10},
+                   {{"a", 0}, {"b", 1}});
+    chart.resize(400, 200);
+    chart.show();
+    chart.setFocus();
+    struct Case {
+        Qt::Key key;
+        QString text;
+    };
+    const std::vector<Case> cases{{Qt::Key_Down, "a · One: 5 tokens"}, {Qt::Key_Down, "a · Two: 6 tokens"},
+                                  {Qt::Key_Down, "b · Two: 7 tokens"}, {Qt::Key_Down, "b · Two: 7 tokens"},
+                                  {Qt::Key_Home, "a · One: 5 tokens"}, {Qt::Key_Up, "a · One: 5 tokens"}};
+    for (const Case& testCase : cases) {
+        QTest::keyClick(&chart, testCase.key);
+        EXPECT_EQ(chart.markText(chart.currentMark()), testCase.text);
+    }
+}
+
+TEST(CategoryTable, CopiesTheSelectedLinesOrAll) {
+    CategoryTable table({{"System tools", "1,000"}, {"Skills", "20"}, {"<i>", "3"}});
+    table.resize(300, table.sizeHint().height());
+    table.show();
+    EXPECT_EQ(table.selectedText(), QStringLiteral("System tools\t1,000\nSkills\t20\n<i>\t3"));
+    QTest::mousePress(&table, Qt::LeftButton, {}, table.markArea(1).center());
+    EXPECT_EQ(table.selectedText(), QStringLiteral("Skills\t20"));
+}
+
+} // namespace
+} // namespace loadscope::testing
