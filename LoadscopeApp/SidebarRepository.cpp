@@ -38,6 +38,7 @@ SidebarRepository::SidebarRepository(QWidget* parent)
       name_(new ElidedLabel({}, TextStyle::headline)),
       path_(new SelectableText({}, TextStyle::caption, ThemeColor::secondaryText)),
       status_(new StatusPill({}, {}, ThemeColor::secondaryText)) {
+    path_->setAccessibleName(QStringLiteral("Repository path"));
     name_->setElideMode(Qt::ElideMiddle);
     auto* disclosure = new TextLabel(DisplayText::own(ScanModel::allowanceDisclosure), TextStyle::caption,
                                      ThemeColor::secondaryText);

@@ -62,6 +62,7 @@ OverviewScanFailureState::OverviewScanFailureState(QWidget* parent)
       retry_(new PushButton(PushButton::Kind::primary, QStringLiteral("Retry"))) {
     AccessibleTraits::setRole(this, QAccessible::Grouping, QStringLiteral("Scan failed"));
     AccessibleTraits::setRole(headline_, QAccessible::Heading);
+    detail_->setAccessibleName(QStringLiteral("What happened"));
     retry_->setAccessibleName(QStringLiteral("Retry scan"));
     column()->addWidget(new StateIcon(QStringLiteral("exclamationmark.triangle"), ThemeColor::bandExcessive),
                         0, Qt::AlignHCenter);
