@@ -12,7 +12,10 @@
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace loadscope {
 namespace {
@@ -47,7 +50,6 @@ Sidebar::Sidebar(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
-    setMinimumWidth(Metrics::sidebarMinimumWidth);
     viewport()->setAutoFillBackground(false);
 
     auto* body = new QWidget;
@@ -72,7 +74,12 @@ Sidebar::Sidebar(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
     body->setAutoFillBackground(false);
 
     connect(pages_, &PageList::selected, this, &Sidebar::pageSelected);
-    AppTheme::bind(this, [this] { viewport()->update(); });
+    AppTheme::bind(this, [this, body] {
+        // Large texts need more room than the usual least width.
+        const int scrollBar = verticalScrollBar()->sizeHint().width();
+        setMinimumWidth(std::max(Metrics::sidebarMinimumWidth, body->minimumSizeHint().width() + scrollBar));
+        viewport()->update();
+    });
     refresh();
 }
 

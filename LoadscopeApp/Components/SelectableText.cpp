@@ -20,7 +20,7 @@ namespace loadscope {
 namespace {
 
 constexpr int narrowest = 80;
-constexpr int usualWidth = 360;
+constexpr int usualWidth = 440;
 constexpr double lineHeightPercent = 117;
 
 } // namespace
@@ -59,11 +59,11 @@ void SelectableText::setTextAlignment(Qt::Alignment alignment) {
     document()->setDefaultTextOption(option);
 }
 
-void SelectableText::setHugsText(bool hugs) {
-    int widest = 0;
+int SelectableText::longestLine() const {
+    int widest = narrowest;
     for (const QString& line : toPlainText().split(QLatin1Char('\n')))
-        widest = std::max(widest, fontMetrics().horizontalAdvance(line) + 1);
-    setMaximumWidth(hugs ? std::max(widest, narrowest) : QWIDGETSIZE_MAX);
+        widest = std::max(widest, fontMetrics().horizontalAdvance(line) + 2);
+    return widest;
 }
 
 void SelectableText::applyLineSpacing() {
@@ -92,8 +92,8 @@ int SelectableText::heightForWidth(int width) const {
 }
 
 QSize SelectableText::sizeHint() const {
-    const int width = std::min(usualWidth, static_cast<int>(std::ceil(document()->idealWidth())));
-    return {std::max(width, narrowest), heightForWidth(width)};
+    const int width = std::min(AppTheme::current().scaled(usualWidth), longestLine());
+    return {width, heightForWidth(width)};
 }
 
 QSize SelectableText::minimumSizeHint() const { return {narrowest, fontMetrics().height()}; }

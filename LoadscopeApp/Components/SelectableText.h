@@ -21,8 +21,6 @@ public:
     [[nodiscard]] QString text() const { return toPlainText(); }
     void setText(const QString& text);
     void setTextAlignment(Qt::Alignment alignment);
-    /// Takes no more width than its longest line needs.
-    void setHugsText(bool hugs);
     /// From this height on the text scrolls.
     void setHeightLimit(int height);
 
@@ -40,6 +38,7 @@ protected:
 private:
     void applyTheme();
     void applyLineSpacing();
+    [[nodiscard]] int longestLine() const;
     void updateScrolling();
 
     TextStyle style_;

@@ -85,7 +85,7 @@ void OverviewScanFailureState::refresh(const ProbeError& error, bool canRetry) {
     // A list reads better from its leading edge; a sentence stands in the middle as the headline does.
     const bool isList = detail.contains(QLatin1Char('\n'));
     detail_->setTextAlignment(isList ? Qt::AlignLeading : Qt::AlignHCenter);
-    detail_->setHugsText(isList);
+    column()->setAlignment(detail_, isList ? Qt::AlignHCenter : Qt::Alignment());
     retry_->setVisible(canRetry);
 }
 
