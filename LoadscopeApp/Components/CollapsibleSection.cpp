@@ -9,6 +9,8 @@
 
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace loadscope {
 
 CollapsibleSection::CollapsibleSection(const QString& title, const QString& detail, QWidget* body,
@@ -21,7 +23,10 @@ CollapsibleSection::CollapsibleSection(const QString& title, const QString& deta
     content()->setSpacing(0);
     content()->addWidget(header_);
     content()->addWidget(body_);
-    connect(header_, &DisclosureButton::expandedChanged, body_, &CollapsibleBody::setOpen);
+    connect(header_, &DisclosureButton::expandedChanged, this, [this](bool expanded) {
+        if (const auto fill = std::exchange(fill_, nullptr)) fill();
+        body_->setOpen(expanded);
+    });
 }
 
 bool CollapsibleSection::isExpanded() const { return header_->isExpanded(); }

@@ -4,6 +4,8 @@
 
 #include "LoadscopeApp/Components/ReportSurface.h"
 
+#include <functional>
+
 namespace loadscope {
 
 class CollapsibleBody;
@@ -20,9 +22,14 @@ public:
     [[nodiscard]] bool isExpanded() const;
     void setExpanded(bool expanded);
 
+protected:
+    /// Calls `fill` once, before the section is first expanded: for a body that costs much to build.
+    void fillWhenExpanded(std::function<void()> fill) { fill_ = std::move(fill); }
+
 private:
     DisclosureButton* header_;
     CollapsibleBody* body_;
+    std::function<void()> fill_;
 };
 
 } // namespace loadscope

@@ -51,15 +51,47 @@ QWidget* unreadableList(const std::vector<std::string>& paths) {
     return new ReportTable({}, std::move(rows), QStringLiteral("Could not be read"));
 }
 
+void fill(QWidget* body, const ScanReport& report) {
+    auto* column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(groupSpacing);
+    const std::vector<InstructionFileEstimate> files = report.filesLargestFirst();
+    if (const auto note = ScanPresentation::unreportedCategoryFilesNote(report))
+        column->addWidget(text(DisplayText::own(*note), TextStyle::body));
+    if (!report.unreadablePaths().empty())
+        addGroup(column, QStringLiteral("Could not be read"))
+            ->addWidget(unreadableList(report.unreadablePaths()));
+    if (!files.empty()) {
+        QVBoxLayout* group = addGroup(column, QStringLiteral("Relative size"));
+        group->addWidget(InstructionFilesSection::treemap(files, report.total));
+        group->addWidget(text(QStringLiteral("Tile sizes use estimated token counts."), TextStyle::caption));
+    }
+    QVBoxLayout* inventory = addGroup(column, QStringLiteral("Largest contributors"));
+    if (files.empty())
+        inventory->addWidget(
+            text(QStringLiteral("No instruction files were found for this scan."), TextStyle::body));
+    else
+        inventory->addWidget(new FileInventory(report, files));
+    column->addWidget(
+        text(QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the "
+                            "authoritative total reported by Claude."),
+             TextStyle::caption));
+}
+
 } // namespace
 
 InstructionFilesSection::InstructionFilesSection(const ScanReport& report, QWidget* parent)
+    : InstructionFilesSection(report, new QWidget, parent) {}
+
+InstructionFilesSection::InstructionFilesSection(const ScanReport& report, QWidget* body, QWidget* parent)
     : CollapsibleSection(
           QStringLiteral("Instruction file estimates"),
           QStringLiteral(
               "Local estimates based on file size. Expand to see every file, largest first; contents "
               "are never displayed or persisted."),
-          body(report), parent) {}
+          body, parent) {
+    fillWhenExpanded([report, body] { fill(body, report); });
+}
 
 TreemapView* InstructionFilesSection::treemap(const std::vector<InstructionFileEstimate>& files,
                                               std::int64_t total) {
@@ -73,35 +105,6 @@ TreemapView* InstructionFilesSection::treemap(const std::vector<InstructionFileE
              static_cast<double>(file.estimatedTokens)});
     }
     return new TreemapView(std::move(tiles));
-}
-
-QWidget* InstructionFilesSection::body(const ScanReport& report) {
-    auto* body = new QWidget;
-    auto* column = new QVBoxLayout(body);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(groupSpacing);
-    const std::vector<InstructionFileEstimate> files = report.filesLargestFirst();
-    if (const auto note = ScanPresentation::unreportedCategoryFilesNote(report))
-        column->addWidget(text(DisplayText::own(*note), TextStyle::body));
-    if (!report.unreadablePaths().empty())
-        addGroup(column, QStringLiteral("Could not be read"))
-            ->addWidget(unreadableList(report.unreadablePaths()));
-    if (!files.empty()) {
-        QVBoxLayout* group = addGroup(column, QStringLiteral("Relative size"));
-        group->addWidget(treemap(files, report.total));
-        group->addWidget(text(QStringLiteral("Tile sizes use estimated token counts."), TextStyle::caption));
-    }
-    QVBoxLayout* inventory = addGroup(column, QStringLiteral("Largest contributors"));
-    if (files.empty())
-        inventory->addWidget(
-            text(QStringLiteral("No instruction files were found for this scan."), TextStyle::body));
-    else
-        inventory->addWidget(new FileInventory(report, files));
-    column->addWidget(
-        text(QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the "
-                            "authoritative total reported by Claude."),
-             TextStyle::caption));
-    return body;
 }
 
 } // namespace loadscope

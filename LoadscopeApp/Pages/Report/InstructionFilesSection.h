@@ -12,6 +12,7 @@ namespace loadscope {
 class TreemapView;
 
 /// The instruction files of a session: which could not be read, how large the others are, and a list of them.
+/// There may be thousands, so the list is made when the section is first expanded.
 class InstructionFilesSection : public CollapsibleSection {
     Q_OBJECT
 
@@ -23,7 +24,7 @@ public:
                                               std::int64_t total);
 
 private:
-    static QWidget* body(const ScanReport& report);
+    InstructionFilesSection(const ScanReport& report, QWidget* body, QWidget* parent);
 };
 
 } // namespace loadscope
