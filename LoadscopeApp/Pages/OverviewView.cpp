@@ -6,6 +6,8 @@
 #include "LoadscopeApp/Pages/OverviewPanels.h"
 #include "LoadscopeApp/Pages/OverviewReport.h"
 
+#include <QApplication>
+
 namespace loadscope {
 
 OverviewView::OverviewView(QWidget* parent)
@@ -45,9 +47,13 @@ void OverviewView::refresh(const Input& input) {
 void OverviewView::showReport(const std::shared_ptr<const ScanReport>& report) {
     if (report_ != nullptr && report_->report() == report) return;
     OverviewReport* old = report_;
+    const QWidget* focus = QApplication::focusWidget();
+    const bool hadFocus = focus != nullptr && isAncestorOf(focus);
     report_ = new OverviewReport(report);
     addWidget(report_);
     setCurrentWidget(report_);
+    // The page itself, so that keys scroll it, rather than the first text in it that can be selected.
+    if (hadFocus) report_->setFocus(Qt::OtherFocusReason);
     if (old != nullptr) old->deleteLater();
 }
 
