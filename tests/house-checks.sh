@@ -34,11 +34,16 @@ includes_of_later_folders() {
     find LoadscopeCore -mindepth 1 -maxdepth 1 -type d |
         grep -vE "/($(IFS='|' && echo "${order[*]}"))\$"
 }
+parts_of_the_window_above() {
+    grep -rnE "${code[@]}" '#include "LoadscopeApp/(Charts|Pages)/' LoadscopeApp/Components
+    grep -rnE "${code[@]}" '#include "LoadscopeApp/Pages/' LoadscopeApp/Charts
+}
 code=(--include='*.h' --include='*.cpp')
 
 none 'the core includes no Qt' grep -rnE "${code[@]}" '#include [<"](Q[A-Z]|Qt)' LoadscopeCore LoadscopeCLI
 none 'each folder of the core includes only those before it' includes_of_later_folders
 none 'the core includes neither the command nor the window' grep -rnE "${code[@]}" 'Loadscope(CLI|App)/' LoadscopeCore
+none 'components know no chart, charts know no page' parts_of_the_window_above
 none 'the command and the window do not include each other' grep -rnE --include='*.cpp' --include='*.h' \
     'LoadscopeApp/' LoadscopeCLI
 none 'no number is formatted or read by the C locale functions' grep -rnE "${code[@]}" \
