@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/ContentView.h"
+#include "LoadscopeApp/QtUIThread.h"
+#include "LoadscopeApp/SettingsStore.h"
+#include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/Scan/ScanModel.h"
+#include "tests/Soak/Dice.h"
+#include "tests/Soak/HistoryWatch.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+class QAbstractButton;
+
+namespace loadscope::soak {
+
+/// The window as the application makes it, over the real tools, history and settings of the home folder; only
+/// the time limits are shorter. It counts how its scans end and looks that its state is a legal one.
+class LiveWindow {
+public:
+    LiveWindow(Dice& dice, HistoryWatch& history);
+    /// Closes it as its user would, whatever is under way.
+    ~LiveWindow();
+
+    ContentView& view() { return view_; }
+    ScanModel& model() { return model_; }
+    ReadinessModel& readiness() { return readiness_; }
+
+    /// The folder that the next question for a folder is answered with; without one the real dialog asks.
+    void setNextChoice(std::optional<std::string> path) { nextChoice_ = std::move(path); }
+
+    /// The visible and enabled buttons that the user can reach now.
+    [[nodiscard]] std::vector<QAbstractButton*> buttons() const;
+    /// One of them with this text or accessible name, else null.
+    [[nodiscard]] QAbstractButton* button(const QString& name) const;
+
+    /// No scan, no check and no sheet.
+    [[nodiscard]] bool isAtRest() const;
+
+    /// Ends the program when what the model or the window says cannot be.
+    void check();
+
+private:
+    static ScanModel::Collaborators collaborators(Dice& dice);
+    void onModelChanged();
+
+    HistoryWatch& history_;
+    std::optional<std::string> nextChoice_;
+    std::optional<Timestamp> scanBegin_;
+    bool wasCancelled_ = false;
+    bool wasEmpty_ = true;
+
+    QtUIThread uiThread_;
+    SettingsStore settings_;
+    ScanModel model_;
+    ReadinessModel readiness_;
+    ContentView view_;
+    Subscription subscription_;
+};
+
+} // namespace loadscope::soak
