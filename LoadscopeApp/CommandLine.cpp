@@ -4,6 +4,9 @@
 
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
+#include "LoadscopeCore/Platform/Version.h"
+
+#include <QtGlobal>
 
 #include <string_view>
 
@@ -16,7 +19,7 @@ constexpr const char* usage =
     "Opens the window of Loadscope, with FOLDER chosen when one is given.\n"
     "\n"
     "  -h, --help     print this text\n"
-    "  -V, --version  print the version\n"
+    "  -V, --version  print the version and those of the libraries\n"
     "\n"
     "LOADSCOPE_APPEARANCE=light|dark and LOADSCOPE_REDUCED_MOTION=0|1 win over what\n"
     "the desktop asks for.\n";
@@ -42,7 +45,8 @@ LoadscopeApp::Arguments LoadscopeApp::parse(int argumentCount, char** arguments)
             result.text = usage;
             return result;
         } else if (isOption && (argument == "-V" || argument == "--version")) {
-            result.text = "Loadscope " LOADSCOPE_VERSION "\n";
+            result.text = std::string("Loadscope ") + Version::number() + '\n' + Version::libraries() +
+                          "Qt " + qVersion() + '\n';
             return result;
         } else if (isOption) {
             return wrong("Unknown option " + std::string(argument) + ".");

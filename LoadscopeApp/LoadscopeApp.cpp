@@ -3,6 +3,7 @@
 #include "LoadscopeApp/LoadscopeApp.h"
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/ApplicationIcon.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/AppStyle.h"
 #include "LoadscopeApp/Components/FocusRing.h"
@@ -12,6 +13,7 @@
 #include "LoadscopeApp/QtUIThread.h"
 #include "LoadscopeApp/SettingsStore.h"
 #include "LoadscopeApp/TerminationSignals.h"
+#include "LoadscopeCore/Platform/Version.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
@@ -41,8 +43,8 @@ void onStartUpMessage(QtMsgType type, const QMessageLogContext&, const QString&)
 std::unique_ptr<QApplication> makeApplication(int& argumentCount, char** arguments) {
     QCoreApplication::setOrganizationName(QStringLiteral("Loadscope"));
     QCoreApplication::setApplicationName(QStringLiteral("Loadscope"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(LOADSCOPE_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.loadscope.Loadscope"));
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(Version::number()));
+    QGuiApplication::setDesktopFileName(QStringLiteral(LOADSCOPE_APP_ID));
     const QtMessageHandler usual = qInstallMessageHandler(onStartUpMessage);
     auto application = std::make_unique<QApplication>(argumentCount, arguments);
     qInstallMessageHandler(usual);
@@ -85,6 +87,7 @@ private:
 /// before the thread to which they post.
 struct LoadscopeApp::Parts {
     Parts(int& argumentCount, char** arguments) : application(makeApplication(argumentCount, arguments)) {
+        QApplication::setWindowIcon(ApplicationIcon::load());
         QApplication::setStyle(new AppStyle); // the application owns it
         theme.force(appearanceFromEnvironment(), reducedMotionFromEnvironment());
         desktop.start();

@@ -9,10 +9,10 @@
 #include "LoadscopeCLI/OpenCommand.h"
 #include "LoadscopeCLI/ScanCommand.h"
 #include "LoadscopeCLI/StatusCommand.h"
-#include "LoadscopeCLI/Version.h"
-#include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Platform/Version.h"
 
 #include <CLI/CLI.hpp>
+#include <CLI/Version.hpp>
 #include <csignal>
 #include <exception>
 #include <fcntl.h>
@@ -43,6 +43,11 @@ void openMissingStreams() {
             const int opened = open("/dev/null", O_RDWR);
 }
 
+std::string versionText() {
+    return std::string("loadscope ") + Version::number() + '\n' + Version::libraries() +
+           "CLI11 " CLI11_VERSION "\n";
+}
+
 int numberOf(ExitCode code) { return static_cast<int>(code); }
 
 /// Without a command: the window where one can be shown, else the help.
@@ -70,7 +75,7 @@ int run(int argumentCount, const char* const* arguments) {
     } catch (const CLI::CallForHelp&) {
         return numberOf(writeResult(app.help()));
     } catch (const CLI::CallForVersion&) {
-        return numberOf(writeResult(versionText() + '\n'));
+        return numberOf(writeResult(versionText()));
     } catch (const CLI::ParseError& error) {
         Terminal errors(STDERR_FILENO);
         showFailure(errors, error.what(), "Run with --help for more information.");

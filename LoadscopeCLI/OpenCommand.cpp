@@ -7,6 +7,7 @@
 #include "LoadscopeCore/Platform/FilePath.h"
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -24,6 +25,15 @@ namespace loadscope {
 namespace {
 
 constexpr const char* windowProgram = "loadscope-app";
+
+/// Where the window may stand, seen from the folder of this program.
+#if defined(__APPLE__)
+constexpr std::array windowPlaces{"Loadscope.app/Contents/MacOS/Loadscope",
+                                  "../Loadscope.app/Contents/MacOS/Loadscope",
+                                  "/Applications/Loadscope.app/Contents/MacOS/Loadscope"};
+#else
+constexpr std::array windowPlaces{windowProgram};
+#endif
 
 constexpr const char* examples = R"(Examples:
   loadscope open               the current folder
@@ -85,8 +95,10 @@ bool hasDisplay() {
 
 std::optional<std::string> findWindowProgram() {
     if (const auto folder = ownFolder()) {
-        std::string beside = FilePath::joined(*folder, windowProgram);
-        if (FilePath::isExecutableFile(beside)) return beside;
+        for (const char* const place : windowPlaces) {
+            std::string candidate = FilePath::joined(*folder, place);
+            if (FilePath::isExecutableFile(candidate)) return candidate;
+        }
     }
     const char* searched = std::getenv("PATH");
     std::istringstream folders(searched == nullptr ? "" : searched);
