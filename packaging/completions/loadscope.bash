@@ -1,0 +1,52 @@
+# SPDX-FileCopyrightText: The Loadscope authors
+# SPDX-License-Identifier: MIT
+#
+# bash completion for loadscope(1)
+
+_loadscope() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} word command='' index
+    COMPREPLY=()
+    for ((index = 1; index < COMP_CWORD; index++)); do
+        word=${COMP_WORDS[index]}
+        case $command:$word in
+        :scan | :status | :history | :leaderboard | :open) command=$word ;;
+        history:clear) command='history clear' ;;
+        esac
+    done
+
+    case $previous in
+    --tool)
+        mapfile -t COMPREPLY < <(compgen -W 'claude codex' -- "$current")
+        return
+        ;;
+    --repository)
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        return
+        ;;
+    --max-tokens)
+        return
+        ;;
+    esac
+
+    local options='-h --help' words=''
+    case $command in
+    '') words='scan status history leaderboard open' options+=' --version' ;;
+    scan) options+=' --include-codex --json --no-history --max-tokens --skip-check' ;;
+    status) options+=' --json' ;;
+    history) words='clear' options+=' --repository --tool --json' ;;
+    'history clear') options+=' --yes' ;;
+    leaderboard) options+=' --tool --json' ;;
+    esac
+
+    if [[ $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+    elif [[ $command == scan || $command == open ]]; then
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+    else
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+    fi
+}
+
+complete -F _loadscope loadscope
