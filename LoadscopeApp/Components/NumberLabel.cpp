@@ -3,55 +3,43 @@
 #include "LoadscopeApp/Components/NumberLabel.h"
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/CharacterWidths.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStyle>
 
-#include <algorithm>
 #include <cmath>
 
 namespace loadscope {
 namespace {
 
-double digitWidth(const QFontMetricsF& metrics) {
-    double widest = 0;
-    for (char digit = '0'; digit <= '9'; ++digit)
-        widest = std::max(widest, metrics.horizontalAdvance(QLatin1Char(digit)));
-    return widest;
-}
-
 bool isPlainDigit(QChar character) { return character >= QLatin1Char('0') && character <= QLatin1Char('9'); }
-
-/// Numbers of other scripts are shaped as a whole; their digits have one width in the usual fonts.
-bool isTabular(const QString& text) {
-    return std::all_of(text.begin(), text.end(), [](QChar character) { return character.unicode() < 0x250; });
-}
 
 } // namespace
 
+// Numbers of other scripts are shaped as a whole; their digits have one width in the usual fonts.
+
 double TabularDigits::width(const QString& text, const QFont& font) {
-    const QFontMetricsF metrics(font);
-    if (!isTabular(text)) return metrics.horizontalAdvance(text);
-    const double digit = digitWidth(metrics);
+    if (!CharacterWidths::covers(text)) return QFontMetricsF(font).horizontalAdvance(text);
+    const CharacterWidths widths(font);
     double total = 0;
     for (const QChar character : text)
-        total += isPlainDigit(character) ? digit : metrics.horizontalAdvance(character);
+        total += isPlainDigit(character) ? widths.digit() : widths.of(character);
     return total;
 }
 
 void TabularDigits::paint(QPainter& painter, const QPointF& origin, const QString& text, const QFont& font) {
     painter.setFont(font);
-    if (!isTabular(text)) {
+    if (!CharacterWidths::covers(text)) {
         painter.drawText(origin, text);
         return;
     }
-    const QFontMetricsF metrics(font);
-    const double digit = digitWidth(metrics);
+    const CharacterWidths widths(font);
     double left = origin.x();
     for (const QChar character : text) {
-        const double advance = metrics.horizontalAdvance(character);
-        const double cell = isPlainDigit(character) ? digit : advance;
+        const double advance = widths.of(character);
+        const double cell = isPlainDigit(character) ? widths.digit() : advance;
         painter.drawText(QPointF(left + (cell - advance) / 2, origin.y()), QString(character));
         left += cell;
     }
