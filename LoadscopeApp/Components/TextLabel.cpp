@@ -55,7 +55,11 @@ int TextLabel::layOutLines(int width, QPainter* painter, int top) const {
     QString shown = text();
     shown.replace(QLatin1Char('\n'), QChar::LineSeparator);
     QTextLayout layout(shown, font());
-    QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()) & Qt::AlignHorizontal_Mask);
+    const Qt::Alignment horizontal = alignment() & Qt::AlignHorizontal_Mask;
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), horizontal) | Qt::AlignAbsolute);
+    // The text's own direction, so that its full stop stays at its end in a window that is the other way
+    // round.
+    option.setTextDirection(Qt::LayoutDirectionAuto);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
     const int spacing = AppTheme::lineSpacing(style_, font());
