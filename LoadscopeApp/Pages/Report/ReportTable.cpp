@@ -3,11 +3,12 @@
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 
 #include "LoadscopeApp/AppTheme.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Components/PlainToolTip.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStyle>
 #include <QTextLayout>
@@ -40,8 +41,6 @@ ReportTable::ReportTable(ReportTableTitles titles, std::vector<ReportTableRow> r
     });
 }
 
-ReportTable::~ReportTable() = default;
-
 void ReportTable::measure() const {
     if (isMeasured_) return;
     isMeasured_ = true;
@@ -49,15 +48,12 @@ void ReportTable::measure() const {
     layout_.measure(titles_, rows_,
                     {theme.font(TextStyle::caption, QFont::DemiBold), theme.font(TextStyle::body),
                      theme.font(TextStyle::caption)});
-    asked_ = layout_;
     if (isVisible()) layout_.setWidth(width());
 }
 
 int ReportTable::heightForWidth(int width) const {
     measure();
-    if (layout_.width() == width) return static_cast<int>(std::ceil(layout_.height()));
-    asked_.setWidth(width);
-    return static_cast<int>(std::ceil(asked_.height()));
+    return static_cast<int>(std::ceil(layout_.heightFor(width)));
 }
 
 QSize ReportTable::sizeHint() const { return {usualWidth, static_cast<int>(std::ceil(layout_.height()))}; }
@@ -66,10 +62,7 @@ QSize ReportTable::minimumSizeHint() const { return {narrowest, 0}; }
 
 void ReportTable::resizeEvent(QResizeEvent*) {
     measure();
-    if (asked_.width() == width())
-        layout_ = asked_;
-    else
-        layout_.setWidth(width());
+    layout_.setWidth(width());
 }
 
 std::size_t ReportTable::columns() const {
@@ -138,17 +131,27 @@ void ReportTable::activeMoved(Item before, std::optional<QPointF>) {
     if (active() && *active() < rows_.size()) update(rowArea(*active()));
 }
 
-std::unique_ptr<QTextLayout> ReportTable::wrapped(const QString& text, double width) const {
-    return ReportTableLayout::wrapped(text, AppTheme::current().font(TextStyle::body), width,
-                                      layout_.bodyLineHeight(), layoutDirection());
+void ReportTable::shapeLine(QTextLayout& layout, double width) const {
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::NoWrap);
+    // A path keeps its slashes in place beside words that are read from right to left.
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    layout.setFont(AppTheme::current().font(TextStyle::body));
+    layout.setTextOption(option);
+    layout.beginLayout();
+    layout.createLine().setLineWidth(width);
+    layout.endLayout();
 }
 
 int ReportTable::cursorAt(std::size_t row, QPointF point) const {
     const QRectF box = cell(row, Column::name);
-    const auto layout = wrapped(rows_[row].name, box.width());
-    const int line = std::clamp(static_cast<int>((point.y() - box.y()) / layout_.bodyLineHeight()), 0,
-                                layout->lineCount() - 1);
-    return layout->lineAt(line).xToCursor(point.x() - box.x());
+    const BrokenText text = layout_.broken(rows_[row].name, box.width());
+    const auto last = static_cast<double>(text.lines.size()) - 1;
+    const double line = std::clamp(std::floor((point.y() - box.y()) / layout_.bodyLineHeight()), 0.0, last);
+    const BrokenText::Line& range = text.lines[static_cast<std::size_t>(line)];
+    QTextLayout layout(text.shown.mid(range.start, range.length));
+    shapeLine(layout, box.width());
+    return range.start + layout.lineAt(0).xToCursor(point.x() - box.x());
 }
 
 void ReportTable::select(const Selection& selection) {
@@ -159,8 +162,10 @@ void ReportTable::select(const Selection& selection) {
 
 QString ReportTable::selectedText() const {
     if (!selection_) return {};
-    const int from = std::min(selection_->from, selection_->to);
-    return rows_[selection_->row].name.mid(from, std::abs(selection_->to - selection_->from));
+    const QString& name = rows_[selection_->row].name;
+    const BrokenText text = layout_.broken(name, cell(selection_->row, Column::name).width());
+    const int from = text.original(std::min(selection_->from, selection_->to));
+    return name.mid(from, text.original(std::max(selection_->from, selection_->to)) - from);
 }
 
 void ReportTable::copy() const {
@@ -189,7 +194,9 @@ void ReportTable::mouseMoveEvent(QMouseEvent* event) {
 
 void ReportTable::mouseDoubleClickEvent(QMouseEvent* event) {
     const Item row = itemAt(event->position());
-    if (row) select({*row, 0, static_cast<int>(rows_[*row].name.size())});
+    if (!row) return;
+    const BrokenText text = layout_.broken(rows_[*row].name, cell(*row, Column::name).width());
+    select({*row, 0, static_cast<int>(text.shown.size())});
 }
 
 void ReportTable::contextMenuEvent(QContextMenuEvent* event) {
@@ -200,6 +207,15 @@ void ReportTable::contextMenuEvent(QContextMenuEvent* event) {
         return;
     }
     Q_EMIT menuRequested(*row, byPointer ? event->globalPos() : mapToGlobal(rowArea(*row).center()));
+}
+
+bool ReportTable::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return MarkedWidget::event(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const Item row = itemAt(help->pos());
+    const bool isCut = row && layout_.broken(rows_[*row].name, cell(*row, Column::name).width()).hidden > 0;
+    PlainToolTip::show(help->globalPos(), isCut ? rows_[*row].name : QString(), this);
+    return true;
 }
 
 void ReportTable::keyPressEvent(QKeyEvent* event) {

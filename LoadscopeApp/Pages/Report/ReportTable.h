@@ -5,22 +5,19 @@
 #include "LoadscopeApp/Charts/MarkedWidget.h"
 #include "LoadscopeApp/Pages/Report/ReportTableLayout.h"
 
-#include <memory>
-
 class QTextLayout;
 
 namespace loadscope {
 
 /// A table of a report, painted as a whole: thousands of rows cost no widgets. The row under the pointer, or
 /// reached with the arrow keys, is highlighted. Names can be selected with the mouse; Copy takes the
-/// selection or else the name of the active row.
+/// selection or else the name of the active row. A name too long for its lines is whole in its tool tip.
 class ReportTable : public MarkedWidget {
     Q_OBJECT
 
 public:
     ReportTable(ReportTableTitles titles, std::vector<ReportTableRow> rows, const QString& name,
                 QWidget* parent = nullptr);
-    ~ReportTable() override;
 
     [[nodiscard]] const std::vector<ReportTableRow>& rows() const { return rows_; }
     [[nodiscard]] QRect rowArea(std::size_t row) const;
@@ -38,6 +35,7 @@ Q_SIGNALS:
     void menuRequested(std::size_t row, const QPoint& globalPosition);
 
 protected:
+    bool event(QEvent* event) override;
     [[nodiscard]] std::size_t stopCount() const override { return rows_.size(); }
     [[nodiscard]] Item itemAt(QPointF point) const override { return layout_.rowAt(point.y()); }
     void activeMoved(Item before, std::optional<QPointF> place) override;
@@ -52,7 +50,7 @@ protected:
 private:
     struct Selection {
         std::size_t row = 0;
-        int from = 0; ///< where the mouse went down
+        int from = 0; ///< where the mouse went down, in what is shown of the name
         int to = 0;
     };
 
@@ -62,20 +60,21 @@ private:
     [[nodiscard]] QRectF cell(std::size_t row, ReportTableLayout::Column column) const;
     [[nodiscard]] QString cellText(std::size_t row, ReportTableLayout::Column column) const;
     [[nodiscard]] QRectF mirrored(const QRectF& area) const;
-    [[nodiscard]] std::unique_ptr<QTextLayout> wrapped(const QString& text, double width) const;
+    void shapeLine(QTextLayout& layout, double width) const;
     [[nodiscard]] int cursorAt(std::size_t row, QPointF point) const;
     void select(const Selection& selection);
     void copy() const;
     void paintHeader(QPainter& painter) const;
     void paintRow(QPainter& painter, std::size_t row) const;
     void paintName(QPainter& painter, std::size_t row) const;
+    void paintLines(QPainter& painter, const BrokenText& text, const QRectF& box,
+                    const Selection* selection = nullptr) const;
     void paintNumber(QPainter& painter, std::size_t row, ReportTableLayout::Column column) const;
 
     ReportTableTitles titles_;
     std::vector<ReportTableRow> rows_;
     mutable bool isMeasured_ = false;
     mutable ReportTableLayout layout_;
-    mutable ReportTableLayout asked_; ///< for the width whose height was asked last; often the next width
     std::optional<Selection> selection_;
 };
 

@@ -2,16 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QFont>
-#include <QRectF>
-#include <QString>
+#include "LoadscopeApp/Pages/Report/LineBreaker.h"
 
+#include <QRectF>
+
+#include <array>
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <vector>
-
-class QTextLayout;
 
 namespace loadscope {
 
@@ -33,8 +31,8 @@ struct ReportTableTitles {
     QString source; ///< empty: the table has no such column
 };
 
-/// Where everything in a report's table is, for one width. Texts are measured once, so that a new width costs
-/// little even with thousands of rows.
+/// Where everything in a report's table is, for one width. Texts are measured once and the last few widths
+/// are remembered, because layouts ask for several again and again before they settle.
 class ReportTableLayout {
 public:
     enum Column { name, tokens, share, source };
@@ -52,42 +50,49 @@ public:
         double width = 0;
     };
 
-    /// How a table breaks a text into lines: at words, and anywhere where a word is too long. The lines are
-    /// `lineHeight` apart.
-    [[nodiscard]] static std::unique_ptr<QTextLayout>
-    wrapped(const QString& text, const QFont& font, double width, double lineHeight,
-            Qt::LayoutDirection direction = Qt::LeftToRight);
-
     /// Measures the texts. `rows` must outlive the layout or the next call.
     void measure(const ReportTableTitles& titles, const std::vector<ReportTableRow>& rows,
                  const Fonts& fonts);
 
-    /// Places everything within this width; does nothing when it is the present one.
+    /// Places everything within this width.
     void setWidth(double width);
+    /// The height that another width would need; what is placed stays.
+    [[nodiscard]] double heightFor(double width);
 
-    [[nodiscard]] double height() const { return tops_.empty() ? headerHeight_ : tops_.back(); }
-    [[nodiscard]] double width() const { return width_; }
+    [[nodiscard]] double height() const { return placed_.tops.empty() ? headerHeight_ : placed_.tops.back(); }
     [[nodiscard]] double headerHeight() const { return headerHeight_; }
-    [[nodiscard]] Span column(Column column) const { return columns_[column]; }
+    [[nodiscard]] Span column(Column column) const { return placed_.columns[column]; }
     [[nodiscard]] QRectF row(std::size_t index) const;
     /// Where the name's text stands: beside its dot, above its detail.
     [[nodiscard]] QRectF nameBox(std::size_t index) const;
     [[nodiscard]] double bodyLineHeight() const { return bodyLine_; }
     [[nodiscard]] double dotInset() const { return dotInset_; }
     [[nodiscard]] std::optional<std::size_t> rowAt(double y) const;
+    /// A text of the table on the lines that it has there.
+    [[nodiscard]] BrokenText broken(const QString& text, double width) const {
+        return breaker_->broken(text, width);
+    }
 
 private:
-    [[nodiscard]] double roughLines(double natural, double width) const;
-    [[nodiscard]] double lines(const QString& text, double natural, double width) const;
+    struct Placement {
+        double width = -1;
+        std::array<Span, columnCount> columns;
+        std::vector<double> nameHeights;
+        std::vector<double> tops; ///< of each row, then the bottom of the last
+    };
+
+    [[nodiscard]] static double roughLines(double natural, double width);
     [[nodiscard]] double sourceWidthFor(double room) const;
-    void placeColumns();
-    void placeRows();
+    [[nodiscard]] const Placement& remembered(double width);
+    [[nodiscard]] Placement place(double width) const;
+    [[nodiscard]] std::array<Span, columnCount> placeColumns(double width) const;
 
     const std::vector<ReportTableRow>* rows_ = nullptr;
-    QFont body_;
+    std::optional<LineBreaker> breaker_; ///< from `measure` on
     std::vector<double> nameWidths_;
-    std::vector<double> nameHeights_;
     std::vector<double> sourceWidths_;
+    double narrowestName_ = 0;
+    double narrowestSource_ = 0;
     double tokensWidth_ = 0;
     double shareWidth_ = 0;
     double sourceWidth_ = 0;
@@ -95,9 +100,8 @@ private:
     double detailLine_ = 0;
     double headerHeight_ = 0;
     double dotInset_ = 0;
-    double width_ = -1;
-    Span columns_[columnCount];
-    std::vector<double> tops_; ///< of each row, then the bottom of the last
+    Placement placed_;
+    std::vector<Placement> remembered_; ///< the latest last
 };
 
 } // namespace loadscope

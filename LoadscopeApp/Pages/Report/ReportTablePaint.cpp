@@ -8,6 +8,7 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -48,9 +49,10 @@ void ReportTable::paintHeader(QPainter& painter) const {
     for (std::size_t index = 0; index < columns(); ++index) {
         const Mark title = mark(index);
         const bool isNumber = index == Column::tokens || index == Column::share;
+        const Qt::Alignment side =
+            QStyle::visualAlignment(layoutDirection(), isNumber ? Qt::AlignRight : Qt::AlignLeft);
         painter.drawText(title.area,
-                         Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip |
-                             (isNumber ? Qt::AlignTrailing : Qt::AlignLeading),
+                         static_cast<int>(Qt::AlignVCenter | side) | Qt::TextSingleLine | Qt::TextDontClip,
                          title.name);
     }
     painter.fillRect(QRectF(0, layout_.headerHeight() - 1, width(), 1), theme.color(ThemeColor::divider));
@@ -64,10 +66,31 @@ void ReportTable::paintRow(QPainter& painter, std::size_t row) const {
     paintNumber(painter, row, Column::share);
     if (titles_.source.isEmpty()) return;
     const QRectF box = cell(row, Column::source);
-    const auto text = wrapped(rows_[row].source, box.width());
+    const BrokenText text = layout_.broken(rows_[row].source, box.width());
     painter.setPen(theme.color(ThemeColor::secondaryText));
-    const double height = text->lineCount() * layout_.bodyLineHeight();
-    text->draw(&painter, {box.x(), box.y() + (box.height() - height) / 2});
+    const double height = static_cast<double>(text.lines.size()) * layout_.bodyLineHeight();
+    paintLines(painter, text, {box.x(), box.y() + (box.height() - height) / 2, box.width(), height});
+}
+
+void ReportTable::paintLines(QPainter& painter, const BrokenText& text, const QRectF& box,
+                             const Selection* selection) const {
+    const AppTheme& theme = AppTheme::current();
+    double top = box.top();
+    for (const BrokenText::Line& line : text.lines) {
+        QTextLayout layout(text.shown.mid(line.start, line.length));
+        shapeLine(layout, box.width());
+        QVector<QTextLayout::FormatRange> marked;
+        if (selection != nullptr) {
+            const int from = std::max(std::min(selection->from, selection->to), line.start);
+            const int to = std::min(std::max(selection->from, selection->to), line.start + line.length);
+            QTextCharFormat format;
+            format.setBackground(theme.color(ThemeColor::accent));
+            format.setForeground(theme.color(ThemeColor::onAccent));
+            if (from < to) marked.append({from - line.start, to - from, format});
+        }
+        layout.draw(&painter, {box.x(), top}, marked);
+        top += layout_.bodyLineHeight();
+    }
 }
 
 void ReportTable::paintName(QPainter& painter, std::size_t row) const {
@@ -82,25 +105,20 @@ void ReportTable::paintName(QPainter& painter, std::size_t row) const {
         painter.drawEllipse(
             QRectF(left, box.y() + (layout_.bodyLineHeight() - dotSize) / 2, dotSize, dotSize));
     }
-    QVector<QTextLayout::FormatRange> marked;
-    if (selection_ && selection_->row == row && selection_->from != selection_->to) {
-        QTextLayout::FormatRange range;
-        range.start = std::min(selection_->from, selection_->to);
-        range.length = std::abs(selection_->to - selection_->from);
-        range.format.setBackground(theme.color(ThemeColor::accent));
-        range.format.setForeground(theme.color(ThemeColor::onAccent));
-        marked.append(range);
-    }
     painter.setPen(theme.color(ThemeColor::primaryText));
-    wrapped(data.name, box.width())->draw(&painter, box.topLeft(), marked);
+    paintLines(painter, layout_.broken(data.name, box.width()), box,
+               selection_ && selection_->row == row ? &*selection_ : nullptr);
     if (data.detail.isEmpty()) return;
     painter.setFont(theme.font(TextStyle::caption));
     painter.setPen(theme.color(ThemeColor::secondaryText));
     const double height = painter.fontMetrics().height();
     const QString shown =
         painter.fontMetrics().elidedText(data.detail, Qt::ElideRight, static_cast<int>(box.width()));
-    painter.drawText(QRectF(box.x(), box.bottom() + 2, box.width(), height),
-                     Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    painter.drawText(
+        QRectF(box.x(), box.bottom() + 2, box.width(), height),
+        static_cast<int>(Qt::AlignVCenter | QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)) |
+            Qt::TextSingleLine,
+        shown);
 }
 
 void ReportTable::paintNumber(QPainter& painter, std::size_t row, Column column) const {
