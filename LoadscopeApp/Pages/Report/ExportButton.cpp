@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
 
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
 
 #include <QFile>
@@ -19,10 +19,17 @@ using Format = ReportExport::Format;
 using Subject = ReportExport::Subject;
 
 void askForFile(QWidget* parent, const QString& suggestedName, std::function<void(QString)> done) {
-    auto* dialog = new QFileDialog(parent, QStringLiteral("Export"));
+    const QString suffix = QFileInfo(suggestedName).suffix();
+    const QString kind = suffix == QStringLiteral("json") ? QStringLiteral("JSON file")
+                                                          : suffix.toUpper() + QStringLiteral(" image");
+    auto* dialog = new QFileDialog(parent->window(), QStringLiteral("Export"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QFileInfo(suggestedName).suffix());
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setSupportedSchemes({QStringLiteral("file")});
+    dialog->setNameFilter(QStringLiteral("%1 (*.%2)").arg(kind, suffix));
+    dialog->setDefaultSuffix(suffix);
+    dialog->setPalette(AppTheme::current().palette());
     dialog->selectFile(suggestedName);
     QObject::connect(dialog, &QFileDialog::fileSelected, parent, std::move(done));
     dialog->open();
@@ -63,7 +70,9 @@ void ExportButton::save(Subject subject, Format format) {
                      AtomicFile::write(QFile::encodeName(path).toStdString(),
                                        {bytes.constData(), static_cast<std::size_t>(bytes.size())});
                  Q_EMIT finished(saved ? QStringLiteral("Saved “%1”.").arg(name)
-                                       : QStringLiteral("“%1” could not be saved.").arg(name));
+                                       : QStringLiteral("“%1” could not be saved. Check that the folder can "
+                                                        "be written to and that there is space left.")
+                                             .arg(name));
              });
 }
 

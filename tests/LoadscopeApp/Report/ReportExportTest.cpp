@@ -75,7 +75,9 @@ TEST(ReportExport, WritesPicturesAndTheDataOfScripts) {
     EXPECT_EQ(message, QStringLiteral("Saved “web-app-context-report.svg”."));
     target = folder.filePath(QStringLiteral("missing/report.json"));
     action(button, QStringLiteral("Report as JSON…"))->trigger();
-    EXPECT_EQ(message, QStringLiteral("“report.json” could not be saved."));
+    EXPECT_EQ(message,
+              QStringLiteral("“report.json” could not be saved. Check that the folder can be written to "
+                             "and that there is space left."));
 }
 
 TEST(ReportExport, OffersNoPictureOfWhatIsNotThere) {
