@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Charts/DonutChart.h"
+#include "LoadscopeApp/Charts/TreemapView.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/AppStyle.h"
+#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Pages/OverviewReport.h"
+#include "LoadscopeApp/Pages/OverviewView.h"
+#include "LoadscopeApp/Pages/Report/ReportTable.h"
+#include "tests/LoadscopeApp/Support/SampleReports.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <charconv>
+#include <ctime>
+#include <functional>
+#include <iostream>
+
+namespace loadscope {
+namespace {
+
+constexpr QSize pageSize(930, 780);
+constexpr int openings = 15;
+constexpr int wheelStep = 120; ///< pixels that a page scrolls for three clicks of a wheel
+constexpr double frameBudget = 100;
+constexpr double smoothFrame = 1000.0 / 60;
+
+/// Of processor time: the window's one thread never waits here, and other programs do not count.
+double millisecondsOf(const std::function<void()>& work) {
+    const auto now = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    };
+    const double start = now();
+    work();
+    return now() - start;
+}
+
+/// Until nothing is left to lay out or to paint.
+void settle() {
+    for (int round = 0; round < 4; ++round)
+        QApplication::processEvents();
+}
+
+std::string number(double value) {
+    char buffer[64];
+    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 2).ptr};
+}
+
+/// Prints a line of the table of `benchmarks/run`: what was measured, its time, and whether it holds.
+bool tell(const std::string& what, double milliseconds, double goal) {
+    const bool holds = milliseconds <= goal;
+    std::cout << what << '\t' << number(milliseconds) << "\t-\t-\t<= " << number(goal) << " ms\t"
+              << (holds ? "yes" : "NO") << std::endl;
+    return holds;
+}
+
+/// The median says how fast something is; what a person notices is the slowest of nearly all.
+bool tellFrames(const std::string& what, std::vector<double> frames, double goal) {
+    std::sort(frames.begin(), frames.end());
+    tell(what + ", median", frames[frames.size() / 2], goal);
+    return tell(what + ", slowest of 99%", frames[(frames.size() - 1) * 99 / 100], goal);
+}
+
+ScanState largestState() {
+    ProbeResult probe = testing::sampleResult(9'000'000'000'000'000);
+    probe.selfReportedSlabs = testing::manySlabs(500);
+    return ScanState::result(testing::reportOf(probe, testing::manyFiles(2'000)));
+}
+
+bool openReports() {
+    std::vector<double> times;
+    for (int round = 0; round <= openings; ++round) {
+        OverviewView view;
+        view.resize(pageSize);
+        view.show();
+        settle();
+        const OverviewView::Input input{largestState(), {}, false, false};
+        const double time = millisecondsOf([&] {
+            view.refresh(input);
+            settle();
+        });
+        if (round > 0) times.push_back(time);
+    }
+    return tellFrames("opening a report of 500 rows and 2,000 files", times, frameBudget);
+}
+
+bool expandFiles(OverviewReport& page) {
+    bool holds = true;
+    for (auto* section : page.findChildren<CollapsibleSection*>()) {
+        const double time = millisecondsOf([section] {
+            section->setExpanded(true);
+            settle();
+        });
+        if (section->findChild<TreemapView*>() != nullptr)
+            holds = tell("expanding 2,000 files", time, frameBudget);
+    }
+    return holds;
+}
+
+bool scroll(const OverviewReport& page) {
+    std::vector<double> frames;
+    QScrollBar* bar = page.verticalScrollBar();
+    for (int at = 0; at < bar->maximum(); at += wheelStep) {
+        frames.push_back(millisecondsOf([bar, at] {
+            bar->setValue(at);
+            settle();
+        }));
+    }
+    // Dragging the bar shows something entirely different in each frame.
+    std::vector<double> jumps;
+    for (int jump = 0; jump < 100; ++jump) {
+        jumps.push_back(millisecondsOf([bar, jump] {
+            bar->setValue(
+                static_cast<int>(static_cast<std::int64_t>(bar->maximum()) * (jump * 37 % 100) / 100));
+            settle();
+        }));
+    }
+    const bool smooth = tellFrames("scrolling it by the wheel", frames, smoothFrame);
+    return tellFrames("dragging its scroll bar", jumps, smoothFrame) && smooth;
+}
+
+bool hover(OverviewReport& page, MarkedWidget& widget, const std::string& name) {
+    page.ensureWidgetVisible(&widget);
+    settle();
+    std::vector<double> frames;
+    const QRect visible = widget.visibleRegion().boundingRect();
+    for (int step = 0; step < 300; ++step) {
+        const QPointF place(visible.left() + step * 53 % visible.width(),
+                            visible.top() + step * 31 % visible.height());
+        frames.push_back(millisecondsOf([&widget, place] {
+            QMouseEvent move(QEvent::MouseMove, place, widget.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                             Qt::NoModifier);
+            QApplication::sendEvent(&widget, &move);
+            settle();
+        }));
+    }
+    return tellFrames("hovering " + name, frames, smoothFrame);
+}
+
+bool useReport() {
+    OverviewView view;
+    view.resize(pageSize);
+    view.show();
+    view.refresh({largestState(), {}, false, false});
+    settle();
+    auto* page = view.findChild<OverviewReport*>();
+    bool holds = expandFiles(*page);
+    holds = scroll(*page) && holds;
+    holds = hover(*page, *page->findChild<DonutChart*>(), "the ring of 500 rows") && holds;
+    holds = hover(*page, *page->findChild<ReportTable*>(), "the table of 500 rows") && holds;
+    holds = hover(*page, *page->findChild<TreemapView*>(), "the treemap of 2,000 files") && holds;
+    const double time = millisecondsOf([&view] {
+        view.resize(pageSize - QSize(40, 0));
+        settle();
+    });
+    return tell("narrowing the window around it", time, frameBudget) && holds;
+}
+
+} // namespace
+} // namespace loadscope
+
+/// What the window costs where it holds the most, painted into memory. Exits 2 when a goal is missed.
+int main(int count, char** arguments) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(count, arguments);
+    QApplication::setStyle(new loadscope::AppStyle);
+    loadscope::AccessibleTraits::install();
+    loadscope::AppTheme theme;
+    theme.force(loadscope::Appearance::light, true);
+    const bool opens = loadscope::openReports();
+    return loadscope::useReport() && opens ? 0 : 2;
+}
