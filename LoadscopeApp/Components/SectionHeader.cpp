@@ -16,12 +16,12 @@ SectionHeader::SectionHeader(const QString& title, const QString& detail, QWidge
     AccessibleTraits::setRole(title_, QAccessible::Heading);
     title_->setWraps();
     detail_->setWraps();
-    detail_->setVisible(!detail.isEmpty());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
     column->addWidget(title_);
     column->addWidget(detail_);
+    detail_->setVisible(!detail.isEmpty()); // not before it has a parent: it would open as a window of its own
     setTitle(title);
 }
 
