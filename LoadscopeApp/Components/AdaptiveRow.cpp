@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/AdaptiveRow.h"
 
+#include "LoadscopeApp/AppTheme.h"
+
 #include <QStyle>
 #include <QWidget>
 
@@ -39,11 +41,9 @@ int AdaptiveRow::itemWidth(int width) const {
 }
 
 bool AdaptiveRow::isStacked(int width) const {
-    int wanted = narrowest_;
-    if (wanted == 0) {
-        for (const auto& item : items_)
-            wanted = std::max(wanted, item->sizeHint().width());
-    }
+    int wanted = AppTheme::current().scaled(narrowest_);
+    for (const auto& item : items_)
+        wanted = std::max(wanted, (narrowest_ == 0 ? item->sizeHint() : item->minimumSize()).width());
     return itemWidth(width) < wanted;
 }
 

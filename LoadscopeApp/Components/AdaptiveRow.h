@@ -15,7 +15,8 @@ class AdaptiveRow : public QLayout {
     Q_OBJECT
 
 public:
-    /// `narrowest` is the least width of an item side by side; with 0, items want the width of their hints.
+    /// `narrowest` is the least width of an item side by side, at the usual text size; items that cannot be
+    /// that narrow want more. With 0, items want the width of their hints.
     explicit AdaptiveRow(int narrowest, int spacing);
     ~AdaptiveRow() override;
 

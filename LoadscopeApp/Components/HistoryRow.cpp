@@ -37,6 +37,7 @@ HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* pare
         auto* rank = new NumberLabel(QString::fromStdString(LocaleFormat::grouped(*content.rank)),
                                      TextStyle::subheadline);
         rank->setWeight(QFont::DemiBold);
+        rank->setAlignment(Qt::AlignLeading | Qt::AlignVCenter); // under the heading of the list
         rank->setMinimumWidth(AppTheme::current().scaled(Metrics::rankWidth));
         row->addWidget(rank);
     }

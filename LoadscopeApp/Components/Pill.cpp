@@ -10,6 +10,7 @@
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QTextLayout>
 
 #include <algorithm>
 
@@ -19,6 +20,38 @@ namespace {
 constexpr int symbolSize = 13;
 constexpr int symbolGap = 5;
 constexpr int leastText = 40;
+
+QStringList broken(const QString& text, const QFont& font, int width) {
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    QStringList lines;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        lines.append(text.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    layout.endLayout();
+    return lines;
+}
+
+/// As few lines as the width allows, and those as narrow as can be: no word stands alone in the last one.
+QStringList balanced(const QString& text, const QFont& font, int width) {
+    QStringList best = broken(text, font, width);
+    int least = width / 2;
+    for (int most = width; least < most;) {
+        const int middle = (least + most) / 2;
+        QStringList lines = broken(text, font, middle);
+        if (lines.size() == best.size()) {
+            best = std::move(lines);
+            most = middle;
+        } else {
+            least = middle + 1;
+        }
+    }
+    return best;
+}
 
 } // namespace
 
@@ -45,6 +78,29 @@ int Pill::symbolWidth() const {
     return look_.symbol.isEmpty() ? 0 : AppTheme::current().scaled(symbolSize) + symbolGap;
 }
 
+void Pill::setWraps(const QString& longest) {
+    longest_ = longest;
+    QSizePolicy policy(QSizePolicy::Maximum, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+QStringList Pill::lines(const QString& text, int width) const {
+    const int room = std::max(width - symbolWidth() - 2 * Metrics::pillHorizontalInset, 1);
+    const QFontMetrics metrics(textFont());
+    if (metrics.horizontalAdvance(text) <= room) return {text};
+    if (!longest_) return {metrics.elidedText(text, Qt::ElideRight, room)};
+    return balanced(text, textFont(), room);
+}
+
+int Pill::heightForWidth(int width) const {
+    if (!longest_) return -1;
+    const qsizetype count = std::max(lines(look_.text, width).size(), lines(*longest_, width).size());
+    return static_cast<int>(count) * QFontMetrics(textFont()).height() + 2 * Metrics::pillVerticalInset;
+}
+
+bool Pill::isCut() const { return !longest_ && sizeHint().width() > width() + 1; }
+
 QSize Pill::sizeHint() const {
     const QFontMetrics metrics(textFont());
     return {metrics.horizontalAdvance(look_.text) + symbolWidth() + 2 * Metrics::pillHorizontalInset + 1,
@@ -59,33 +115,46 @@ QSize Pill::minimumSizeHint() const {
 
 void Pill::paintEvent(QPaintEvent*) {
     const AppTheme& theme = AppTheme::current();
+    const QFont font = textFont();
+    const QFontMetrics metrics(font);
+    const QStringList shown = lines(look_.text, width());
+    int widest = 0;
+    for (const QString& line : shown)
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    QRect capsule(0, 0, std::min(widest + symbolWidth() + 2 * Metrics::pillHorizontalInset + 1, width()),
+                  static_cast<int>(shown.size()) * metrics.height() + 2 * Metrics::pillVerticalInset);
+    if (mirrored) capsule.moveRight(rect().right());
+
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(look_.tint ? QPen(theme.tintBorder(*look_.tint)) : QPen(Qt::NoPen));
     painter.setBrush(look_.tint ? theme.tint(*look_.tint) : theme.color(ThemeColor::muted));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), height() / 2.0, height() / 2.0);
+    const double radius = metrics.height() / 2.0 + Metrics::pillVerticalInset;
+    painter.drawRoundedRect(QRectF(capsule).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 
     const QColor ink = theme.color(look_.tint.value_or(ThemeColor::secondaryText));
-    QRect area = rect().adjusted(Metrics::pillHorizontalInset, 0, -Metrics::pillHorizontalInset, 0);
+    QRect area = capsule.adjusted(Metrics::pillHorizontalInset, Metrics::pillVerticalInset,
+                                  -Metrics::pillHorizontalInset, -Metrics::pillVerticalInset);
     if (symbolWidth() > 0) {
         const double side = theme.scaled(symbolSize);
-        const bool mirrored = layoutDirection() == Qt::RightToLeft;
-        Icon::paint(
-            painter,
-            QRectF(mirrored ? area.right() + 1 - side : area.left(), (height() - side) / 2, side, side),
-            look_.symbol, ink);
+        const QPointF corner(mirrored ? area.right() + 1 - side : area.left(), (capsule.height() - side) / 2);
+        Icon::paint(painter, QRectF(corner, QSizeF(side, side)), look_.symbol, ink);
         area.adjust(mirrored ? 0 : symbolWidth(), 0, mirrored ? -symbolWidth() : 0, 0);
     }
-    painter.setFont(textFont());
+    painter.setFont(font);
     painter.setPen(ink);
-    painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(look_.text, Qt::ElideRight, area.width()));
+    for (const QString& line : shown) {
+        area.setHeight(metrics.height());
+        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine | Qt::TextDontClip,
+                         line);
+        area.translate(0, metrics.height());
+    }
 }
 
 bool Pill::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) return QWidget::event(event);
-    const bool cut = sizeHint().width() > width() + 1;
-    PlainToolTip::show(static_cast<QHelpEvent*>(event)->globalPos(), cut ? look_.text : QString(), this);
+    PlainToolTip::show(static_cast<QHelpEvent*>(event)->globalPos(), isCut() ? look_.text : QString(), this);
     return true;
 }
 

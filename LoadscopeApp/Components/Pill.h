@@ -10,8 +10,8 @@
 
 namespace loadscope {
 
-/// A short text on a capsule, with an optional icon before it. One line; a text that does not fit is cut and
-/// shown whole on hover.
+/// A short text on a capsule, with an optional icon before it. One line, unless told otherwise; a text that
+/// does not fit is cut and shown whole on hover.
 class Pill : public QWidget {
     Q_OBJECT
 
@@ -28,8 +28,13 @@ public:
 
     [[nodiscard]] const Look& look() const { return look_; }
     void setLook(Look look);
+    /// Breaks a text that does not fit, into lines of about equal length. `longest` is the longest text of
+    /// the pills in the same row: this one takes as much height as that one would, so that what is below them
+    /// lines up.
+    void setWraps(const QString& longest);
 
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
@@ -39,8 +44,12 @@ protected:
 private:
     [[nodiscard]] QFont textFont() const;
     [[nodiscard]] int symbolWidth() const;
+    [[nodiscard]] bool isCut() const;
+    /// The text as it is painted in the given width.
+    [[nodiscard]] QStringList lines(const QString& text, int width) const;
 
     Look look_;
+    std::optional<QString> longest_; ///< where the text may break
 };
 
 /// Tells a status: an icon and a title in one tint.

@@ -21,7 +21,7 @@ CompareView::CompareView(QWidget* parent) : PageFrame(parent) {
     column()->addWidget(new PageHeader(DisplayText::own(ComparePresentation::title),
                                        DisplayText::own(ComparePresentation::headerLine())));
     column()->addWidget(BandGuide::makeSection(ComparePresentation::methodSentences));
-    column()->addStretch();
+    column()->addStretch(1);
 }
 
 void CompareView::refresh(const std::vector<RecordedScan>& history) {
@@ -44,8 +44,9 @@ void CompareView::build() {
     }
     if (shown.hasComparison()) {
         auto* columns = new AdaptiveRow(ColumnCard::narrowest, Metrics::blockSpacing);
+        const QString longestPill = DisplayText::own(shown.longestPill());
         for (const ComparePresentation::Column& repository : shown.columns())
-            columns->addWidget(new ColumnCard(shown, repository));
+            columns->addWidget(new ColumnCard(shown, repository, longestPill));
         column->addLayout(columns);
         column->addWidget(new CombinedCard(shown));
     } else {

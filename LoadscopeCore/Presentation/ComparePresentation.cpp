@@ -100,6 +100,15 @@ ComparePresentation::ColumnText ComparePresentation::text(const Column& column) 
             scan.band()};
 }
 
+std::string ComparePresentation::longestPill() const {
+    std::string longest;
+    for (const Column& column : columns_) {
+        std::string pill = text(column).pill;
+        if (pill.size() > longest.size()) longest = std::move(pill);
+    }
+    return longest;
+}
+
 std::string ComparePresentation::combinedDetail() {
     return std::string(
                "Same categories, every recorded repository, on one axis. Totals are authoritative and the "

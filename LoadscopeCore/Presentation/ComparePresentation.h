@@ -81,6 +81,9 @@ public:
     [[nodiscard]] EmptyStateText emptyState() const;
     [[nodiscard]] static std::vector<LeaderboardRow> rows(const LeaderboardGroup& group);
     [[nodiscard]] static ColumnText text(const Column& column);
+
+    /// The pill with the most characters among all columns.
+    [[nodiscard]] std::string longestPill() const;
     [[nodiscard]] static std::string combinedDetail();
 
     /// One series: the column's categories, in the places that they have in every column.

@@ -44,7 +44,8 @@ QHBoxLayout* totalLine(const QString& total) {
 
 } // namespace
 
-ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePresentation::Column& column)
+ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePresentation::Column& column,
+                       const QString& longestPill)
     : categories_(makeTable(column.scan.categories)) {
     const ComparePresentation::ColumnText text = ComparePresentation::text(column);
     const QString label = DisplayText::line(column.label);
@@ -65,8 +66,9 @@ ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePre
     content()->addWidget(heading);
     content()->addWidget(scanned);
     content()->addLayout(totalLine(DisplayText::own(text.total)));
-    content()->addWidget(new StatusPill(pill, QStringLiteral("scalemass"), ThemeColors::text(text.band)), 0,
-                         Qt::AlignLeading);
+    auto* band = new StatusPill(pill, QStringLiteral("scalemass"), ThemeColors::text(text.band));
+    band->setWraps(longestPill);
+    content()->addWidget(band, 0, Qt::AlignLeading);
     content()->addWidget(chart);
     content()->addWidget(CardPieces::divider());
     content()->addWidget(categories_);

@@ -14,9 +14,11 @@ class ColumnCard : public ReportSurface {
     Q_OBJECT
 
 public:
-    static constexpr int narrowest = 250; ///< side by side with others
+    static constexpr int narrowest = 200; ///< side by side with others
 
-    ColumnCard(const ComparePresentation& presentation, const ComparePresentation::Column& column);
+    /// `longestPill` is the longest pill of all columns: their charts begin at the same height.
+    ColumnCard(const ComparePresentation& presentation, const ComparePresentation::Column& column,
+               const QString& longestPill);
 
     /// All that the card says, as text.
     [[nodiscard]] QString copyableText() const;

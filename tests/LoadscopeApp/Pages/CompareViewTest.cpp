@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
+#include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
@@ -51,8 +52,19 @@ TEST(CompareView, SaysWhatThereIsToCompare) {
         int rows;
         int columns;
     };
+    const QString codexNote =
+        " Codex reports a total and a context window, not a breakdown, so no categories "
+        "are shown for it.";
     const std::vector<Case> cases{
-        {"nothing", {}, {"No recorded scans yet"}, 0, 0},
+        {"nothing",
+         {},
+         {"Compare",
+          "The latest recorded Claude Code scan of each repository, side by side, category for category." +
+              codexNote,
+          "No recorded scans yet", "Scan two repositories and their latest results appear here side by side.",
+          "How to read this"},
+         0,
+         0},
         {"only Codex",
          {record(1, "web", day(1), 10, {}, RecordedScan::codexTool)},
          {"No recorded scans yet", "Codex · 1 scan · latest Jan 1, 2026", "First scan"},
@@ -66,8 +78,16 @@ TEST(CompareView, SaysWhatThereIsToCompare) {
          0},
         {"two",
          two(),
-         {"1. api, Claude Code · 1 scan · latest Jan 2, 2026, 88,910 tokens, Excessive, First scan",
-          "Scanned Jan 1, 2026", "Category for category", "System tools: 20,000 tokens",
+         {"Leaderboard",
+          "Every scanned repository, ranked by its latest recorded total — heaviest first, one ranking per "
+          "tool. The trend compares each repository's two most recent scans by that tool.",
+          "1. api, Claude Code · 1 scan · latest Jan 2, 2026, 88,910 tokens, Excessive, First scan",
+          "Scanned Jan 1, 2026", "45,000", "Heavy · 30,000–60,000", "System tools: 20,000 tokens",
+          "Category for category",
+          "Same categories, every recorded repository, on one axis. Totals are authoritative and the "
+          "category "
+          "totals are reported by Claude Code's `/context`." +
+              codexNote,
           "api · MCP tools: 9,000 tokens", "api, web"},
          2,
          2},
@@ -90,8 +110,12 @@ TEST(CompareView, SetsColumnsSideBySideOnlyWhereTheyFit) {
         int width;
         bool stacked;
     };
-    for (const Case& testCase : std::vector<Case>{
-             {2, 900, false}, {3, 900, false}, {2, 500, true}, {4, 900, true}, {40, 1'100, true}}) {
+    for (const Case& testCase : std::vector<Case>{{2, 900, false},
+                                                  {3, 900, false},
+                                                  {2, 460, true},
+                                                  {4, 930, false},
+                                                  {4, 800, true},
+                                                  {40, 1'100, true}}) {
         CompareView view;
         show(view, many(testCase.repositories), testCase.width);
         const QList<ColumnCard*> cards = view.findChildren<ColumnCard*>();
@@ -102,6 +126,30 @@ TEST(CompareView, SetsColumnsSideBySideOnlyWhereTheyFit) {
             EXPECT_EQ(legend->entries()[5].paletteIndex, 0U);
         }
     }
+}
+
+TEST(CompareView, BreaksPillsAndStacksColumnsBeforeItCutsThem) {
+    History history = two();
+    history.push_back(record(3, "tokens", day(3), 12'000));
+    for (RecordedScan& scan : history)
+        scan.contextWindow = 200'000;
+    CompareView view;
+    show(view, history, 930);
+    QList<Pill*> pills;
+    for (auto* card : view.findChildren<ColumnCard*>())
+        pills += card->findChildren<Pill*>();
+    ASSERT_EQ(pills.size(), 3);
+    const QString cut = "Excessive · 44.5% of its 200K window.";
+    ASSERT_EQ(pills[0]->look().text, cut);
+    EXPECT_LT(pills[0]->width(), pills[0]->sizeHint().width());
+    for (const Pill* pill : pills) {
+        EXPECT_GT(pill->height(), pill->sizeHint().height()) << "two lines, in every column";
+        EXPECT_EQ(pill->y(), pills[0]->y());
+    }
+    history[0].total = 1'000'000'000'000'000;
+    show(view, history, 930);
+    const QList<ColumnCard*> cards = view.findChildren<ColumnCard*>();
+    EXPECT_GT(cards[1]->y(), cards[0]->y()) << "a number is never cut";
 }
 
 TEST(CompareView, OpensTheRepositoryOfARow) {
