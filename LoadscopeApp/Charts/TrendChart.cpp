@@ -76,15 +76,15 @@ QRect TrendChart::markArea(int mark) const {
 int TrendChart::currentMark() const { return selected_ ? static_cast<int>(*selected_) : -1; }
 
 void TrendChart::paintEvent(QPaintEvent* event) {
-    const double ratio = devicePixelRatioF();
+    QPainter painter(this);
+    const double ratio = painter.device()->devicePixelRatioF(); // of a screen, or of a picture of the window
     if (picture_.isNull() || picture_.devicePixelRatio() != ratio) {
         picture_ = QPixmap(size() * ratio);
         picture_.setDevicePixelRatio(ratio);
         picture_.fill(Qt::transparent);
-        QPainter painter(&picture_);
-        TrendChartPainter::paint(painter, geometry_, palette_);
+        QPainter chart(&picture_);
+        TrendChartPainter::paint(chart, geometry_, palette_);
     }
-    QPainter painter(this);
     painter.setClipRect(event->rect());
     painter.drawPixmap(0, 0, picture_);
     if (FocusRing::isWanted(this)) FocusRing::paint(painter, rect(), Metrics::controlRadius);

@@ -22,6 +22,7 @@ using ChartShapes::qt;
 using Geometry = TrendChartGeometry;
 
 constexpr double ruleOpacity = 0.5;
+constexpr double labelPatchOpacity = 0.8;
 constexpr double tooltipOpacity = 0.95;
 constexpr double tooltipLineGap = 2;
 constexpr double tooltipUnitGap = 4;
@@ -65,8 +66,13 @@ void paintThresholdLabels(QPainter& painter, const Geometry& geometry) {
     const AppTheme& theme = AppTheme::current();
     painter.setFont(theme.font(TextStyle::caption, QFont::Medium));
     for (const Geometry::Threshold& threshold : geometry.thresholds()) {
+        const QRectF area = qt(threshold.labelRect);
+        // Between the words, too, a line must not look like a part of the text.
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(theme.color(ThemeColor::card, labelPatchOpacity));
+        painter.drawRoundedRect(area, Metrics::barRadius, Metrics::barRadius);
         painter.setPen(theme.color(ThemeColors::text(threshold.band)));
-        ChartText::paintWithHalo(painter, qt(threshold.labelRect), DisplayText::own(threshold.label),
+        ChartText::paintWithHalo(painter, area, DisplayText::own(threshold.label),
                                  theme.color(ThemeColor::card));
     }
 }

@@ -10,6 +10,9 @@
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace loadscope {
 namespace {
@@ -30,12 +33,22 @@ protected:
 
 } // namespace
 
-QHBoxLayout* CardPieces::header(const QString& title, const QString& detail, QWidget* control) {
+QVBoxLayout* CardPieces::header(const QString& title, const QString& detail, QWidget* control) {
+    auto* heading = new SectionHeader(title, {});
     auto* row = new QHBoxLayout;
     row->setSpacing(Metrics::rowSpacing);
-    row->addWidget(new SectionHeader(title, detail), 1);
-    if (control != nullptr) row->addWidget(control, 0, Qt::AlignTop);
-    return row;
+    row->addWidget(heading, 1);
+    row->addWidget(control);
+    auto* sentence = new TextLabel(detail, TextStyle::subheadline, ThemeColor::secondaryText);
+    sentence->setWraps();
+    auto* column = new QVBoxLayout;
+    column->setSpacing(0);
+    // The control is higher than the title, which must stand where it stands on the other cards.
+    const int excess = control->sizeHint().height() - heading->sizeHint().height();
+    column->setContentsMargins(0, -std::max(excess, 0) / 2, 0, 0);
+    column->addLayout(row);
+    column->addWidget(sentence);
+    return column;
 }
 
 QWidget* CardPieces::caption(const QString& text) {

@@ -5,13 +5,14 @@
 #include <QString>
 
 class QHBoxLayout;
+class QVBoxLayout;
 class QWidget;
 
 /// Pieces that cards with lists and charts share.
 namespace loadscope::CardPieces {
 
-/// A section header with a control at its trailing edge, which may be null.
-[[nodiscard]] QHBoxLayout* header(const QString& title, const QString& detail, QWidget* control);
+/// A section header with a control at the trailing edge of its title; the sentence below has the whole width.
+[[nodiscard]] QVBoxLayout* header(const QString& title, const QString& detail, QWidget* control);
 
 /// A wrapping text in caption type and the secondary colour.
 [[nodiscard]] QWidget* caption(const QString& text);

@@ -21,7 +21,7 @@ TrendsView::TrendsView(QWidget* parent)
     : PageFrame(parent), header_(new PageHeader(DisplayText::own(TrendsPresentation::title), {})) {
     column()->addWidget(header_);
     column()->addWidget(BandGuide::makeSection(TrendsPresentation::methodSentences));
-    column()->addStretch();
+    column()->addStretch(1);
 }
 
 void TrendsView::refresh(const std::vector<RecordedScan>& history,
