@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QWidget>
 
 namespace loadscope {
@@ -18,11 +19,15 @@ constexpr int longestName = 60;
 
 void save(QWidget* base, const QString& path, const QByteArray& bytes) {
     const std::string name = QFile::encodeName(path).toStdString();
-    if (AtomicFile::write(name, {bytes.constData(), static_cast<std::size_t>(bytes.size())})) return;
+    const QFileInfo there(path);
+    // A file that its owner has protected is not replaced, though its folder would allow it.
+    const bool isProtected = there.exists() && !there.permission(QFile::WriteOwner);
+    if (!isProtected && AtomicFile::write(name, {bytes.constData(), static_cast<std::size_t>(bytes.size())}))
+        return;
     if (base == nullptr) return;
     AlertPanel::tell(base, QStringLiteral("The file could not be saved"),
-                     QStringLiteral("Nothing was written to %1. Check that the folder can be written to and "
-                                    "that there is space left, then try again.")
+                     QStringLiteral("Nothing was written to %1. Check that the file and its folder can be "
+                                    "written to and that there is space left, then try again.")
                          .arg(DisplayText::line(name)));
 }
 
