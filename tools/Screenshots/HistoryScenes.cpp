@@ -5,39 +5,10 @@
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
-#include "tests/Support/HistoryRecords.h"
+#include "tools/Screenshots/HistoryBuilder.h"
 
 namespace loadscope::screenshots {
 namespace {
-
-using Categories = std::vector<RecordedCategory>;
-
-/// Collects records; each gets an identifier of its own.
-class History {
-public:
-    History& add(const std::string& name, Timestamp date, std::int64_t total, Categories categories = {},
-                 const std::string& tool = RecordedScan::claudeTool) {
-        scans_.push_back(
-            record(static_cast<int>(scans_.size()) + 1, name, date, total, std::move(categories), tool));
-        return *this;
-    }
-    History& window(std::int64_t tokens) {
-        scans_.back().contextWindow = tokens;
-        return *this;
-    }
-    History& path(const std::string& path) {
-        scans_.back().repositoryPath = path;
-        return *this;
-    }
-    [[nodiscard]] std::vector<RecordedScan> scans() const { return ScanHistoryStore::ordered(scans_); }
-
-private:
-    std::vector<RecordedScan> scans_;
-};
-
-Timestamp at(int dayNumber, int hour, int minute) {
-    return day(dayNumber) + std::chrono::hours(hour) + std::chrono::minutes(minute);
-}
 
 Categories typical(std::int64_t total, std::int64_t withheld) {
     return {{"System tools", total * 46 / 100},

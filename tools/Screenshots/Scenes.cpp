@@ -110,8 +110,10 @@ std::vector<Scene> windowScenes() {
 const std::vector<Scene>& scenes() {
     static const std::vector<Scene> all = [] {
         std::vector<Scene> scenes = windowScenes();
-        for (Scene& scene : historyScenes())
-            scenes.push_back(std::move(scene));
+        for (auto* history : {historyScenes, historyEdgeScenes}) {
+            for (Scene& scene : history())
+                scenes.push_back(std::move(scene));
+        }
         return scenes;
     }();
     return all;
