@@ -11,6 +11,7 @@
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 #include "tests/Support/HistoryRecords.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QMenu>
@@ -84,7 +85,16 @@ TEST(TrendsView, SaysWhatThereIsToShow) {
         int rows;
     };
     const std::vector<Case> cases{
-        {"nothing", {}, {}, {"No recorded scans yet"}, false, 0},
+        {"nothing",
+         {},
+         {},
+         {"Trends", "Startup context over time, against the Lean, Heavy and Excessive bands.",
+          "No recorded scans yet",
+          "Scans are recorded locally as you run them. Run one scan, then another, and the trend appears "
+          "here.",
+          "How to read this", "!Previous runs", "!Recorded data"},
+         false,
+         0},
         {"another repository",
          three(),
          "/src/other",
@@ -92,13 +102,48 @@ TEST(TrendsView, SaysWhatThereIsToShow) {
           "Recorded data"},
          false,
          3},
-        {"one", {three()[0]}, {}, {"One scan recorded", "No recorded scans yet"}, false, 1},
+        {"one",
+         {three()[0]},
+         {},
+         {"One scan recorded", "!No recorded scans yet",
+          "A trend needs at least two scans of web-app by the same tool. The latest Claude Code scan "
+          "measured "
+          "30,000 tokens on Jan 1, 2026. Scan again to plot a line.",
+          "1 record — one per tool per scan — across 1 repository, stored on this Mac. Totals only — no "
+          "instruction-file contents are ever written. The newest 200 are kept."},
+         false,
+         1},
         {"one of each tool", {three()[0], three()[1]}, {}, {"One scan recorded"}, false, 2},
         {"two and one",
          three(),
          {},
-         {"Startup tokens per scan", "+28,000", "2 recorded Claude Code scans", "Claude Code, Codex",
-          "Claude Code · Jan 5, 2026: 58,000 tokens, Heavy"},
+         {"web-app: startup context over time, against the Lean, Heavy and Excessive bands.",
+          "Startup tokens per scan",
+          "Each point is one recorded scan; every total was reported by the tool that measured it.",
+          "Hover the chart to read a single scan. Dashed lines mark the band thresholds, which are absolute "
+          "anchors.",
+          "Claude Code, Codex",
+          "Claude Code · Jan 5, 2026: 58,000 tokens, Heavy",
+          "Where this repository landed",
+          "Read from the Claude Code scans above. Two tools measure two different sessions, so their totals "
+          "are "
+          "never combined.",
+          "Latest scan",
+          "58,000",
+          "Jan 5, 2026",
+          "Band",
+          "Heavy",
+          "30,000–60,000",
+          "Drift across recorded scans",
+          "+28,000",
+          "2 recorded Claude Code scans",
+          "Previous runs",
+          "Every recorded scan, newest first, across every repository.",
+          "No categories — Codex does not report a breakdown.",
+          "System tools 3.1K",
+          "Each session total was reported by the tool that measured it; category totals come from Claude "
+          "Code's `/context`.",
+          "Recorded data"},
          true,
          3},
         {"more than are listed",
@@ -119,9 +164,15 @@ TEST(TrendsView, SaysWhatThereIsToShow) {
         Page page(testCase.history, testCase.path);
         EXPECT_EQ(page.chart() != nullptr, testCase.hasChart) << testCase.name;
         EXPECT_EQ(page.window.findChildren<RowButton*>().size(), testCase.rows) << testCase.name;
+        const QStringList said = spoken(page.window);
         for (const QString& text : testCase.said) {
-            const bool isOther = QByteArray(testCase.name) == "one" && text == "No recorded scans yet";
-            EXPECT_EQ(page.says(text), !isOther) << testCase.name << ": " << text.toStdString();
+            const bool isWanted = !text.startsWith('!');
+            const QString wanted = isWanted ? text : text.mid(1);
+            // Rows tell their date in the local time zone before the categories.
+            const bool isSaid = std::any_of(said.begin(), said.end(), [&](const QString& one) {
+                return one == wanted || one.endsWith(" · " + wanted);
+            });
+            EXPECT_EQ(isSaid, isWanted) << testCase.name << ": " << text.toStdString();
         }
     }
 }
@@ -235,6 +286,65 @@ TEST(TrendsView, AsksBeforeItDeletesAndStartsOnCancel) {
     EXPECT_EQ(page.button(QStringLiteral("Clear Recorded Data…")), nullptr);
 }
 
+TEST(Window, DeletesTheRecordedHistoryAndKeepsTheScanOnScreen) {
+    struct Case {
+        const char* name;
+        bool byKey;
+        bool scanning;
+        QString overview;
+    };
+    const std::vector<Case> cases{{"by key", true, false, "Scan complete"},
+                                  {"by click", false, false, "Scan complete"},
+                                  {"during a scan", true, true, "Scan in progress"}};
+    for (const Case& testCase : cases) {
+        SCOPED_TRACE(testCase.name);
+        Window window({.history = three()});
+        const QDir data(window.data.path());
+        for (const char* backup :
+             {"scan-history.unreadable-corrupt.json", "scan-history.unreadable-version.json"})
+            QFile(data.filePath(backup)).open(QIODevice::WriteOnly);
+        window.show();
+        window.view.activateWindow();
+        window.choose();
+        if (!testCase.scanning) window.tools.probe->answer(sampleResult());
+        window.view.startScan();
+        ASSERT_TRUE(eventually([&] { return testCase.scanning || window.model.history().size() == 4; }));
+        window.view.setPage(AppPage::trends);
+        const auto ask = [&window] {
+            window.button("Clear Recorded Data…")->click();
+            return eventually([&] { return window.button("Cancel") && window.button("Cancel")->hasFocus(); });
+        };
+        const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+        ASSERT_TRUE(ask());
+        press(Qt::Key_Return);
+        ASSERT_TRUE(eventually([&] { return window.view.findChild<Sheet*>() == nullptr; }));
+        EXPECT_TRUE(data.exists("scan-history.json"));
+
+        ASSERT_TRUE(ask());
+        const int count = testCase.scanning ? 3 : 4;
+        auto* destroy = window.button(QStringLiteral("Delete %1 Recorded Scans").arg(count));
+        ASSERT_NE(destroy, nullptr);
+        if (testCase.byKey) {
+            press(Qt::Key_Tab);
+            ASSERT_TRUE(destroy->hasFocus());
+            press(Qt::Key_Space);
+        } else {
+            QTest::mouseClick(destroy, Qt::LeftButton);
+        }
+        EXPECT_TRUE(eventually([&] {
+            return window.says(
+                "Scans are recorded locally as you run them. Run one scan, then another, and the "
+                "trend appears here.");
+        }));
+        EXPECT_FALSE(window.says("Recorded data"));
+        EXPECT_TRUE(data.isEmpty()) << data.entryList().join(' ').toStdString();
+        window.view.setPage(AppPage::overview);
+        EXPECT_TRUE(window.says(testCase.overview));
+        window.model.cancel();
+        EXPECT_TRUE(eventually([&] { return !window.model.isScanTaskRunning(); }));
+    }
+}
+
 TEST(TrendsView, SavesItsChartAndItsData) {
     Page page(three());
     const QTemporaryDir folder;
@@ -247,19 +357,29 @@ TEST(TrendsView, SavesItsChartAndItsData) {
                                   {"SVG Drawing…", "chart.svg", "<?xml"},
                                   {"CSV Table…", "history.csv", "date,repositoryName"},
                                   {"JSON Document…", "history.json", "{"},
-                                  {"CSV Table…", "no-such-folder/history.csv", {}}};
+                                  {"CSV Table…", "no-such-folder/history.csv", {}},
+                                  {"CSV Table…", "protected.csv", {}},
+                                  {"CSV Table…", "/dev/full", {}}};
+    QFile guarded(folder.filePath("protected.csv"));
+    ASSERT_TRUE(guarded.open(QIODevice::WriteOnly) && guarded.setPermissions(QFile::ReadOwner));
+    guarded.close();
     for (const Case& testCase : cases) {
         page.choose(QString::fromUtf8(testCase.choice));
         auto* dialog = page.window.findChild<QFileDialog*>();
         ASSERT_NE(dialog, nullptr) << testCase.choice;
-        const QString path = folder.filePath(QString::fromUtf8(testCase.file));
+        const QString path = QDir(folder.path()).absoluteFilePath(QString::fromUtf8(testCase.file));
         Q_EMIT dialog->fileSelected(path);
         delete dialog;
+        const bool isSaved = !testCase.start.isNull();
         QFile file(path);
-        EXPECT_EQ(file.open(QIODevice::ReadOnly), !testCase.start.isNull()) << testCase.file;
-        EXPECT_TRUE(!file.isOpen() || file.readAll().startsWith(testCase.start)) << testCase.file;
+        EXPECT_TRUE(!isSaved || file.open(QIODevice::ReadOnly)) << testCase.file;
+        EXPECT_TRUE(!isSaved || file.readAll().startsWith(testCase.start)) << testCase.file;
+        EXPECT_EQ(eventually([&] { return isSaved || page.says("The file could not be saved"); }), true);
+        for (auto* sheet : page.window.findChildren<Sheet*>())
+            sheet->dismiss();
+        EXPECT_TRUE(eventually([&] { return page.window.findChild<Sheet*>() == nullptr; })) << testCase.file;
     }
-    EXPECT_TRUE(eventually([&] { return page.says(QStringLiteral("The file could not be saved")); }));
+    EXPECT_EQ(guarded.size(), 0);
 }
 
 TEST(Window, OpensTheRepositoryOfARecordedScanOrSaysWhyNot) {

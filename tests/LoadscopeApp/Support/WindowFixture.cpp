@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 
+#include "LoadscopeCore/History/ScanHistoryFile.h"
+#include "LoadscopeCore/Platform/AtomicFile.h"
+
 #include <QAccessible>
 
 namespace loadscope::testing {
@@ -21,6 +24,14 @@ bool accessibleTreeSays(QAccessibleInterface* element, const QString& text) {
 
 bool Window::says(const QString& text) const {
     return accessibleTreeSays(QAccessible::queryAccessibleInterface(const_cast<ContentView*>(&view)), text);
+}
+
+FakeTools Window::toolsWith(const std::vector<RecordedScan>& history) const {
+    FakeTools fakes;
+    if (history.empty()) return fakes;
+    fakes.history = std::make_shared<ScanHistoryStore>(data.path().toStdString());
+    EXPECT_TRUE(AtomicFile::write(fakes.history->filePath(), ScanHistoryFile::encode(history)));
+    return fakes;
 }
 
 } // namespace loadscope::testing

@@ -17,6 +17,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace loadscope::testing {
 
@@ -38,11 +39,14 @@ public:
     struct Options {
         bool onboardingCompleted = true;
         ReadinessChecker::Result readiness{ToolReadiness::ready, ToolReadiness::ready};
+        std::vector<RecordedScan> history{}; ///< with any, scans are recorded in a folder of their own
     };
 
     Window() : Window(Options{}) {}
     explicit Window(const Options& options)
-        : store(options.onboardingCompleted), readinessAnswer(options.readiness) {}
+        : tools(toolsWith(options.history)),
+          store(options.onboardingCompleted),
+          readinessAnswer(options.readiness) {}
 
     void show() {
         view.show();
@@ -63,6 +67,7 @@ public:
     [[nodiscard]] bool says(const QString& text) const;
 
     QTemporaryDir folder;
+    QTemporaryDir data; ///< holds the history
     FakeTools tools;
     MemoryCompletionStore store;
     ReadinessChecker::Result readinessAnswer;
@@ -73,6 +78,9 @@ public:
     ContentView view{model, readiness, store, [this](QWidget*, const std::function<void(std::string)>& done) {
                          if (nextChoice) done(*nextChoice);
                      }};
+
+private:
+    [[nodiscard]] FakeTools toolsWith(const std::vector<RecordedScan>& history) const;
 };
 
 } // namespace loadscope::testing
