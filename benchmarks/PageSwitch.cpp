@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 namespace loadscope {
 namespace {
@@ -71,7 +72,7 @@ double switchTo(AppPage page, int repositories) {
     }
     testing::FakeTools tools;
     tools.history = std::make_shared<ScanHistoryStore>(folder.path().toStdString());
-    AtomicFile::write(tools.history->filePath(), ScanHistoryFile::encode(history));
+    if (!AtomicFile::write(tools.history->filePath(), ScanHistoryFile::encode(history))) std::abort();
 
     std::vector<double> times;
     for (int round = 0; round <= rounds; ++round) {
