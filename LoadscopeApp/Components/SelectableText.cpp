@@ -49,8 +49,7 @@ void SelectableText::setText(const QString& text) {
     if (text == toPlainText()) return;
     setPlainText(text);
     applyLineSpacing();
-    updateGeometry();
-    updateScrolling();
+    measureAgain();
 }
 
 void SelectableText::setTextAlignment(Qt::Alignment alignment) {
@@ -82,13 +81,17 @@ void SelectableText::setHeightLimit(int height) {
 }
 
 int SelectableText::heightForWidth(int width) const {
+    return std::min(heightLimit_, heights_.at(width, [this](int wanted) { return measuredHeight(wanted); }));
+}
+
+int SelectableText::measuredHeight(int width) const {
     // A copy, because the text's own layout must keep the width that is shown.
     const std::unique_ptr<QTextDocument> copy(document()->clone());
     copy->setDefaultFont(document()->defaultFont());
     copy->setDefaultTextOption(document()->defaultTextOption());
     copy->setDocumentMargin(0);
     copy->setTextWidth(std::max(width, narrowest));
-    return std::min(heightLimit_, static_cast<int>(std::ceil(copy->size().height())));
+    return static_cast<int>(std::ceil(copy->size().height()));
 }
 
 QSize SelectableText::sizeHint() const {
@@ -100,6 +103,12 @@ QSize SelectableText::minimumSizeHint() const { return {narrowest, fontMetrics()
 
 void SelectableText::resizeEvent(QResizeEvent* event) {
     QTextEdit::resizeEvent(event);
+    updateScrolling();
+}
+
+void SelectableText::measureAgain() {
+    heights_.forget();
+    updateGeometry();
     updateScrolling();
 }
 
@@ -141,8 +150,7 @@ void SelectableText::applyTheme() {
     palette.setColor(QPalette::All, QPalette::Text, theme.color(color_));
     palette.setColor(QPalette::All, QPalette::Base, QColor(Qt::transparent));
     setPalette(palette);
-    updateGeometry();
-    updateScrolling();
+    measureAgain();
 }
 
 } // namespace loadscope

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/MeasuredHeights.h"
 
 #include <QTextEdit>
 
@@ -39,11 +40,15 @@ private:
     void applyTheme();
     void applyLineSpacing();
     [[nodiscard]] int longestLine() const;
+    [[nodiscard]] int measuredHeight(int width) const;
+    /// The text or its looks are others now.
+    void measureAgain();
     void updateScrolling();
 
     TextStyle style_;
     ThemeColor color_;
     int heightLimit_ = QWIDGETSIZE_MAX;
+    mutable MeasuredHeights heights_; ///< without the limit
 };
 
 } // namespace loadscope

@@ -76,7 +76,13 @@ int TextLabel::layOutLines(int width, QPainter* painter, int top) const {
 }
 
 int TextLabel::heightForWidth(int width) const {
-    return laysOutItself() ? layOutLines(width, nullptr, 0) : QLabel::heightForWidth(width);
+    if (!laysOutItself()) return QLabel::heightForWidth(width);
+    if (measuredText_ != text() || measuredFont_ != font()) {
+        heights_.forget();
+        measuredText_ = text();
+        measuredFont_ = font();
+    }
+    return heights_.at(width, [this](int wanted) { return layOutLines(wanted, nullptr, 0); });
 }
 
 QSize TextLabel::sizeHint() const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/MeasuredHeights.h"
 
 #include <QLabel>
 
@@ -44,6 +45,9 @@ private:
     ThemeColor color_;
     std::optional<QFont::Weight> weight_;
     bool selectable_ = false;
+    mutable MeasuredHeights heights_; ///< of the text and font below
+    mutable QString measuredText_;
+    mutable QFont measuredFont_;
 };
 
 } // namespace loadscope

@@ -15,27 +15,19 @@ OverviewView::OverviewView(QWidget* parent)
       idle_(
           new ScanEmptyState(QStringLiteral("Start a context scan"),
                              QStringLiteral("Choose a local repository, then scan it in Claude Code. Turn on "
-                                            "Include Codex to add a Codex scan."))),
-      loading_(new OverviewScanLoadingState),
-      failure_(new OverviewScanFailureState) {
+                                            "Include Codex to add a Codex scan."))) {
     addWidget(idle_);
-    addWidget(loading_);
-    addWidget(failure_);
-    connect(loading_, &OverviewScanLoadingState::cancelRequested, this, &OverviewView::cancelRequested);
-    connect(failure_, &OverviewScanFailureState::retryRequested, this, &OverviewView::retryRequested);
 }
 
 void OverviewView::refresh(const Input& input) {
     if (input.state.isScanning()) {
-        loading_->refresh(input.stage, input.canCancel);
-        showPanel(loading_);
+        showLoading(input);
     } else if (const ProbeError* error = input.state.error()) {
-        failure_->refresh(*error, input.canRetry);
-        showPanel(failure_);
+        showFailure(*error, input.canRetry);
     } else if (const auto report = input.state.report()) {
         showReport(report);
     } else {
-        showPanel(idle_);
+        showPanel(idle_, nullptr);
     }
     // A report holds many widgets; it goes as soon as it is not shown any more.
     if (report_ != nullptr && currentWidget() != report_) {
@@ -57,15 +49,30 @@ void OverviewView::showReport(const std::shared_ptr<const ScanReport>& report) {
     if (old != nullptr) old->deleteLater();
 }
 
-void OverviewView::showPanel(QWidget* panel) {
+void OverviewView::showLoading(const Input& input) {
+    if (loading_ == nullptr) {
+        loading_ = new OverviewScanLoadingState;
+        addWidget(loading_);
+        connect(loading_, &OverviewScanLoadingState::cancelRequested, this, &OverviewView::cancelRequested);
+    }
+    loading_->refresh(input.stage, input.canCancel);
+    showPanel(loading_, loading_->cancelButton());
+}
+
+void OverviewView::showFailure(const ProbeError& error, bool canRetry) {
+    if (failure_ == nullptr) {
+        failure_ = new OverviewScanFailureState;
+        addWidget(failure_);
+        connect(failure_, &OverviewScanFailureState::retryRequested, this, &OverviewView::retryRequested);
+    }
+    failure_->refresh(error, canRetry);
+    showPanel(failure_, failure_->retryButton());
+}
+
+void OverviewView::showPanel(QWidget* panel, QWidget* next) {
     if (currentWidget() == panel) return;
     setCurrentWidget(panel);
-    if (!isVisible() || !window()->isActiveWindow()) return;
-    // What can be done next gets the keyboard.
-    if (panel == loading_)
-        loading_->cancelButton()->setFocus(Qt::OtherFocusReason);
-    else if (panel == failure_)
-        failure_->retryButton()->setFocus(Qt::OtherFocusReason);
+    if (next != nullptr && isVisible() && window()->isActiveWindow()) next->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace loadscope

@@ -32,12 +32,15 @@ Q_SIGNALS:
     void retryRequested();
 
 private:
-    void showPanel(QWidget* panel);
+    void showLoading(const Input& input);
+    void showFailure(const ProbeError& error, bool canRetry);
+    /// Also gives the keyboard to what can be done next.
+    void showPanel(QWidget* panel, QWidget* next);
     void showReport(const std::shared_ptr<const ScanReport>& report);
 
     QWidget* idle_;
-    OverviewScanLoadingState* loading_;
-    OverviewScanFailureState* failure_;
+    OverviewScanLoadingState* loading_ = nullptr; ///< made for the first scan
+    OverviewScanFailureState* failure_ = nullptr; ///< made for the first failure
     OverviewReport* report_ = nullptr;
 };
 
