@@ -9,10 +9,53 @@
 #include "LoadscopeCore/Process/OutputCollector.h"
 #include "LoadscopeCore/Process/TimeLimit.h"
 
+#include <csignal>
+#include <mutex>
+#include <set>
+
 namespace loadscope::LoginShell {
 namespace {
 
 constexpr std::chrono::seconds readerGrace(1);
+
+/// The lookups under way.
+class Lookups {
+public:
+    /// Launches the shell unless the program is closing. Held across the launch, so that closing sees either
+    /// no child, and prevents it, or the launched one, and kills it. Throws `LaunchError`.
+    bool launch(ChildProcess& child) {
+        const std::lock_guard lock(mutex_);
+        if (closing_) return false;
+        child.launch();
+        children_.insert(&child);
+        return true;
+    }
+    void forget(ChildProcess& child) {
+        const std::lock_guard lock(mutex_);
+        children_.erase(&child);
+    }
+    [[nodiscard]] bool isClosing() const {
+        const std::lock_guard lock(mutex_);
+        return closing_;
+    }
+    void setClosing(bool closing) {
+        const std::lock_guard lock(mutex_);
+        closing_ = closing;
+        if (!closing) return;
+        for (ChildProcess* const child : children_)
+            ChildProcess::Hold(*child).signalGroup(SIGKILL);
+    }
+
+private:
+    mutable std::mutex mutex_;
+    bool closing_ = false;
+    std::set<ChildProcess*> children_;
+};
+
+Lookups& lookups() {
+    static Lookups all;
+    return all;
+}
 
 } // namespace
 
@@ -32,7 +75,7 @@ std::optional<std::string> output(const std::string& shell, const std::string& c
                         .environment = UserFolders::environment(),
                         .capturesStandardError = false});
     try {
-        child.launch();
+        if (!lookups().launch(child)) return std::nullopt;
     } catch (const LaunchError&) {
         return std::nullopt;
     }
@@ -41,12 +84,18 @@ std::optional<std::string> output(const std::string& shell, const std::string& c
     TimeLimit limit(child, timeoutSeconds, killGraceSeconds);
     const ChildProcess::Termination termination = child.wait();
     limit.cancel();
-    deadline->expireAt(ReaderDeadline::Clock::now() + readerGrace);
+    lookups().forget(child);
+    const auto now = ReaderDeadline::Clock::now();
+    deadline->expireAt(lookups().isClosing() ? now : now + readerGrace);
     collector.join();
     if (limit.hasFired() || termination.status != 0) return std::nullopt;
     std::string bytes = collector.takeBytes();
     if (!Text::isValidUTF8(bytes)) return std::nullopt;
     return bytes;
 }
+
+Closing::Closing() { lookups().setClosing(true); }
+
+Closing::~Closing() { lookups().setClosing(false); }
 
 } // namespace loadscope::LoginShell

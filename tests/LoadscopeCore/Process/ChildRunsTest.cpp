@@ -268,7 +268,8 @@ TEST_F(ChildRuns, AreOutOfReachOnceTheyHaveBeenReaped) {
         const ChildProcess::Hold hold(child);
         ASSERT_TRUE(hold.isValid());
         ASSERT_TRUE(waitFor([&] { return !child.isRunning(); }));
-        EXPECT_EQ(kill(child.processIdentifier(), 0), 0) << "the zombie keeps the identifier while it is held";
+        EXPECT_EQ(kill(child.processIdentifier(), 0), 0)
+            << "the zombie keeps the identifier while it is held";
     }
     EXPECT_EQ(child.wait().status, 5);
     EXPECT_FALSE(ChildProcess::Hold(child).isValid());
@@ -296,6 +297,24 @@ TEST_F(ChildRuns, AnswerForTheLoginShell) {
         EXPECT_LT(Clock::now() - start, std::chrono::seconds(10)) << c.body;
     }
     EXPECT_EQ(LoginShell::output(folder.path() + "/missing", "true", 1, 1), std::nullopt);
+}
+
+TEST_F(ChildRuns, LetNobodyWaitForALoginShellWhenTheProgramCloses) {
+    TemporaryFolder folder;
+    const std::string shell =
+        writeExecutable(folder.path("shell"), "#!/bin/sh\ntrap '' TERM\n: >\"$2\"\nsleep 60 & wait\n");
+    const std::string started = folder.path("started");
+    const auto ask = [&] { return LoginShell::output(shell, started, 50, 50); };
+    auto answer = std::async(std::launch::async, ask);
+    ASSERT_TRUE(waitFor([&] { return access(started.c_str(), F_OK) == 0; }));
+    const auto start = Clock::now();
+    {
+        const LoginShell::Closing closing;
+        EXPECT_EQ(answer.get(), std::nullopt);
+        EXPECT_EQ(ask(), std::nullopt) << "a new one is not begun";
+    }
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(LoginShell::output("/bin/sh", "echo found", 50, 50), "found\n");
 }
 
 } // namespace
