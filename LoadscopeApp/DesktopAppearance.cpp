@@ -4,9 +4,10 @@
 
 #include "LoadscopeApp/AppTheme.h"
 
-#include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
 
 namespace loadscope {
 namespace {
@@ -16,9 +17,11 @@ const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceNamespace = QStringLiteral("org.freedesktop.appearance");
 const QString gnomeNamespace = QStringLiteral("org.gnome.desktop.interface");
+/// Wraps its answer in one variant less than the old one, which is all that older portals have.
+const QString newMethod = QStringLiteral("ReadOne");
+const QString oldMethod = QStringLiteral("Read");
 constexpr int answerMilliseconds = 200;
 
-/// `Read` wraps its answer in one variant more than `ReadOne`.
 QVariant unwrapped(QVariant value) {
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
@@ -27,38 +30,66 @@ QVariant unwrapped(QVariant value) {
 
 } // namespace
 
-DesktopAppearance::DesktopAppearance(QObject* parent) : QObject(parent) {}
+DesktopAppearance::DesktopAppearance(const QDBusConnection& bus, QObject* parent)
+    : QObject(parent), bus_(bus) {}
 
-void DesktopAppearance::start() {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) return;
-    bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
-    // Asking would start a portal that is not there yet and wait for it; its signals come all the same.
-    if (!bus.interface()->isServiceRegistered(portalService)) return;
-    read(appearanceNamespace, QStringLiteral("color-scheme"));
-    read(appearanceNamespace, QStringLiteral("reduced-motion"));
-    read(gnomeNamespace, QStringLiteral("enable-animations"));
+const QList<DesktopAppearance::Setting>& DesktopAppearance::followed() {
+    static const QList<Setting> settings{{appearanceNamespace, QStringLiteral("color-scheme")},
+                                         {appearanceNamespace, QStringLiteral("reduced-motion")},
+                                         {gnomeNamespace, QStringLiteral("enable-animations")}};
+    return settings;
 }
 
-void DesktopAppearance::read(const QString& nameSpace, const QString& key) {
-    for (const QString& method : {QStringLiteral("ReadOne"), QStringLiteral("Read")}) {
-        QDBusMessage question =
-            QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, method);
-        question << nameSpace << key;
-        const QDBusMessage answer =
-            QDBusConnection::sessionBus().call(question, QDBus::Block, answerMilliseconds);
-        if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty()) {
-            apply(nameSpace, key, answer.arguments().constFirst());
-            return;
-        }
-        if (answer.errorName() != QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod")) return;
+void DesktopAppearance::start() {
+    if (!bus_.isConnected()) return;
+    bus_.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                 SLOT(settingChanged(QDBusMessage)));
+    auto* watcher =
+        new QDBusServiceWatcher(portalService, bus_, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
+        for (const Setting& setting : followed())
+            askLater(setting, newMethod);
+    });
+    // Asking would start a portal that is not there yet and wait for it.
+    if (!bus_.interface()->isServiceRegistered(portalService)) return;
+    // All questions at once: a portal that hangs delays the window once, not for each of them.
+    QList<QDBusPendingCall> answers;
+    for (const Setting& setting : followed())
+        answers.append(question(setting, newMethod));
+    for (qsizetype index = 0; index < answers.size(); ++index) {
+        answers[index].waitForFinished();
+        if (take(followed()[index], answers[index])) continue;
+        QDBusPendingCall again = question(followed()[index], oldMethod);
+        again.waitForFinished();
+        take(followed()[index], again);
     }
 }
 
-void DesktopAppearance::settingChanged(const QString& nameSpace, const QString& key,
-                                       const QDBusVariant& value) {
-    apply(nameSpace, key, value.variant());
+QDBusPendingCall DesktopAppearance::question(const Setting& setting, const QString& method) const {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, method);
+    message << setting.nameSpace << setting.key;
+    return bus_.asyncCall(message, answerMilliseconds);
+}
+
+bool DesktopAppearance::take(const Setting& setting, const QDBusPendingCall& answer) {
+    const QDBusMessage reply = answer.reply();
+    if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())
+        apply(setting.nameSpace, setting.key, reply.arguments().constFirst());
+    return reply.errorName() != QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod");
+}
+
+void DesktopAppearance::askLater(const Setting& setting, const QString& method) {
+    auto* answer = new QDBusPendingCallWatcher(question(setting, method), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, setting, method, answer] {
+        answer->deleteLater();
+        if (!take(setting, *answer) && method == newMethod) askLater(setting, oldMethod);
+    });
+}
+
+void DesktopAppearance::settingChanged(const QDBusMessage& message) {
+    const QVariantList arguments = message.arguments();
+    if (arguments.size() == 3) apply(arguments[0].toString(), arguments[1].toString(), arguments[2]);
 }
 
 void DesktopAppearance::apply(const QString& nameSpace, const QString& key, const QVariant& value) {

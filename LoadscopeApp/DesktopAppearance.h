@@ -4,7 +4,9 @@
 
 #include "LoadscopeApp/ThemeColor.h"
 
-#include <QDBusVariant>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QObject>
 #include <QVariant>
 
@@ -14,12 +16,14 @@ namespace loadscope {
 
 /// Follows the desktop's wish for a dark or light appearance and for less motion through the settings portal
 /// of the session bus, and passes it on to the theme. Where there is no bus or no portal it does nothing and
-/// costs nothing. UI thread only.
+/// costs nothing; a portal that comes later, or comes back, is asked then, and the last wishes of one that
+/// went stay. UI thread only.
 class DesktopAppearance : public QObject {
     Q_OBJECT
 
 public:
-    explicit DesktopAppearance(QObject* parent = nullptr);
+    explicit DesktopAppearance(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                               QObject* parent = nullptr);
 
     /// Asks a portal that is running already and waits for it at most a fraction of a second, so that the
     /// first frame has the right colours; then follows its changes.
@@ -29,11 +33,20 @@ public:
     void apply(const QString& nameSpace, const QString& key, const QVariant& value);
 
 private Q_SLOTS:
-    void settingChanged(const QString& nameSpace, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& message);
 
 private:
-    void read(const QString& nameSpace, const QString& key);
+    struct Setting {
+        QString nameSpace;
+        QString key;
+    };
+    [[nodiscard]] static const QList<Setting>& followed();
+    [[nodiscard]] QDBusPendingCall question(const Setting& setting, const QString& method) const;
+    /// Takes an answer; false when the portal does not know the method that it was asked by.
+    bool take(const Setting& setting, const QDBusPendingCall& answer);
+    void askLater(const Setting& setting, const QString& method);
 
+    QDBusConnection bus_;
     std::optional<Appearance> appearance_;
     std::optional<bool> reducedMotion_;
     std::optional<bool> animationsEnabled_;
