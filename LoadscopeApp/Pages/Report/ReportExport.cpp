@@ -27,6 +27,7 @@ namespace {
 constexpr int pictureWidth = 960;
 constexpr int treemapHeight = 540;
 constexpr double pixelRatio = 2;
+constexpr int pixelsPerInch = 96; ///< of style sheets, so that a browser shows a picture in its own size
 /// The painting system counts in 16 bits.
 constexpr double mostPixels = 32'000;
 
@@ -57,6 +58,9 @@ std::unique_ptr<QWidget> scene(const std::shared_ptr<const ScanReport>& report, 
                                Metrics::pageMargin);
     column->setSpacing(Metrics::blockSpacing);
     addSubject(column, report, subject);
+    column->addStretch();
+    // Its least height is that of a narrower picture.
+    column->setSizeConstraint(QLayout::SetNoConstraint);
     for (auto* section : scene->findChildren<CollapsibleSection*>())
         section->setExpanded(true);
     for (auto* button : scene->findChildren<PushButton*>())
@@ -65,6 +69,11 @@ std::unique_ptr<QWidget> scene(const std::shared_ptr<const ScanReport>& report, 
     scene->ensurePolished();
     column->activate();
     scene->resize(pictureWidth, column->heightForWidth(pictureWidth));
+    // What is never shown gets its widths when it is first painted; only then it is clear how high it is.
+    QImage nothing(1, 1, QImage::Format_RGB32);
+    scene->render(&nothing);
+    const QLayoutItem* last = column->itemAt(column->count() - 2);
+    scene->resize(pictureWidth, last->geometry().bottom() + 1 + Metrics::pageMargin);
     return scene;
 }
 
@@ -90,6 +99,7 @@ QByteArray svg(QWidget& scene, const QString& title) {
     QBuffer buffer;
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
+    generator.setResolution(pixelsPerInch);
     generator.setSize(scene.size());
     generator.setViewBox(scene.rect());
     generator.setTitle(title);
