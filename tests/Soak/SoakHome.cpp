@@ -71,6 +71,8 @@ std::string word(Dice& dice, const Words& words) {
 SoakHome::SoakHome(Dice& dice) {
     path_ = (fs::canonical(fs::temp_directory_path()) / "loadscope-soak-XXXXXX").string();
     if (mkdtemp(path_.data()) == nullptr) Journal::current().violated("no temporary folder");
+    fs::create_directory(path_ + "/run");
+    fs::permissions(path_ + "/run", fs::perms::owner_all);
     setEnvironment();
     makeRepositories(dice);
     repairTools();
@@ -88,6 +90,7 @@ void SoakHome::setEnvironment() const {
                                                              {"XDG_DATA_HOME", path_ + "/.local/share"},
                                                              {"XDG_CONFIG_HOME", path_ + "/.config"},
                                                              {"XDG_CACHE_HOME", path_ + "/.cache"},
+                                                             {"XDG_RUNTIME_DIR", path_ + "/run"},
                                                              {"XDG_STATE_HOME", path_ + "/.local/state"},
                                                              {"PATH", "/usr/local/bin:/usr/bin:/bin"},
                                                              {"LC_ALL", "en_US.UTF-8"},

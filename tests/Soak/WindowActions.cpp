@@ -64,13 +64,18 @@ std::string openByArgument(Stage& stage) {
 }
 
 std::string startScan(Stage& stage) {
-    if (!stage.window->model().selection()) stage.view().selectFolder(stage.home.goodFolder(stage.dice));
+    LiveWindow& window = *stage.window;
+    if (!window.readiness().permitsScan(window.model().includeCodex())) {
+        window.readiness().recheck();
+        return "a tool is not ready; rechecks";
+    }
+    if (!window.model().selection()) stage.view().selectFolder(stage.home.goodFolder(stage.dice));
     if (stage.dice.oneIn(3)) {
         QTest::keyClick(&stage.view(), Qt::Key_R, Qt::ControlModifier);
         return "by key";
     }
     for (const char* title : {"Retry", "Scan Again", "Scan"}) {
-        if (auto* button = stage.window->button(QString::fromLatin1(title))) return click(button);
+        if (auto* button = window.button(QString::fromLatin1(title))) return click(button);
     }
     return "not offered";
 }
@@ -150,7 +155,7 @@ const std::vector<Action>& windowActions() {
         {"choose a folder", 10, true, chooseFolder},
         {"drop a folder", 4, true, dropFolder},
         {"open a folder", 3, true, openByArgument},
-        {"scan", 26, true, startScan},
+        {"scan", 34, true, startScan},
         {"cancel the scan", 8, true, cancelScan},
         {"wait for the scan", 9, false, awaitScan},
         {"include Codex", 4, true, includeCodex},
