@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/FolderPanel.h"
+#include "LoadscopeApp/Pages/TrendsView.h"
 #include "tests/Soak/Journal.h"
 
 #include <QAbstractButton>
@@ -42,7 +43,6 @@ LiveWindow::LiveWindow(Dice& dice, HistoryWatch& history)
                 }
             }),
       subscription_(model_.observe([this] { onModelChanged(); })) {
-    wasEmpty_ = model_.history().empty();
     settings_.restoreWindow(view_, *view_.splitter());
     view_.show();
     view_.activateWindow();
@@ -58,13 +58,6 @@ LiveWindow::~LiveWindow() {
 }
 
 void LiveWindow::onModelChanged() {
-    const bool isEmpty = model_.history().empty();
-    // A scan only ever adds to it.
-    if (isEmpty && !wasEmpty_) {
-        history_.cleared();
-        Journal::current().count("histories cleared");
-    }
-    wasEmpty_ = isEmpty;
     const ScanState& state = model_.state();
     if (state.isScanning()) {
         if (!scanBegin_) {
@@ -106,7 +99,19 @@ bool LiveWindow::isAtRest() const {
     return !model_.isScanTaskRunning() && !readiness_.isChecking() && view_.findChild<Sheet*>() == nullptr;
 }
 
+void LiveWindow::watchClearing() {
+    auto* trends = view_.findChild<TrendsView*>();
+    if (trends == nullptr || trends == trends_) return;
+    trends_ = trends;
+    // After the window, which was there first, has done it; also when it could delete but a part.
+    QObject::connect(trends, &TrendsView::clearRequested, trends, [this] {
+        history_.cleared();
+        Journal::current().count(model_.history().empty() ? "histories cleared" : "histories not cleared");
+    });
+}
+
 void LiveWindow::check() {
+    watchClearing();
     const ScanState& state = model_.state();
     const bool scanning = state.isScanning();
     require(!scanning || model_.selection().has_value(), "a scan without a folder");

@@ -16,6 +16,10 @@
 
 class QAbstractButton;
 
+namespace loadscope {
+class TrendsView;
+}
+
 namespace loadscope::soak {
 
 /// The window as the application makes it, over the real tools, history and settings of the home folder; only
@@ -41,6 +45,9 @@ public:
     /// No scan, no check and no sheet.
     [[nodiscard]] bool isAtRest() const;
 
+    /// Has the watch on the history told when the user clears it, once there is a page to do that on.
+    void watchClearing();
+
     /// Ends the program when what the model or the window says cannot be.
     void check();
 
@@ -52,7 +59,7 @@ private:
     std::optional<std::string> nextChoice_;
     std::optional<Timestamp> scanBegin_;
     bool wasCancelled_ = false;
-    bool wasEmpty_ = true;
+    const TrendsView* trends_ = nullptr; ///< whose clearing is watched
 
     QtUIThread uiThread_;
     SettingsStore settings_;
