@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -31,7 +32,7 @@ WindowToolbar::WindowToolbar(QWidget* parent)
     scan_->setSymbol(QStringLiteral("waveform.path.ecg"));
     scan_->setShortcut(Qt::CTRL | Qt::Key_R);
     for (PushButton* button : {choose_, scan_})
-        button->setToolTip(button->shortcut().toString(QKeySequence::NativeText));
+        button->setToolTip(PlainToolTip::escaped(button->shortcut().toString(QKeySequence::NativeText)));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(inset, verticalInset, inset, verticalInset + 1);
     row->setSpacing(buttonSpacing);

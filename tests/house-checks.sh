@@ -40,6 +40,27 @@ parts_of_the_window_above() {
 }
 code=(--include='*.h' --include='*.cpp')
 
+unused_icons() {
+    local file key
+    for file in LoadscopeApp/Icons/*.svg; do
+        key=$(basename "$file" .svg)
+        grep -qF ">Icons/$key.svg<" LoadscopeApp/LoadscopeIcons.qrc || echo "$file is not in the resources"
+        grep -rqF "${code[@]}" "\"$key\"" LoadscopeApp LoadscopeCore || echo "$file is not used"
+    done
+}
+
+# Keys with a dot, wherever they stand, and those without where an icon is made.
+unknown_icons() {
+    grep -rhoE "${code[@]}" '"[a-z0-9]+(\.[a-z0-9]+)+"|(StateIcon|IconView|setSymbol|setIcon|AlertPanel)\(QStringLiteral\("[a-z]+"' \
+        LoadscopeApp LoadscopeCore/Presentation | grep -oE '"[^"]+"' | tr -d '"' | sort -u | while read -r key; do
+        [[ $key == org.* || -f LoadscopeApp/Icons/$key.svg ]] || echo "$key"
+    done
+}
+
+long_files() {
+    find "${sources[@]}" \( -name '*.h' -o -name '*.cpp' \) -exec wc -l {} + | awk '$2 != "total" && $1 > 320 { print $2 ": " $1 }'
+}
+
 none 'the core includes no Qt' grep -rnE "${code[@]}" '#include [<"](Q[A-Z]|Qt)' LoadscopeCore LoadscopeCLI
 none 'each folder of the core includes only those before it' includes_of_later_folders
 none 'the core includes neither the command nor the window' grep -rnE "${code[@]}" 'Loadscope(CLI|App)/' LoadscopeCore
@@ -55,6 +76,17 @@ none 'every source file names its licence' grep -rL "${code[@]}" 'SPDX-License-I
 none 'no test waits for luck' grep -rnE "${code[@]}" '\b(usleep|sleep_for|QTest::qWait|QTest::qSleep)\(' tests --exclude-dir=Support --exclude-dir=Programs
 none 'no line ends in white space' grep -rnE "${code[@]}" '[[:blank:]]+$' LoadscopeCore LoadscopeCLI
 none 'no tab in the code' grep -rnP "${code[@]}" '\t' "${sources[@]}"
+none 'no colour outside the theme' grep -rnE "${code[@]}" --exclude='ThemeColor.*' \
+    'QColor\([^)Q:]*[0-9"]|Qt::(black|white|red|green|blue|yellow|cyan|magenta|gray|(dark|light)[A-Z][a-z]+)\b|"#[0-9A-Fa-f]{3,8}"|QColorConstants|setNamedColor' LoadscopeApp
+none 'labels are made by TextLabel, which shows markup as it is' grep -rnE "${code[@]}" --exclude='TextLabel.*' \
+    'new QLabel|QLabel [a-z]+[({;]|public QLabel|QMessageBox|QErrorMessage' LoadscopeApp
+none 'TextLabel holds every text for plain' grep -L 'setTextFormat(Qt::PlainText)' LoadscopeApp/Components/TextLabel.cpp
+none 'nothing is shown as markup' grep -rnE "${code[@]}" 'setHtml|setMarkdown|insertHtml|QTextBrowser|Qt::(RichText|AutoText|MarkdownText)' LoadscopeApp
+none 'tool tips go through PlainToolTip' grep -rlPz "${code[@]}" --exclude='PlainToolTip.*' \
+    'QToolTip::showText|setToolTip\((?!\s*PlainToolTip::escaped)' LoadscopeApp
+none 'every icon has a key in the resources and in the code' unused_icons
+none 'every icon key has a file' unknown_icons
+none 'no source file is longer than 320 lines' long_files
 if [[ -n ${1-} ]]; then
     none 'the library of the core holds no Qt symbol' bash -c \
         'nm "$1" 2>/dev/null | grep -E "_Z[A-Z]*[0-9]+Q[A-Z]|qVersion|qt_version_tag" | head -n 5' nm "$1"

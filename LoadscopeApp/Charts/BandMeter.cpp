@@ -108,9 +108,10 @@ void BandMeter::paintEvent(QPaintEvent*) {
         painter.drawPath(round.intersected(piece));
     }
     constexpr double outline = 1.5;
+    constexpr double outlineOpacity = 0.75;
     constexpr double radius = (BandMeterGeometry::markerDiameter - outline) / 2;
     painter.setBrush(theme.color(ThemeColor::knob));
-    painter.setPen(QPen(QColor(0, 0, 0, 190), outline));
+    painter.setPen(QPen(theme.color(ThemeColor::shadow, outlineOpacity), outline));
     painter.drawEllipse(ChartShapes::point(geometry_.markerCenter(shownPosition())), radius, radius);
 
     for (const BandMeterGeometry::Label& label : geometry_.labels()) {

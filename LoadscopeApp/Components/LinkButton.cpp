@@ -5,6 +5,7 @@
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -30,7 +31,7 @@ LinkButton::LinkButton(const QString& title, QUrl target, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
-    setToolTip(target_.toDisplayString().toHtmlEscaped());
+    setToolTip(PlainToolTip::escaped(target_.toDisplayString()));
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);

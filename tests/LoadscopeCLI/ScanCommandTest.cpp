@@ -258,7 +258,8 @@ TEST(ScanCommand, ShowsControlCharactersHarmlesslyAndLeavesThemInJson) {
                       HasSubstr("<img src=x><b>bold</b>"), Not(HasSubstr("\x1b")), Not(HasSubstr("\x07"))));
     const auto json = home.run({"scan", "--json"}, hostile).json();
     std::vector<std::string> names;
-    for (const auto& row : json["rows"]) names.push_back(row["name"]);
+    for (const auto& row : json["rows"])
+        names.push_back(row["name"]);
     EXPECT_THAT(names, testing::Contains("esc\x1b[31mred\x1b]0;title\x07"));
 }
 

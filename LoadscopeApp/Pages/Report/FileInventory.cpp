@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 
+#include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"
@@ -12,7 +13,6 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QToolTip>
 
 #include <unordered_map>
 
@@ -86,7 +86,7 @@ void FileInventory::showMenu(std::size_t row, const QPoint& globalPosition) {
     menu->addAction(QStringLiteral("Open Folder"), this, [this, path, globalPosition] {
         const QByteArray folder = QByteArray::fromStdString(FilePath::parent(path));
         if (!opener_(QUrl::fromLocalFile(QFile::decodeName(folder))))
-            QToolTip::showText(globalPosition, QStringLiteral("The folder could not be opened."), this);
+            PlainToolTip::show(globalPosition, QStringLiteral("The folder could not be opened."), this);
     });
     menu->popup(globalPosition);
 }
