@@ -21,7 +21,8 @@ SectionHeader::SectionHeader(const QString& title, const QString& detail, QWidge
     column->setSpacing(4);
     column->addWidget(title_);
     column->addWidget(detail_);
-    detail_->setVisible(!detail.isEmpty()); // not before it has a parent: it would open as a window of its own
+    detail_->setVisible(
+        !detail.isEmpty()); // not before it has a parent: it would open as a window of its own
     setTitle(title);
 }
 

@@ -25,5 +25,7 @@ add_custom_command(
   DEPENDS render-icon "${icon_drawing}.svg" "${icon_drawing}-small.svg"
   COMMENT "Drawing the application's icon" VERBATIM)
 add_custom_target(application-icon ALL DEPENDS ${LOADSCOPE_ICON_PNGS})
+# So that whoever builds the window alone can install it.
+add_dependencies(loadscope-app application-icon)
 # With the window, so that what `./run` has built can be installed.
 add_dependencies(loadscope-app application-icon)
