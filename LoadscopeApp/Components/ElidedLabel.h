@@ -2,24 +2,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/AppTheme.h"
-
-#include <QWidget>
+#include "LoadscopeApp/Components/LineLabel.h"
 
 namespace loadscope {
 
 /// A text on one line that is cut with an ellipsis where it does not fit and then shown whole on hover.
 /// Assistive technologies always get the whole text.
-class ElidedLabel : public QWidget {
+class ElidedLabel : public LineLabel {
     Q_OBJECT
 
 public:
     explicit ElidedLabel(const QString& text, TextStyle style = TextStyle::body,
                          ThemeColor color = ThemeColor::primaryText, QWidget* parent = nullptr);
 
-    [[nodiscard]] const QString& text() const { return text_; }
-    void setText(const QString& text);
-    void setWeight(QFont::Weight weight);
     void setElideMode(Qt::TextElideMode mode);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -30,12 +25,6 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    [[nodiscard]] QFont textFont() const;
-
-    QString text_;
-    TextStyle style_;
-    ThemeColor color_;
-    std::optional<QFont::Weight> weight_;
     Qt::TextElideMode mode_ = Qt::ElideRight;
 };
 

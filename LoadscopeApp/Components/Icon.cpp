@@ -63,11 +63,6 @@ IconView::IconView(const QString& key, int size, ThemeColor color, QWidget* pare
     });
 }
 
-void IconView::setIcon(const QString& key) {
-    key_ = key;
-    update();
-}
-
 void IconView::setColor(ThemeColor color) {
     color_ = color;
     update();

@@ -27,7 +27,6 @@ class IconView : public QWidget {
 public:
     IconView(const QString& key, int size, ThemeColor color, QWidget* parent = nullptr);
 
-    void setIcon(const QString& key);
     void setColor(ThemeColor color);
     /// Degrees clockwise.
     void setRotation(double degrees);

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/NumberLabel.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/CharacterWidths.h"
 
 #include <QFontMetricsF>
@@ -46,37 +45,11 @@ void TabularDigits::paint(QPainter& painter, const QPointF& origin, const QStrin
 }
 
 NumberLabel::NumberLabel(const QString& text, TextStyle style, ThemeColor color, QWidget* parent)
-    : QWidget(parent), style_(style), color_(color) {
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    AccessibleTraits::setRole(this, QAccessible::StaticText);
-    setText(text);
-    AppTheme::bind(this, [this] {
-        updateGeometry();
-        update();
-    });
-}
-
-void NumberLabel::setText(const QString& text) {
-    text_ = text;
-    setAccessibleName(text);
-    updateGeometry();
-    update();
-}
-
-void NumberLabel::setWeight(QFont::Weight weight) {
-    weight_ = weight;
-    updateGeometry();
-    update();
-}
+    : LineLabel(text, style, color, parent) {}
 
 void NumberLabel::setAlignment(Qt::Alignment alignment) {
     alignment_ = alignment;
     update();
-}
-
-QFont NumberLabel::textFont() const {
-    const AppTheme& theme = AppTheme::current();
-    return weight_ ? theme.font(style_, *weight_) : theme.font(style_);
 }
 
 int NumberLabel::baseline() const {
@@ -86,16 +59,16 @@ int NumberLabel::baseline() const {
 
 QSize NumberLabel::sizeHint() const {
     const QFont font = textFont();
-    return {static_cast<int>(std::ceil(TabularDigits::width(text_, font))) + 1,
+    return {static_cast<int>(std::ceil(TabularDigits::width(text(), font))) + 1,
             static_cast<int>(std::ceil(QFontMetricsF(font).height()))};
 }
 
 void NumberLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.setPen(AppTheme::current().color(color_));
+    painter.setPen(textColor());
     const QFont font = textFont();
-    const double width = TabularDigits::width(text_, font);
+    const double width = TabularDigits::width(text(), font);
     const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), alignment_);
     double left = 0;
     if (alignment & Qt::AlignRight)
@@ -103,7 +76,7 @@ void NumberLabel::paintEvent(QPaintEvent*) {
     else if (alignment & Qt::AlignHCenter)
         left = (this->width() - width) / 2;
     const QFontMetricsF metrics(font);
-    TabularDigits::paint(painter, {left, (height() - metrics.height()) / 2 + metrics.ascent()}, text_, font);
+    TabularDigits::paint(painter, {left, (height() - metrics.height()) / 2 + metrics.ascent()}, text(), font);
 }
 
 } // namespace loadscope

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/AppTheme.h"
-
-#include <QWidget>
+#include "LoadscopeApp/Components/LineLabel.h"
 
 class QPainter;
 
@@ -22,15 +20,13 @@ void paint(QPainter& painter, const QPointF& origin, const QString& text, const 
 } // namespace TabularDigits
 
 /// A number with digits of equal width, set to the trailing edge unless told otherwise.
-class NumberLabel : public QWidget {
+class NumberLabel : public LineLabel {
     Q_OBJECT
 
 public:
     explicit NumberLabel(const QString& text, TextStyle style = TextStyle::body,
                          ThemeColor color = ThemeColor::primaryText, QWidget* parent = nullptr);
 
-    void setText(const QString& text);
-    void setWeight(QFont::Weight weight);
     void setAlignment(Qt::Alignment alignment);
     /// Distance of the baseline from the top of the label.
     [[nodiscard]] int baseline() const;
@@ -42,12 +38,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    [[nodiscard]] QFont textFont() const;
-
-    QString text_;
-    TextStyle style_;
-    ThemeColor color_;
-    std::optional<QFont::Weight> weight_;
     Qt::Alignment alignment_ = Qt::AlignTrailing | Qt::AlignVCenter;
 };
 

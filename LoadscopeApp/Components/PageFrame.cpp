@@ -42,8 +42,6 @@ PageFrame::PageFrame(QWidget* parent) : QScrollArea(parent), column_(new QVBoxLa
     canvas->setAutoFillBackground(false);
 }
 
-int PageFrame::columnWidth() const { return column_->parentWidget()->width(); }
-
 void PageFrame::showEvent(QShowEvent* event) {
     QScrollArea::showEvent(event);
     if (hasAppeared_) return;

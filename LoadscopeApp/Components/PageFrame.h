@@ -20,8 +20,6 @@ public:
 
     /// The column; 20 points between its blocks. Keep a stretch at its end.
     [[nodiscard]] QVBoxLayout* column() const { return column_; }
-    /// Width that the blocks have.
-    [[nodiscard]] int columnWidth() const;
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -16,11 +16,9 @@ public:
     explicit SectionHeader(const QString& title, const QString& detail = {}, QWidget* parent = nullptr);
 
     void setTitle(const QString& title);
-    void setDetail(const QString& detail);
 
 private:
     TextLabel* title_;
-    TextLabel* detail_;
 };
 
 } // namespace loadscope

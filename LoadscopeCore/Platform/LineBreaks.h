@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <string_view>
 
-/// Finds lines without splitting the whole text, for texts of hundreds of megabytes. Breaks are those of
-/// `Text::lines`: LF, VT, FF, CR, U+0085, U+2028 and U+2029. Offsets are in bytes. Thread-safe.
+/// Finds lines without splitting the whole text, for texts of hundreds of megabytes. Breaks are LF,
+/// VT, FF, CR, CR LF, U+0085, U+2028 and U+2029. Offsets are in bytes. Thread-safe.
 namespace loadscope::LineBreaks {
 
 /// Offset of the first break at or after `from`; the size of the text when there is none.

@@ -60,17 +60,6 @@ bool isHorizontalSpace(std::int32_t character) {
     return character == '\t' || (character >= 0 && u_charType(character) == U_SPACE_SEPARATOR);
 }
 
-/// Size of the line break that begins at `offset`; 0 when there is none. Looking at single bytes is right in
-/// broken text, too: the first byte of each sequence can never be a later byte of another character.
-std::size_t lineBreakSize(std::string_view text, std::size_t offset) {
-    const auto byte = static_cast<unsigned char>(text[offset]);
-    if (byte >= 0x0A && byte <= 0x0D) return 1;
-    if (byte != 0xC2 && byte != 0xE2) return 0;
-    const std::string_view rest = text.substr(offset, 3);
-    if (rest.starts_with("\xC2\x85")) return 2;
-    return rest == "\xE2\x80\xA8" || rest == "\xE2\x80\xA9" ? 3 : 0;
-}
-
 } // namespace
 
 std::size_t Utf8::validPrefix(std::string_view text) {
@@ -92,23 +81,6 @@ std::string_view Text::trimmed(std::string_view text) { return trimmedOf(text, i
 
 std::string_view Text::trimmedHorizontally(std::string_view text) {
     return trimmedOf(text, isHorizontalSpace);
-}
-
-std::vector<std::string_view> Text::lines(std::string_view text) {
-    std::vector<std::string_view> result;
-    std::size_t begin = 0;
-    for (std::size_t offset = 0; offset < text.size();) {
-        const std::size_t size = lineBreakSize(text, offset);
-        if (size == 0) {
-            ++offset;
-            continue;
-        }
-        if (offset > begin) result.push_back(text.substr(begin, offset - begin));
-        offset += size;
-        begin = offset;
-    }
-    if (begin < text.size()) result.push_back(text.substr(begin));
-    return result;
 }
 
 bool Text::beginsWithWhitespace(std::string_view text, std::size_t& length) {

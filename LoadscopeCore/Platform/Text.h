@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// Unicode-aware text operations over UTF-8. Bytes that are not valid UTF-8 never make a function fail: they
 /// count as one character each and belong to no class. Offsets and views refer to the caller's bytes.
@@ -19,10 +18,6 @@ namespace loadscope::Text {
 
 /// The text without spaces, tabs and other horizontal space characters at both ends; line breaks stay.
 [[nodiscard]] std::string_view trimmedHorizontally(std::string_view text);
-
-/// The lines of the text without their breaks and without empty lines. Breaks: LF, VT, FF, CR, CR LF, U+0085,
-/// U+2028, U+2029.
-[[nodiscard]] std::vector<std::string_view> lines(std::string_view text);
 
 /// True when the text begins with a White_Space character; `length` receives its size in bytes.
 [[nodiscard]] bool beginsWithWhitespace(std::string_view text, std::size_t& length);

@@ -21,13 +21,6 @@ std::string trimmed(std::string_view text) { return std::string(Text::trimmed(te
 
 std::string trimmedAcross(std::string_view text) { return std::string(Text::trimmedHorizontally(text)); }
 
-std::string bracketedLines(std::string_view text) {
-    std::string result;
-    for (const std::string_view line : Text::lines(text))
-        result.append("[").append(line).append("]");
-    return result;
-}
-
 /// The parts of the text between "|".
 std::vector<std::string> parts(std::string_view text) {
     std::vector<std::string> result(1);
@@ -45,10 +38,6 @@ TEST(Text, GivesTheExpectedText) {
         {trimmed, "\u200bx\ufeff", "\u200bx\ufeff"},
         {trimmed, " \xA0 x \xC2 ", "\xA0 x \xC2"},
         {trimmedAcross, "\t \u00a0\nx\u2028 \u3000", "\nx\u2028"},
-        {bracketedLines, "a\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i", "[a][b][c][d][e][f][g][h][i]"},
-        {bracketedLines, "\n\r\n\n", ""},
-        {bracketedLines, "\na\n\nb", "[a][b]"},
-        {bracketedLines, "a\x85z\xE2\x80z\xC2", "[a\x85z\xE2\x80z\xC2]"},
         {Text::lowercased, "CLAUDE.md ÀÉ Straße ΟΔΟΣ", "claude.md àé straße οδος"},
         {Text::lowercased, "@AZ[`az{", "@az[`az{"},
         {Text::lowercased, "É\xFFZ\xE2\x80", "é\xFFz\xE2\x80"},
