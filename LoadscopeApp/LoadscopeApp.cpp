@@ -13,6 +13,7 @@
 #include "LoadscopeApp/QtUIThread.h"
 #include "LoadscopeApp/SettingsStore.h"
 #include "LoadscopeApp/TerminationSignals.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Version.h"
 #include "LoadscopeCore/Process/LoginShell.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
@@ -89,6 +90,7 @@ private:
 struct LoadscopeApp::Parts {
     Parts(int& argumentCount, char** arguments) : application(makeApplication(argumentCount, arguments)) {
         QApplication::setWindowIcon(ApplicationIcon::load());
+        if (LocaleFormat::isRightToLeft()) QApplication::setLayoutDirection(Qt::RightToLeft);
         QApplication::setStyle(new AppStyle); // the application owns it
         theme.force(appearanceFromEnvironment(), reducedMotionFromEnvironment());
         desktop.start();

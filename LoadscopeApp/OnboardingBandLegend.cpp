@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/OnboardingPieces.h"
@@ -66,11 +67,11 @@ protected:
         painter.drawRoundedRect(placed, height() / 2.0, height() / 2.0);
         painter.setFont(theme.font(TextStyle::subheadline, QFont::Medium));
         painter.setPen(theme.color(tint_));
-        painter.drawText(placed, Qt::AlignCenter, title_);
+        ReadingText::draw(painter, placed, Qt::AlignCenter, title_);
         painter.setFont(theme.font(TextStyle::body));
         painter.setPen(theme.color(ThemeColor::secondaryText));
-        painter.drawText(QStyle::visualRect(layoutDirection(), rect(), detail),
-                         Qt::AlignVCenter | Qt::AlignLeading, detail_);
+        ReadingText::draw(painter, QStyle::visualRect(layoutDirection(), rect(), detail),
+                          Qt::AlignVCenter | Qt::AlignLeading, detail_);
     }
 
 private:

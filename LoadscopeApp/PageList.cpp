@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QFontMetrics>
@@ -61,8 +62,8 @@ void PageButton::paintEvent(QPaintEvent*) {
     painter.setFont(theme.font(TextStyle::body, QFont::Medium));
     painter.setPen(ink);
     const QRect text(icon.right() + 1 + textGap, 0, width() - icon.right() - textGap - inset, height());
-    painter.drawText(QStyle::visualRect(layoutDirection(), rect(), text),
-                     Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, this->text());
+    ReadingText::draw(painter, QStyle::visualRect(layoutDirection(), rect(), text),
+                      Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, this->text());
     if (FocusRing::isWanted(this)) FocusRing::paint(painter, rect(), Metrics::controlRadius);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/ScanSetupView.h"
 
@@ -67,14 +68,14 @@ void ReadinessRow::paintEvent(QPaintEvent*) {
     painter.setPen(theme.color(ThemeColor::primaryText));
     const QRect area = rect().adjusted(0, padding, 0, -padding);
     const int line = metrics().height();
-    painter.drawText(QRect(area.topLeft(), QSize(area.width(), line)), Qt::AlignLeading | Qt::AlignVCenter,
-                     tool_);
+    ReadingText::draw(painter, QRect(area.topLeft(), QSize(area.width(), line)),
+                      Qt::AlignLeading | Qt::AlignVCenter, tool_);
     painter.setPen(theme.color(ThemeColor::secondaryText));
     if (isStacked(width()))
-        painter.drawText(area.adjusted(0, line, 0, 0), Qt::AlignLeading | Qt::AlignTop | Qt::TextWordWrap,
-                         value_);
+        ReadingText::draw(painter, area.adjusted(0, line, 0, 0),
+                          Qt::AlignLeading | Qt::AlignTop | Qt::TextWordWrap, value_);
     else
-        painter.drawText(area, Qt::AlignTrailing | Qt::AlignVCenter, value_);
+        ReadingText::draw(painter, area, Qt::AlignTrailing | Qt::AlignVCenter, value_);
 }
 
 } // namespace loadscope

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QFontMetrics>
@@ -68,7 +69,7 @@ void WindowToolbar::paintEvent(QPaintEvent*) {
     if (width() / 2 + half + inset > button.left()) return;
     painter.setFont(font);
     painter.setPen(theme.color(ThemeColor::primaryText));
-    painter.drawText(rect().adjusted(0, 0, 0, -1), Qt::AlignCenter, title);
+    ReadingText::draw(painter, rect().adjusted(0, 0, 0, -1), Qt::AlignCenter, title);
 }
 
 } // namespace loadscope

@@ -5,6 +5,7 @@
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeCore/Geometry/Motion.h"
@@ -119,9 +120,9 @@ void BandMeter::paintEvent(QPaintEvent*) {
         painter.setFont(labelFont(label.isActive));
         painter.setPen(
             theme.color(label.isActive ? ThemeColors::text(label.band) : ThemeColor::secondaryText));
-        painter.drawText(ChartShapes::rect(*label.rect).adjusted(-1, 0, 1, 0),
-                         Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,
-                         DisplayText::own(label.text));
+        ReadingText::draw(painter, ChartShapes::rect(*label.rect).adjusted(-1, 0, 1, 0),
+                          Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,
+                          DisplayText::own(label.text));
     }
     painter.setPen(theme.color(ThemeColor::secondaryText));
     const QFont font = theme.font(TextStyle::caption);

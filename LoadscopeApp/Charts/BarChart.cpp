@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
@@ -95,8 +96,8 @@ void BarChart::paintLabels(QPainter& painter, const BarChartGeometry& geometry, 
     painter.setPen(theme.color(ThemeColor::secondaryText));
     for (const BarChartGeometry::Tick& tick : geometry.ticks()) {
         if (tick.rect)
-            painter.drawText(qt(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
-                             DisplayText::own(tick.label));
+            ReadingText::draw(painter, qt(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
+                              DisplayText::own(tick.label));
     }
 }
 

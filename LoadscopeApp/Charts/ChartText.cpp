@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ChartText.h"
 
+#include "LoadscopeApp/Components/ReadingText.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
@@ -28,7 +30,7 @@ void ChartText::paintWithHalo(QPainter& painter, const QRectF& area, const QStri
     QPainterPath outline;
     outline.addText(baseline, painter.font(), text);
     painter.strokePath(outline, QPen(halo, haloWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawText(baseline, text);
+    ReadingText::draw(painter, baseline, text);
 }
 
 void ChartText::paintElided(QPainter& painter, const QRectF& area, Qt::Alignment alignment,
@@ -38,7 +40,8 @@ void ChartText::paintElided(QPainter& painter, const QRectF& area, Qt::Alignment
     const QString shown = metrics.horizontalAdvance(text) <= area.width() + 0.5
                               ? text
                               : metrics.elidedText(text, Qt::ElideRight, area.width());
-    painter.drawText(area, static_cast<int>(alignment) | Qt::TextSingleLine | Qt::TextDontClip, shown);
+    ReadingText::draw(painter, area, static_cast<int>(alignment) | Qt::TextSingleLine | Qt::TextDontClip,
+                      shown);
 }
 
 } // namespace loadscope

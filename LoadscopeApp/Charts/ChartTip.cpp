@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QFontMetrics>
@@ -73,11 +74,11 @@ void ChartTip::paintEvent(QPaintEvent*) {
     const int detailHeight = QFontMetrics(detailFont()).height();
     painter.setFont(titleFont());
     painter.setPen(theme.color(ThemeColor::primaryText));
-    painter.drawText(content.adjusted(0, 0, 0, -detailHeight - lineGap), wrapping, shownTitle_);
+    ReadingText::draw(painter, content.adjusted(0, 0, 0, -detailHeight - lineGap), wrapping, shownTitle_);
     painter.setFont(detailFont());
     painter.setPen(theme.color(ThemeColor::secondaryText));
-    painter.drawText(
-        QRect(content.left(), content.bottom() + 1 - detailHeight, content.width(), detailHeight),
+    ReadingText::draw(
+        painter, QRect(content.left(), content.bottom() + 1 - detailHeight, content.width(), detailHeight),
         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
         painter.fontMetrics().elidedText(detail_, Qt::ElideRight, content.width()));
 }

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -147,7 +148,7 @@ void DonutChart::paintMiddle(QPainter& painter) const {
     painter.setFont(words);
     painter.setPen(theme.color(ThemeColor::secondaryText));
     const QRectF line(center.x() - room / 2, baseline + wordGap, room, wordMetrics.height());
-    painter.drawText(line, Qt::AlignCenter | Qt::TextSingleLine, QStringLiteral("tokens"));
+    ReadingText::draw(painter, line, Qt::AlignCenter | Qt::TextSingleLine, QStringLiteral("tokens"));
 }
 
 } // namespace loadscope

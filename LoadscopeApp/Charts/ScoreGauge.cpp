@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeCore/Geometry/GaugeGeometry.h"
 
@@ -83,8 +84,8 @@ void ScoreGauge::paintEvent(QPaintEvent*) {
     painter.setFont(theme.font(TextStyle::caption));
     painter.setPen(theme.color(ThemeColor::secondaryText));
     const double labelHeight = QFontMetricsF(painter.font()).height();
-    painter.drawText(QRectF(0, height() - labelHeight - inset, width(), labelHeight), Qt::AlignCenter,
-                     QStringLiteral("Score"));
+    ReadingText::draw(painter, QRectF(0, height() - labelHeight - inset, width(), labelHeight),
+                      Qt::AlignCenter, QStringLiteral("Score"));
 }
 
 } // namespace loadscope

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartTip.h"
 #include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QPaintEvent>
@@ -109,8 +110,8 @@ void TreemapView::paintLabel(QPainter& painter, std::size_t index) const {
                                             {metrics.horizontalAdvance(text) + 1, metrics.height()});
     if (!box) return;
     painter.setPen(AppTheme::current().color(ThemeColor::primaryText));
-    painter.drawText(ChartShapes::rect(*box), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     metrics.elidedText(text, Qt::ElideMiddle, box->width));
+    ReadingText::draw(painter, ChartShapes::rect(*box), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      metrics.elidedText(text, Qt::ElideMiddle, box->width));
 }
 
 void TreemapView::paintEvent(QPaintEvent* event) {

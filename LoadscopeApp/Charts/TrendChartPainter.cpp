@@ -5,6 +5,7 @@
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -43,8 +44,8 @@ void paintAxes(QPainter& painter, const Geometry& geometry) {
     for (const auto* ticks : {&geometry.valueTicks(), &geometry.timeTicks()}) {
         for (const Geometry::Tick& tick : *ticks) {
             if (tick.rect)
-                painter.drawText(qt(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
-                                 DisplayText::own(tick.label));
+                ReadingText::draw(painter, qt(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
+                                  DisplayText::own(tick.label));
         }
     }
 }
@@ -144,20 +145,20 @@ void paintTooltip(QPainter& painter, const QRectF& area, const TrendsPresentatio
                      area.top() + Geometry::tooltipPadding + QFontMetricsF(caption).ascent());
     painter.setFont(caption);
     painter.setPen(theme.color(ThemeColor::secondaryText));
-    painter.drawText(baseline, DisplayText::own(tooltip.heading));
+    ReadingText::draw(painter, baseline, DisplayText::own(tooltip.heading));
 
     baseline.ry() += QFontMetricsF(caption).descent() + tooltipLineGap + QFontMetricsF(headline).ascent();
     const QString total = DisplayText::own(tooltip.total);
     painter.setPen(theme.color(ThemeColor::primaryText));
     TabularDigits::paint(painter, baseline, total, headline);
     painter.setFont(caption);
-    painter.drawText(baseline + QPointF(TabularDigits::width(total, headline) + tooltipUnitGap, 0),
-                     QStringLiteral("tokens"));
+    ReadingText::draw(painter, baseline + QPointF(TabularDigits::width(total, headline) + tooltipUnitGap, 0),
+                      QStringLiteral("tokens"));
 
     baseline.ry() += QFontMetricsF(headline).descent() + tooltipLineGap + QFontMetricsF(medium).ascent();
     painter.setFont(medium);
     painter.setPen(theme.color(ThemeColors::text(tooltip.band)));
-    painter.drawText(baseline, DisplayText::own(tooltip.bandTitle));
+    ReadingText::draw(painter, baseline, DisplayText::own(tooltip.bandTitle));
 }
 
 } // namespace loadscope::TrendChartPainter

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/AppStyle.h"
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 
 #include <QPainter>
 #include <QStyleOptionSlider>
@@ -101,6 +102,13 @@ void AppStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
         AppTheme::current().color(ThemeColor::secondaryText, hovered ? hoverOpacity : restingOpacity));
     painter->drawRoundedRect(handle, radius, radius);
     painter->restore();
+}
+
+void AppStyle::drawItemText(QPainter* painter, const QRect& area, int flags, const QPalette& palette,
+                            bool isEnabled, const QString& text, QPalette::ColorRole role) const {
+    constexpr int forced = Qt::TextForceLeftToRight | Qt::TextForceRightToLeft;
+    const ReadingText::Direction direction(*painter, text, flags);
+    QProxyStyle::drawItemText(painter, area, direction.flags() & ~forced, palette, isEnabled, text, role);
 }
 
 } // namespace loadscope

@@ -6,7 +6,7 @@
 
 namespace loadscope {
 
-/// What the toolkit itself still draws, in the theme's look: slim scroll bars and tool tips.
+/// What the toolkit itself still draws, in the theme's look: slim scroll bars, tool tips and texts.
 class AppStyle : public QProxyStyle {
     Q_OBJECT
 
@@ -21,6 +21,9 @@ public:
                                        SubControl part, const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
+    /// In the reading direction of the text, not of the window.
+    void drawItemText(QPainter* painter, const QRect& area, int flags, const QPalette& palette,
+                      bool isEnabled, const QString& text, QPalette::ColorRole role) const override;
 };
 
 } // namespace loadscope

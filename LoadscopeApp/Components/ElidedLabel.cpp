@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/ElidedLabel.h"
 
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>
@@ -41,8 +42,8 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     const QFont font = textFont();
     painter.setFont(font);
     painter.setPen(textColor());
-    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,
-                     QFontMetrics(font).elidedText(text(), mode_, width()));
+    ReadingText::draw(painter, rect(), Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,
+                      QFontMetrics(font).elidedText(text(), mode_, width()));
 }
 
 bool ElidedLabel::event(QEvent* event) {

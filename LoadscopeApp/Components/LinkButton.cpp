@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -62,8 +63,8 @@ void LinkButton::paintEvent(QPaintEvent*) {
     font.setUnderline(underMouse());
     painter.setFont(font);
     painter.setPen(theme.color(ThemeColor::accent));
-    painter.drawText(rect().adjusted(0, padding, 0, -padding),
-                     Qt::AlignLeading | Qt::AlignTop | Qt::TextWordWrap, text());
+    ReadingText::draw(painter, rect().adjusted(0, padding, 0, -padding),
+                      Qt::AlignLeading | Qt::AlignTop | Qt::TextWordWrap, text());
     if (FocusRing::isWanted(this)) FocusRing::paint(painter, rect(), Metrics::barRadius);
 }
 

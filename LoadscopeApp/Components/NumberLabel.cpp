@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/NumberLabel.h"
 
 #include "LoadscopeApp/Components/CharacterWidths.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -31,7 +32,7 @@ double TabularDigits::width(const QString& text, const QFont& font) {
 void TabularDigits::paint(QPainter& painter, const QPointF& origin, const QString& text, const QFont& font) {
     painter.setFont(font);
     if (!CharacterWidths::covers(text)) {
-        painter.drawText(origin, text);
+        ReadingText::draw(painter, origin, text);
         return;
     }
     const CharacterWidths widths(font);

@@ -5,6 +5,7 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QFontMetrics>
@@ -146,8 +147,8 @@ void Pill::paintEvent(QPaintEvent*) {
     painter.setPen(ink);
     for (const QString& line : shown) {
         area.setHeight(metrics.height());
-        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine | Qt::TextDontClip,
-                         line);
+        ReadingText::draw(painter, area,
+                          Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine | Qt::TextDontClip, line);
         area.translate(0, metrics.height());
     }
 }

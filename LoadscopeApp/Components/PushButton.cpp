@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -113,7 +114,7 @@ void PushButton::paintEvent(QPaintEvent*) {
     painter.setPen(colors.text);
     const QRect textArea = layoutDirection() == Qt::RightToLeft ? content.adjusted(0, 0, -symbolWidth, 0)
                                                                 : content.adjusted(symbolWidth, 0, 0, 0);
-    painter.drawText(textArea, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, text());
+    ReadingText::draw(painter, textArea, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, text());
     if (FocusRing::isWanted(this)) FocusRing::paint(painter, rect(), Metrics::controlRadius);
 }
 

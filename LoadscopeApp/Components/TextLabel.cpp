@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/TextLabel.h"
 
+#include "LoadscopeApp/Components/ReadingText.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 #include <QStyle>
@@ -49,6 +51,8 @@ void TextLabel::setWraps() {
 void TextLabel::setSelectable() {
     selectable_ = true;
     setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // The toolkit would set an English text to the left of a mirrored window.
+    setAlignment(QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::AlignAbsolute);
 }
 
 int TextLabel::layOutLines(int width, QPainter* painter, int top) const {
@@ -98,12 +102,16 @@ QSize TextLabel::minimumSizeHint() const {
 }
 
 void TextLabel::paintEvent(QPaintEvent* event) {
-    if (!laysOutItself()) {
+    if (selectable_) {
         QLabel::paintEvent(event);
         return;
     }
     QPainter painter(this);
     painter.setPen(AppTheme::current().color(color_));
+    if (!wordWrap()) {
+        ReadingText::draw(painter, contentsRect(), static_cast<int>(alignment()), text());
+        return;
+    }
     const int spare = height() - heightForWidth(width());
     layOutLines(width(), &painter, alignment().testFlag(Qt::AlignVCenter) ? std::max(0, spare / 2) : 0);
 }

@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -51,7 +52,7 @@ void ToggleSwitch::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(theme.font(TextStyle::body));
     painter.setPen(theme.color(ThemeColor::primaryText));
-    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, text());
+    ReadingText::draw(painter, rect(), Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, text());
 
     if (testAttribute(Qt::WA_ForceDisabled)) painter.setOpacity(disabledOpacity);
     const bool mirrored = layoutDirection() == Qt::RightToLeft;

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AppStyle.h"
 #include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "tools/Screenshots/Stage.h"
 
 #include <QApplication>
@@ -24,6 +25,12 @@ struct Size {
 const std::array sizes{Size{"1180", QSize(1180, 780)}, Size{"960", QSize(960, 640)},
                        Size{"tall", QSize(1180, 2400)}, Size{"narrow", QSize(960, 2700)}};
 
+QString nameOf(Appearance appearance) {
+    return appearance == Appearance::dark ? QStringLiteral("dark") : QStringLiteral("light");
+}
+
+bool isWanted(const QString& only, const QString& name) { return only.isEmpty() || only == name; }
+
 void save(QWidget& window, const QString& file, double ratio) {
     QPixmap picture(window.size() * ratio);
     picture.setDevicePixelRatio(ratio);
@@ -41,12 +48,9 @@ void picture(const screenshots::Scene& scene, Appearance appearance, const Size&
     scene.prepare(stage);
     stage.settle();
     for (const int ratio : {1, 2}) {
-        const QString name =
-            QStringLiteral("%1-%2-%3@%4x.png")
-                .arg(scene.name,
-                     appearance == Appearance::dark ? QStringLiteral("dark") : QStringLiteral("light"),
-                     QLatin1String(size.name))
-                .arg(ratio);
+        const QString name = QStringLiteral("%1-%2-%3@%4x.png")
+                                 .arg(scene.name, nameOf(appearance), QLatin1String(size.name))
+                                 .arg(ratio);
         save(stage.view, output.filePath(name), ratio);
     }
 }
@@ -65,9 +69,13 @@ int main(int argumentCount, char** arguments) {
         return value;
     };
     const QString only = option(QStringLiteral("--only"));
+    const QString onlySize = option(QStringLiteral("--size"));
+    const QString onlyAppearance = option(QStringLiteral("--appearance"));
     const double textScale = option(QStringLiteral("--text-scale")).toDouble();
     if (words.size() != 1) {
-        std::fputs("Usage: screenshots OUTPUT_DIR [--only STATE] [--text-scale FACTOR]\n", stderr);
+        std::fputs("Usage: screenshots OUTPUT_DIR [--only STATE] [--size 1180|960|tall|narrow]\n"
+                   "                   [--appearance light|dark] [--text-scale FACTOR]\n",
+                   stderr);
         return 2;
     }
     const QDir output(words.constFirst());
@@ -75,6 +83,7 @@ int main(int argumentCount, char** arguments) {
         std::fprintf(stderr, "Cannot create %s.\n", qPrintable(output.path()));
         return 1;
     }
+    if (LocaleFormat::isRightToLeft()) QApplication::setLayoutDirection(Qt::RightToLeft);
     QApplication::setStyle(new AppStyle);
     AppTheme theme;
     const KeyboardUse keyboardUse;
@@ -85,7 +94,9 @@ int main(int argumentCount, char** arguments) {
     for (const screenshots::Scene& scene : scenes) {
         if (!only.isEmpty() && !scene.name.contains(only)) continue;
         for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+            if (!isWanted(onlyAppearance, nameOf(appearance))) continue;
             for (const Size& size : sizes) {
+                if (!isWanted(onlySize, QLatin1String(size.name))) continue;
                 const bool isTall = size.size.height() > 1'000;
                 if (!isTall || scene.name.contains(QStringLiteral("result")) ||
                     scene.name.startsWith(QStringLiteral("trends")) ||

@@ -5,6 +5,7 @@
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QClipboard>
@@ -102,8 +103,8 @@ void CategoryTable::paintEvent(QPaintEvent* event) {
         painter.setPen(theme.color(ThemeColor::primaryText));
         painter.setFont(font);
         const QRectF name(rightToLeft ? area.right() - room : 0, area.top(), room, area.height());
-        painter.drawText(name, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine,
-                         metrics.elidedText(line.name, Qt::ElideRight, room));
+        ReadingText::draw(painter, name, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine,
+                          metrics.elidedText(line.name, Qt::ElideRight, room));
         const double baseline = area.top() + (area.height() - metrics.height()) / 2 + metrics.ascent();
         TabularDigits::paint(painter, {rightToLeft ? 0 : area.right() - number, baseline}, line.number, font);
     }

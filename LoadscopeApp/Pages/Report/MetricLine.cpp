@@ -5,6 +5,7 @@
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 
 #include <QPainter>
 
@@ -62,7 +63,8 @@ void MetricLine::paintEvent(QPaintEvent*) {
     TabularDigits::paint(painter, {mirrored ? width() - numberWidth : 0, baseline}, number_, numbers);
     painter.setFont(words);
     painter.setPen(theme.color(ThemeColor::secondaryText));
-    painter.drawText(
+    ReadingText::draw(
+        painter,
         QPointF(mirrored ? width() - numberWidth - wordGap - wordWidth : numberWidth + wordGap, baseline),
         word());
 }

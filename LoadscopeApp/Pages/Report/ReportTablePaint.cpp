@@ -3,6 +3,7 @@
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -51,9 +52,9 @@ void ReportTable::paintHeader(QPainter& painter) const {
         const bool isNumber = index == Column::tokens || index == Column::share;
         const Qt::Alignment side =
             QStyle::visualAlignment(layoutDirection(), isNumber ? Qt::AlignRight : Qt::AlignLeft);
-        painter.drawText(title.area,
-                         static_cast<int>(Qt::AlignVCenter | side) | Qt::TextSingleLine | Qt::TextDontClip,
-                         title.name);
+        ReadingText::draw(painter, title.area,
+                          static_cast<int>(Qt::AlignVCenter | side) | Qt::TextSingleLine | Qt::TextDontClip,
+                          title.name);
     }
     painter.fillRect(QRectF(0, layout_.headerHeight() - 1, width(), 1), theme.color(ThemeColor::divider));
 }
@@ -114,8 +115,8 @@ void ReportTable::paintName(QPainter& painter, std::size_t row) const {
     const double height = painter.fontMetrics().height();
     const QString shown =
         painter.fontMetrics().elidedText(data.detail, Qt::ElideRight, static_cast<int>(box.width()));
-    painter.drawText(
-        QRectF(box.x(), box.bottom() + 2, box.width(), height),
+    ReadingText::draw(
+        painter, QRectF(box.x(), box.bottom() + 2, box.width(), height),
         static_cast<int>(Qt::AlignVCenter | QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft)) |
             Qt::TextSingleLine,
         shown);

@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 
 #include <QPainter>
 
@@ -50,7 +51,7 @@ void SelectionLine::paintEvent(QPaintEvent*) {
     painter.setFont(theme.font(TextStyle::caption));
     if (!selected_) {
         painter.setPen(theme.color(ThemeColor::secondaryText));
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, invitation());
+        ReadingText::draw(painter, rect(), Qt::AlignCenter | Qt::TextSingleLine, invitation());
         return;
     }
     const QFont bold = theme.font(TextStyle::caption, QFont::DemiBold);
@@ -65,11 +66,12 @@ void SelectionLine::paintEvent(QPaintEvent*) {
     painter.drawEllipse(QRectF(left, (height() - dotSize) / 2, dotSize, dotSize));
     left += dotSize + gap;
     painter.setPen(theme.color(ThemeColor::primaryText));
-    painter.drawText(QRectF(left, 0, nameWidth, height()), Qt::AlignVCenter | Qt::TextSingleLine, name);
+    ReadingText::draw(painter, QRectF(left, 0, nameWidth, height()), Qt::AlignVCenter | Qt::TextSingleLine,
+                      name);
     left += nameWidth + gap;
     painter.setFont(bold);
-    painter.drawText(QRectF(left, 0, shareWidth, height()), Qt::AlignVCenter | Qt::TextSingleLine,
-                     selected_->share);
+    ReadingText::draw(painter, QRectF(left, 0, shareWidth, height()), Qt::AlignVCenter | Qt::TextSingleLine,
+                      selected_->share);
 }
 
 } // namespace loadscope

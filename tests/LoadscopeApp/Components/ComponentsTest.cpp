@@ -5,6 +5,7 @@
 #include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/SelectableText.h"
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/Components/TrendPill.h"
@@ -13,6 +14,8 @@
 
 #include <QAccessible>
 #include <QEnterEvent>
+#include <QImage>
+#include <QPainter>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSignalSpy>
@@ -148,6 +151,29 @@ TEST(PushButton, IsPressedByReturnBeforeAShortcutAndKeepsItsOwnShortcut) {
     button->setShortcut(Qt::CTRL | Qt::Key_O);
     button->setTitle("Changed");
     EXPECT_EQ(button->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
+}
+
+/// The picture of the text in a strip twice as wide as it needs.
+QImage painted(const QString& text, Qt::LayoutDirection window, Qt::Alignment edge) {
+    QImage strip(400, 40, QImage::Format_RGB32);
+    strip.fill(Qt::white);
+    QPainter painter(&strip);
+    painter.setLayoutDirection(window);
+    ReadingText::draw(painter, strip.rect(), static_cast<int>(edge) | Qt::TextSingleLine, text);
+    return strip;
+}
+
+TEST(ReadingText, StandsAtTheWindowsEdgeAndReadsInItsOwnDirection) {
+    for (const QString& text : {QStringLiteral("English ends with a stop."), QStringLiteral("שלום, עולם.")}) {
+        SCOPED_TRACE(text.toStdString());
+        const QImage left = painted(text, Qt::LeftToRight, Qt::AlignLeft | Qt::AlignAbsolute);
+        const QImage right = painted(text, Qt::LeftToRight, Qt::AlignRight | Qt::AlignAbsolute);
+        EXPECT_NE(left, right);
+        EXPECT_EQ(painted(text, Qt::LeftToRight, Qt::AlignLeading), left);
+        EXPECT_EQ(painted(text, Qt::LeftToRight, Qt::AlignTrailing), right);
+        EXPECT_EQ(painted(text, Qt::RightToLeft, Qt::AlignLeading), right);
+        EXPECT_EQ(painted(text, Qt::RightToLeft, Qt::AlignTrailing), left);
+    }
 }
 
 } // namespace
