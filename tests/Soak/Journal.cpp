@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/Soak/Journal.h"
 
-#include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <unistd.h>
+#include <initializer_list>
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define LOADSCOPE_SOAK_SANITIZED
@@ -91,8 +90,11 @@ void Journal::printSummary() const {
 void printLastActionsOnCrash() {
 #ifdef LOADSCOPE_SOAK_SANITIZED
     __sanitizer_set_death_callback([] { Journal::current().printLast(); });
+    const std::initializer_list<int> signals{SIGABRT};
 #else
-    for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT}) {
+    const std::initializer_list<int> signals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+#endif
+    for (const int signal : signals) {
         struct sigaction action {};
         action.sa_handler = [](int number) {
             std::fprintf(stderr, "CRASH by signal %d\n", number);
@@ -103,7 +105,6 @@ void printLastActionsOnCrash() {
         action.sa_flags = static_cast<int>(SA_RESETHAND);
         sigaction(signal, &action, nullptr);
     }
-#endif
 }
 
 } // namespace loadscope::soak

@@ -20,9 +20,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// What could be read: a process may end meanwhile, which an iterator over the file would throw.
 std::string contents(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
 }
 
 int entries(const char* folder) {
