@@ -12,6 +12,7 @@
 #include <fstream>
 #include <future>
 #include <pty.h>
+#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,10 +27,12 @@ std::string everything(int descriptor) {
     return text;
 }
 
-/// A file of /proc, empty when it is gone or not ours to read.
+/// A file of /proc, empty when it is gone or not ours to read. A process may end while it is read, which an
+/// iterator over the file would throw.
 std::string processFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
 }
 
 CommandRun finished(ChildProcess& child) {
