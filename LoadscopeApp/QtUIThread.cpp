@@ -2,12 +2,28 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/QtUIThread.h"
 
-#include <QMetaObject>
-
 namespace loadscope {
 
+QtUIThread::QtUIThread(QObject* parent) : QObject(parent) {
+    connect(this, &QtUIThread::posted, this, &QtUIThread::runNext, Qt::QueuedConnection);
+}
+
 void QtUIThread::post(std::function<void()> work) {
-    QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
+    {
+        const std::lock_guard guard(mutex_);
+        works_.push_back(std::move(work));
+    }
+    Q_EMIT posted();
+}
+
+void QtUIThread::runNext() {
+    std::function<void()> work;
+    {
+        const std::lock_guard guard(mutex_);
+        work = std::move(works_.front());
+        works_.pop_front();
+    }
+    work();
 }
 
 } // namespace loadscope
