@@ -99,7 +99,7 @@ const std::vector<std::pair<const char*, Tampering>>& tamperings() {
          [](const std::string& file, Dice& dice) {
              removeAll(file);
              const std::string home = fs::path(file).parent_path().parent_path().string();
-             const std::string targets[] = {home + "/elsewhere.json", file, home + "/no/such/place.json"};
+             const std::string targets[] = {home + "/elsewhere.json", file, home + "/not-yet-there.json"};
              std::error_code error;
              if (dice.oneIn(2)) overwrite(targets[0], invented(dice));
              fs::create_symlink(targets[dice.below(3)], file, error);

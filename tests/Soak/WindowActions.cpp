@@ -158,7 +158,7 @@ const std::vector<Action>& windowActions() {
         {"open a folder", 3, true, openByArgument},
         {"scan", 34, true, startScan},
         {"cancel the scan", 8, true, cancelScan},
-        {"wait for the scan", 9, false, awaitScan},
+        {"wait for the scan", 18, false, awaitScan},
         {"include Codex", 4, true, includeCodex},
         {"switch the page", 14, true, switchPage},
         {"recheck", 3, true, recheck},
