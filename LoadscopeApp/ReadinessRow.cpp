@@ -3,6 +3,7 @@
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Components/TextWidths.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/ScanSetupView.h"
 
@@ -44,7 +45,8 @@ void ReadinessRow::setReadiness(ToolReadiness readiness) {
 }
 
 bool ReadinessRow::isStacked(int width) const {
-    return metrics().horizontalAdvance(tool_) + gap + metrics().horizontalAdvance(value_) > width;
+    const QFont font = AppTheme::current().font(TextStyle::body);
+    return TextWidths::of(tool_, font) + gap + TextWidths::of(value_, font) > width;
 }
 
 int ReadinessRow::heightForWidth(int width) const {

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Components/TextWidths.h"
 
 #include <QFontMetricsF>
 #include <QHelpEvent>
@@ -48,12 +49,13 @@ void ChartLegend::setEntries(std::vector<Entry> entries) {
 }
 
 std::vector<QRectF> ChartLegend::entryAreas(double width) const {
-    const QFontMetricsF metrics(legendFont());
+    const QFont font = legendFont();
+    const QFontMetricsF metrics(font);
     std::vector<QRectF> areas;
     double x = 0;
     double y = 0;
     for (const Entry& entry : entries_) {
-        const double whole = dotDiameter + dotGap + std::ceil(metrics.horizontalAdvance(entry.label)) + 1;
+        const double whole = dotDiameter + dotGap + std::ceil(TextWidths::of(entry.label, font)) + 1;
         const double length = std::min(whole, width);
         if (x > 0 && x + length > width) {
             x = 0;

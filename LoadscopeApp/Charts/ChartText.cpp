@@ -3,6 +3,8 @@
 #include "LoadscopeApp/Charts/ChartText.h"
 
 #include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Components/TextWidths.h"
+#include "LoadscopeApp/DisplayText.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -16,12 +18,8 @@ constexpr double haloWidth = 4;
 } // namespace
 
 TextMeasure ChartText::measure(const QFont& font) {
-    const QFontMetricsF metrics(font);
-    return {[metrics](std::string_view text) {
-                return metrics.horizontalAdvance(
-                    QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-            },
-            metrics.height()};
+    return {[font](std::string_view text) { return TextWidths::of(DisplayText::own(text), font); },
+            QFontMetricsF(font).height()};
 }
 
 void ChartText::paintWithHalo(QPainter& painter, const QRectF& area, const QString& text,
@@ -37,7 +35,7 @@ void ChartText::paintElided(QPainter& painter, const QRectF& area, Qt::Alignment
                             const QString& text) {
     const QFontMetricsF metrics(painter.font());
     // Rounding must not cost a text its last letters.
-    const QString shown = metrics.horizontalAdvance(text) <= area.width() + 0.5
+    const QString shown = TextWidths::of(text, painter.font()) <= area.width() + 0.5
                               ? text
                               : metrics.elidedText(text, Qt::ElideRight, area.width());
     ReadingText::draw(painter, area, static_cast<int>(alignment) | Qt::TextSingleLine | Qt::TextDontClip,

@@ -41,10 +41,8 @@ int AdaptiveRow::itemWidth(int width) const {
 }
 
 bool AdaptiveRow::isStacked(int width) const {
-    int wanted = AppTheme::current().scaled(narrowest_);
-    for (const auto& item : items_)
-        wanted = std::max(wanted, (narrowest_ == 0 ? item->sizeHint() : item->minimumSize()).width());
-    return itemWidth(width) < wanted;
+    const int wanted = narrowest_ == 0 ? widestHint() : minimumSize().width();
+    return itemWidth(width) < std::max(wanted, AppTheme::current().scaled(narrowest_));
 }
 
 int AdaptiveRow::itemHeight(const QLayoutItem& item, int width) {
@@ -60,6 +58,17 @@ int AdaptiveRow::tallest(int width) const {
 }
 
 int AdaptiveRow::heightForWidth(int width) const {
+    const auto known = heights_.find(width);
+    return known != heights_.end() ? known->second : heights_[width] = measuredHeight(width);
+}
+
+void AdaptiveRow::invalidate() {
+    minimum_.reset();
+    heights_.clear();
+    QLayout::invalidate();
+}
+
+int AdaptiveRow::measuredHeight(int width) const {
     if (items_.empty()) return 0;
     if (!isStacked(width)) return tallest(itemWidth(width));
     int height = (count() - 1) * spacing();
@@ -68,18 +77,25 @@ int AdaptiveRow::heightForWidth(int width) const {
     return height;
 }
 
-QSize AdaptiveRow::sizeHint() const {
+int AdaptiveRow::widestHint() const {
     int width = 0;
     for (const auto& item : items_)
         width = std::max(width, item->sizeHint().width());
+    return width;
+}
+
+QSize AdaptiveRow::sizeHint() const {
+    const int width = widestHint();
     return {width, tallest(width)};
 }
 
 QSize AdaptiveRow::minimumSize() const {
-    QSize size;
-    for (const auto& item : items_)
-        size = size.expandedTo(item->minimumSize());
-    return size;
+    if (!minimum_) {
+        minimum_ = QSize();
+        for (const auto& item : items_)
+            minimum_ = minimum_->expandedTo(item->minimumSize());
+    }
+    return *minimum_;
 }
 
 void AdaptiveRow::setGeometry(const QRect& area) {

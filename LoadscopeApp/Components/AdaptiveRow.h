@@ -4,7 +4,9 @@
 
 #include <QLayout>
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace loadscope {
@@ -32,14 +34,20 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSize() const override;
     void setGeometry(const QRect& area) override;
+    void invalidate() override;
 
 private:
     [[nodiscard]] int itemWidth(int width) const;
+    [[nodiscard]] int measuredHeight(int width) const;
+    [[nodiscard]] int widestHint() const;
     [[nodiscard]] static int itemHeight(const QLayoutItem& item, int width);
     [[nodiscard]] int tallest(int width) const;
 
     int narrowest_;
     std::vector<std::unique_ptr<QLayoutItem>> items_;
+    // Layouts ask again and again for what only an invalidation changes.
+    mutable std::optional<QSize> minimum_;
+    mutable std::map<int, int> heights_;
 };
 
 } // namespace loadscope

@@ -4,12 +4,14 @@
 
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Components/TextWidths.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace loadscope {
 namespace {
@@ -27,8 +29,8 @@ void ElidedLabel::setElideMode(Qt::TextElideMode mode) {
 }
 
 QSize ElidedLabel::sizeHint() const {
-    const QFontMetrics metrics(textFont());
-    return {metrics.horizontalAdvance(text()) + 1, metrics.height()};
+    const QFont font = textFont();
+    return {static_cast<int>(std::ceil(TextWidths::of(text(), font))) + 1, QFontMetrics(font).height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Components/TextWidths.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QFontMetrics>
@@ -14,6 +15,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace loadscope {
 namespace {
@@ -86,26 +88,37 @@ void Pill::setWraps(const QString& longest) {
     setSizePolicy(policy);
 }
 
+int Pill::textRoom(int width) const {
+    return std::max(width - symbolWidth() - 2 * Metrics::pillHorizontalInset, 1);
+}
+
 QStringList Pill::lines(const QString& text, int width) const {
-    const int room = std::max(width - symbolWidth() - 2 * Metrics::pillHorizontalInset, 1);
-    const QFontMetrics metrics(textFont());
-    if (metrics.horizontalAdvance(text) <= room) return {text};
-    if (!longest_) return {metrics.elidedText(text, Qt::ElideRight, room)};
-    return balanced(text, textFont(), room);
+    const int room = textRoom(width);
+    const QFont font = textFont();
+    if (TextWidths::of(text, font) <= room) return {text};
+    if (!longest_) return {QFontMetrics(font).elidedText(text, Qt::ElideRight, room)};
+    return balanced(text, font, room);
+}
+
+qsizetype Pill::lineCount(const QString& text, int width) const {
+    const int room = textRoom(width);
+    const QFont font = textFont();
+    return TextWidths::of(text, font) <= room ? 1 : broken(text, font, room).size();
 }
 
 int Pill::heightForWidth(int width) const {
     if (!longest_) return -1;
-    const qsizetype count = std::max(lines(look_.text, width).size(), lines(*longest_, width).size());
+    const qsizetype count = std::max(lineCount(look_.text, width), lineCount(*longest_, width));
     return static_cast<int>(count) * QFontMetrics(textFont()).height() + 2 * Metrics::pillVerticalInset;
 }
 
 bool Pill::isCut() const { return !longest_ && sizeHint().width() > width() + 1; }
 
 QSize Pill::sizeHint() const {
-    const QFontMetrics metrics(textFont());
-    return {metrics.horizontalAdvance(look_.text) + symbolWidth() + 2 * Metrics::pillHorizontalInset + 1,
-            metrics.height() + 2 * Metrics::pillVerticalInset};
+    const QFont font = textFont();
+    const int text = static_cast<int>(std::ceil(TextWidths::of(look_.text, font)));
+    return {text + symbolWidth() + 2 * Metrics::pillHorizontalInset + 1,
+            QFontMetrics(font).height() + 2 * Metrics::pillVerticalInset};
 }
 
 QSize Pill::minimumSizeHint() const {

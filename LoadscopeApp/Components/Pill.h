@@ -47,6 +47,8 @@ private:
     [[nodiscard]] bool isCut() const;
     /// The text as it is painted in the given width.
     [[nodiscard]] QStringList lines(const QString& text, int width) const;
+    [[nodiscard]] qsizetype lineCount(const QString& text, int width) const;
+    [[nodiscard]] int textRoom(int width) const;
 
     Look look_;
     std::optional<QString> longest_; ///< where the text may break

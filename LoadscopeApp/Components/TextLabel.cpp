@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/TextLabel.h"
 
 #include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Components/TextWidths.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -10,6 +11,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace loadscope {
 namespace {
@@ -91,7 +93,7 @@ int TextLabel::heightForWidth(int width) const {
 
 QSize TextLabel::sizeHint() const {
     if (!laysOutItself()) return QLabel::sizeHint();
-    const int natural = QFontMetrics(font()).horizontalAdvance(text()) + 1;
+    const int natural = static_cast<int>(std::ceil(TextWidths::of(text(), font()))) + 1;
     const int width = std::clamp(natural, 1, AppTheme::current().scaled(usualWidth));
     return {width, heightForWidth(width)};
 }
