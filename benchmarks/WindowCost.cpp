@@ -54,6 +54,12 @@ bool printRatio(const std::string& what, const Pair& pair, double goal) {
     return holds;
 }
 
+/// Tells how much of a ratio no window with words in it could save; has no goal.
+void printFloor(const std::string& what, double ours, double reference) {
+    std::cout << what << '\t' << number(ours, 1) << '\t' << number(reference, 1) << '\t'
+              << number(ours / reference, 2) << "\t-\t-" << std::endl;
+}
+
 /// The most that any round saw: one that wakes up now and then is not idle.
 bool printWakeUps(const std::string& what, const Pair& pair) {
     const double ours = *std::max_element(pair.ours.begin(), pair.ours.end());
@@ -86,13 +92,17 @@ Idle idleOf(const std::vector<std::string>& program, const std::string& preload,
 int measure(int rounds, std::chrono::seconds period, const std::vector<std::string>& ours,
             const std::vector<std::string>& empty) {
     const std::string preload = LOADSCOPE_FIRST_FRAME;
+    const std::vector<std::string> withText{empty.front(), "One line of text"};
     Pair frames;
+    std::vector<double> textFrames;
     for (int round = 0; round <= rounds; ++round) {
         const double first = firstFrameMilliseconds(ours, preload);
         const double second = firstFrameMilliseconds(empty, preload);
+        const double third = firstFrameMilliseconds(withText, preload);
         if (round == 0) continue; // warms the caches
         frames.ours.push_back(first);
         frames.empty.push_back(second);
+        textFrames.push_back(third);
     }
     Pair resident;
     Pair proportional;
@@ -107,6 +117,7 @@ int measure(int rounds, std::chrono::seconds period, const std::vector<std::stri
         }
     }
     bool holds = printRatio("first frame (ms)", frames, firstFrameGoal);
+    printFloor("the same beside one line of text", median(frames.ours), median(textFrames));
     holds = printRatio("memory at rest, resident (MB)", resident, memoryGoal) && holds;
     holds = printRatio("memory at rest, proportional (MB)", proportional, memoryGoal) && holds;
     holds = printWakeUps("wake-ups of an idle window in " + std::to_string(period.count()) + " s", wakeUps) &&

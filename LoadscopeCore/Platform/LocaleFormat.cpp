@@ -87,7 +87,6 @@ struct Formatters {
     explicit Formatters(Settings of);
 
     Settings settings;
-    icu::Locale dateLocale;
     LocalizedNumberFormatter grouped;
     LocalizedNumberFormatter compact;
     std::unique_ptr<icu::DateFormat> date;
@@ -95,7 +94,8 @@ struct Formatters {
     std::unique_ptr<icu::DateFormat> monthAndDay;
 };
 
-Formatters::Formatters(Settings of) : settings(std::move(of)), dateLocale(localeNamed(settings.dates)) {
+Formatters::Formatters(Settings of) : settings(std::move(of)) {
+    const icu::Locale dateLocale = localeNamed(settings.dates);
     const icu::Locale numberLocale = localeNamed(settings.numbers);
     grouped = icu::number::NumberFormatter::withLocale(numberLocale);
     compact = icu::number::NumberFormatter::withLocale(numberLocale)
@@ -177,7 +177,8 @@ std::string LocaleFormat::monthAndDay(Timestamp time) {
 
 bool LocaleFormat::isRightToLeft() {
     const std::lock_guard lock(mutex);
-    return currentFormatters().dateLocale.isRightToLeft();
+    // Without the formatters: a window asks this before its first frame, and they take a while to make.
+    return localeNamed(fixedLocale ? *fixedLocale : environmentLocale("LC_TIME")).isRightToLeft();
 }
 
 void LocaleFormat::setLocale(std::string_view identifier) {
