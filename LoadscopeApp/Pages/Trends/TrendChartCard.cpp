@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
 
+#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
@@ -12,12 +13,10 @@
 
 #include <QHBoxLayout>
 
+#include <algorithm>
+#include <cmath>
+
 namespace loadscope {
-namespace {
-
-constexpr int spaceAboveChart = 8;
-
-} // namespace
 
 TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& presentation)
     : chart_(new TrendChart(this)), legend_(new ChartLegend) {
@@ -33,10 +32,19 @@ TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& 
 
     content()->addLayout(CardPieces::header(DisplayText::own(TrendsPresentation::chartTitle),
                                             DisplayText::own(TrendsPresentation::chartDetail), save));
-    content()->addSpacing(spaceAboveChart);
+    auto* tooltipRoom = new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    content()->addItem(tooltipRoom);
     content()->addWidget(chart_);
     content()->addWidget(legend_);
     content()->addWidget(CardPieces::caption(DisplayText::own(presentation->chartCaption())));
+    // The tooltip stands above the plot; it must not cover the header.
+    AppTheme::bind(this, [this, tooltipRoom] {
+        const double above = TrendChartPainter::tooltipSize(chart_->presentation().tooltip(0)).height() +
+                             TrendChartGeometry::tooltipDistance - chart_->shapes().plot().y;
+        const int room = static_cast<int>(std::ceil(above)) - content()->spacing();
+        tooltipRoom->changeSize(0, std::max(0, room), QSizePolicy::Minimum, QSizePolicy::Fixed);
+        content()->invalidate();
+    });
 }
 
 ChartPicture TrendChartCard::picture() const {
