@@ -115,6 +115,9 @@ void SelectableText::measureAgain() {
 void SelectableText::updateScrolling() {
     const bool scrolls = heightLimit_ != QWIDGETSIZE_MAX && document()->size().height() > heightLimit_;
     setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    // The bar takes its room from lines that are already broken.
+    if (scrolls && document()->textWidth() != viewport()->width())
+        document()->setTextWidth(viewport()->width());
 }
 
 void SelectableText::wheelEvent(QWheelEvent* event) {
