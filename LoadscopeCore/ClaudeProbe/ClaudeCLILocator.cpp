@@ -4,31 +4,14 @@
 
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/Platform/FilePath.h"
-#include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/LoginShell.h"
 
 namespace loadscope::ClaudeCLILocator {
 
-namespace {
-
-/// An alias or a shell function is answered with a bare name: that must not run a file of the same name in
-/// whatever folder the application happens to be.
-std::optional<std::string> absolutePathFromLoginShell() {
-    auto answer = loginShellPath(LoginShell::path(), loginShellTimeoutSeconds);
-    if (answer && !Text::trimmed(*answer).starts_with('/')) return std::nullopt;
-    return answer;
-}
-
-} // namespace
-
 std::vector<std::string> candidates(const std::optional<std::string>& override, const std::string& home) {
-    std::vector<std::string> places;
-    if (override && !Text::trimmedHorizontally(*override).empty()) places.push_back(*override);
-    places.push_back(home + "/.local/bin/claude");
-    places.emplace_back("/opt/homebrew/bin/claude");
-    places.emplace_back("/usr/local/bin/claude");
-    return places;
+    return CommandSearch::places(
+        override, {home + "/.local/bin/claude", "/opt/homebrew/bin/claude", "/usr/local/bin/claude"});
 }
 
 std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds) {
@@ -38,19 +21,16 @@ std::optional<std::string> loginShellPath(const std::string& shell, double timeo
 std::string resolve(const std::optional<std::string>& override, const std::string& home,
                     const ExecutableTest& isExecutable, const LoginShellLookup& loginShellLookup) {
     std::vector<std::string> places = candidates(override, home);
-    for (const auto& place : places) {
-        if (isExecutable(place)) return place;
-    }
-    if (const auto answer = loginShellLookup()) {
-        std::string path(Text::trimmed(*answer));
-        if (!path.empty() && isExecutable(path)) return path;
-    }
+    if (auto found = CommandSearch::find(places, isExecutable, loginShellLookup)) return *std::move(found);
     places.emplace_back(loginShellProbeLabel);
     throw ProbeError(ProbeError::CLINotFound{std::move(places)});
 }
 
 std::string resolveForUser(const std::optional<std::string>& override) {
-    return resolve(override, UserFolders::home(), FilePath::isExecutableFile, absolutePathFromLoginShell);
+    return resolve(override, UserFolders::home(), FilePath::isExecutableFile, [] {
+        return CommandSearch::absolutePathFromLoginShell("claude", loginShellTimeoutSeconds,
+                                                         loginShellKillGraceSeconds);
+    });
 }
 
 } // namespace loadscope::ClaudeCLILocator

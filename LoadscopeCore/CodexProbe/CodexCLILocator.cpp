@@ -3,32 +3,14 @@
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
 
 #include "LoadscopeCore/Platform/FilePath.h"
-#include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/LoginShell.h"
 
 namespace loadscope::CodexCLILocator {
 
-namespace {
-
-/// An alias or a shell function is answered with a bare name: that must not run a file of the same name in
-/// whatever folder the application happens to be.
-std::optional<std::string> absolutePathFromLoginShell() {
-    auto answer = loginShellPath(LoginShell::path(), loginShellTimeoutSeconds);
-    if (answer && !Text::trimmed(*answer).starts_with('/')) return std::nullopt;
-    return answer;
-}
-
-} // namespace
-
 std::vector<std::string> candidates(const std::optional<std::string>& override, const std::string& home) {
-    std::vector<std::string> places;
-    if (override && !Text::trimmedHorizontally(*override).empty()) places.push_back(*override);
-    places.push_back(home + "/.npm-global/bin/codex");
-    places.push_back(home + "/.local/bin/codex");
-    places.emplace_back("/opt/homebrew/bin/codex");
-    places.emplace_back("/usr/local/bin/codex");
-    return places;
+    return CommandSearch::places(override, {home + "/.npm-global/bin/codex", home + "/.local/bin/codex",
+                                            "/opt/homebrew/bin/codex", "/usr/local/bin/codex"});
 }
 
 std::vector<std::string> searchedPaths(const std::optional<std::string>& override, const std::string& home) {
@@ -39,14 +21,7 @@ std::vector<std::string> searchedPaths(const std::optional<std::string>& overrid
 
 CodexAvailability locate(const std::optional<std::string>& override, const std::string& home,
                          const ExecutableTest& isExecutable, const LoginShellLookup& loginShellLookup) {
-    for (auto& place : candidates(override, home)) {
-        if (isExecutable(place)) return CodexAvailability::found(std::move(place));
-    }
-    if (const auto answer = loginShellLookup()) {
-        std::string path(Text::trimmed(*answer));
-        if (!path.empty() && isExecutable(path)) return CodexAvailability::found(std::move(path));
-    }
-    return CodexAvailability::notInstalled();
+    return {CommandSearch::find(candidates(override, home), isExecutable, loginShellLookup)};
 }
 
 std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds) {
@@ -54,7 +29,10 @@ std::optional<std::string> loginShellPath(const std::string& shell, double timeo
 }
 
 CodexAvailability locateForUser(const std::optional<std::string>& override) {
-    return locate(override, UserFolders::home(), FilePath::isExecutableFile, absolutePathFromLoginShell);
+    return locate(override, UserFolders::home(), FilePath::isExecutableFile, [] {
+        return CommandSearch::absolutePathFromLoginShell("codex", loginShellTimeoutSeconds,
+                                                         loginShellKillGraceSeconds);
+    });
 }
 
 } // namespace loadscope::CodexCLILocator

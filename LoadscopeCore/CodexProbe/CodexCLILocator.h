@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
+#include "LoadscopeCore/Process/CommandSearch.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,8 +27,8 @@ inline constexpr const char* loginShellProbeLabel = "zsh -lc 'command -v codex'"
 inline constexpr double loginShellTimeoutSeconds = 5.0;
 inline constexpr double loginShellKillGraceSeconds = 1.0;
 
-using ExecutableTest = std::function<bool(const std::string& path)>;
-using LoginShellLookup = std::function<std::optional<std::string>()>;
+using CommandSearch::ExecutableTest;
+using CommandSearch::LoginShellLookup;
 
 [[nodiscard]] std::vector<std::string> candidates(const std::optional<std::string>& override,
                                                   const std::string& home);
