@@ -36,10 +36,12 @@ void showStatus(StatusPill& pill, const ScanState& state) {
 SidebarRepository::SidebarRepository(QWidget* parent)
     : QWidget(parent),
       name_(new ElidedLabel({}, TextStyle::headline)),
+      noName_(new TextLabel(QStringLiteral("No repository selected"), TextStyle::headline)),
       path_(new SelectableText({}, TextStyle::caption, ThemeColor::secondaryText)),
       status_(new StatusPill({}, {}, ThemeColor::secondaryText)) {
     path_->setAccessibleName(QStringLiteral("Repository path"));
     name_->setElideMode(Qt::ElideMiddle);
+    noName_->setWraps();
     auto* disclosure = new TextLabel(DisplayText::own(ScanModel::allowanceDisclosure), TextStyle::caption,
                                      ThemeColor::secondaryText);
     disclosure->setWraps();
@@ -48,6 +50,7 @@ SidebarRepository::SidebarRepository(QWidget* parent)
     title->setSpacing(8);
     title->addWidget(new IconView(QStringLiteral("folder.fill"), symbolSize, ThemeColor::accent));
     title->addWidget(name_, 1);
+    title->addWidget(noName_, 1);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
@@ -59,8 +62,9 @@ SidebarRepository::SidebarRepository(QWidget* parent)
 }
 
 void SidebarRepository::refresh(const std::optional<RepoSelection>& selection, const ScanState& state) {
-    name_->setText(selection ? DisplayText::line(selection->displayName)
-                             : QStringLiteral("No repository selected"));
+    name_->setText(selection ? DisplayText::line(selection->displayName) : QString());
+    name_->setVisible(selection.has_value());
+    noName_->setVisible(!selection);
     path_->setText(selection ? DisplayText::line(selection->path)
                              : QStringLiteral("Choose a local repository to begin one scan."));
     showStatus(*status_, state);

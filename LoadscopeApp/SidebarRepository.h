@@ -14,6 +14,7 @@ namespace loadscope {
 class ElidedLabel;
 class SelectableText;
 class StatusPill;
+class TextLabel;
 
 /// The chosen repository, the state of its scan, and what a scan costs.
 class SidebarRepository : public QWidget {
@@ -26,6 +27,7 @@ public:
 
 private:
     ElidedLabel* name_;
+    TextLabel* noName_; ///< stands in place of the name
     SelectableText* path_;
     StatusPill* status_;
 };
