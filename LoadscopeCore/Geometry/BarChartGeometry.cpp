@@ -14,6 +14,7 @@ namespace {
 
 constexpr double axisGap = 8;       // points between the plot and its labels
 constexpr double tickDistance = 72; // points at least between two values
+constexpr double labelGap = 6;      // points at least between the names of two categories
 
 double widestLabel(const BarChartData& data, const TextMeasure& text) {
     double widest = 0;
@@ -24,11 +25,11 @@ double widestLabel(const BarChartData& data, const TextMeasure& text) {
 }
 
 /// Tall enough for one bar of each series.
-double slotHeightFor(std::size_t series, const BarChartStyle& style) {
+double slotHeightFor(std::size_t series, const BarChartStyle& style, const TextMeasure& text) {
     const auto bars = static_cast<double>(std::max<std::size_t>(series, 1));
     const double needed =
         bars * BarChartGeometry::minimumBarHeight + (bars - 1) * style.barGap + 2 * style.slotPadding;
-    return std::max(style.slotHeight, needed);
+    return std::max({style.slotHeight, needed, text.lineHeight + labelGap});
 }
 
 } // namespace
@@ -42,7 +43,7 @@ BarChartStyle BarChartStyle::grouped() { return {.slotHeight = BarChartGeometry:
 BarChartGeometry::BarChartGeometry(const BarChartData& data, double width, const TextMeasure& text,
                                    const BarChartStyle& style) {
     width = usableLength(width);
-    const double slotHeight = slotHeightFor(data.series.size(), style);
+    const double slotHeight = slotHeightFor(data.series.size(), style, text);
     const double labelWidth = std::min(widestLabel(data, text), width * style.labelShare);
     plot_.x = std::min(labelWidth > 0 ? labelWidth + axisGap : 0, width);
     plot_.width = width - plot_.x;
