@@ -29,7 +29,7 @@ QVBoxLayout* lines() {
 
 HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* parent) : QWidget(parent) {
     AccessibleTraits::setRole(this, QAccessible::ListItem, content.title);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 8, 0, 8);
     row->setSpacing(Metrics::rowSpacing);
@@ -45,7 +45,9 @@ HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* pare
     auto* title = new ElidedLabel(content.title, TextStyle::subheadline);
     title->setWeight(QFont::Medium);
     names->addWidget(title);
-    names->addWidget(new ElidedLabel(content.detail, TextStyle::caption, ThemeColor::secondaryText));
+    auto* detail = new TextLabel(content.detail, TextStyle::caption, ThemeColor::secondaryText);
+    detail->setWraps();
+    names->addWidget(detail);
     row->addLayout(names, 1);
     if (accessory != nullptr) row->addWidget(accessory, 0, Qt::AlignVCenter);
 
@@ -62,6 +64,7 @@ HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* pare
         numbers->addWidget(caption);
     }
     row->addLayout(numbers);
+    row->setAlignment(numbers, Qt::AlignVCenter);
 }
 
 } // namespace loadscope

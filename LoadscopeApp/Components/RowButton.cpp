@@ -22,7 +22,7 @@ RowButton::RowButton(QWidget* content, const QString& name, QWidget* parent) : Q
     setAccessibleName(name);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(Metrics::cardInset, 0, Metrics::cardInset, 0);
     column->addWidget(content);
