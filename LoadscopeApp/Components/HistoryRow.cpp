@@ -44,6 +44,7 @@ HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* pare
     auto* names = lines();
     auto* title = new ElidedLabel(content.title, TextStyle::subheadline);
     title->setWeight(QFont::Medium);
+    title->setElideMode(Qt::ElideMiddle); // names alike differ at their ends
     names->addWidget(title);
     auto* detail = new TextLabel(content.detail, TextStyle::caption, ThemeColor::secondaryText);
     detail->setWraps();

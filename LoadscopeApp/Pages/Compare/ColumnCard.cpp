@@ -54,6 +54,7 @@ ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePre
                            DisplayText::own(text.total) + QStringLiteral(" tokens"), pill}
                    .join(QLatin1Char('\n'));
     auto* heading = new ElidedLabel(label, TextStyle::headline);
+    heading->setElideMode(Qt::ElideMiddle); // names alike differ at their ends
     heading->setWeight(QFont::DemiBold);
     AccessibleTraits::setRole(heading, QAccessible::Heading, label);
     auto* scanned =
