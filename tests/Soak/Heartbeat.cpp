@@ -5,12 +5,46 @@
 #include "tests/Soak/Journal.h"
 
 #include <algorithm>
+#include <array>
+#include <csignal>
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#include <sanitizer/common_interface_defs.h>
+#else
+#include <execinfo.h>
+#include <unistd.h>
+#endif
 
 namespace loadscope::soak {
 namespace {
 
 constexpr int beatMilliseconds = 50;
 constexpr std::chrono::seconds lookEvery{1};
+constexpr std::chrono::seconds patienceForStack{20};
+
+std::atomic<bool> isPrinted{false};
+
+void printOwnStack(int) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    __sanitizer_print_stack_trace();
+#else
+    std::array<void*, 60> frames{};
+    backtrace_symbols_fd(frames.data(), backtrace(frames.data(), static_cast<int>(frames.size())),
+                         STDERR_FILENO);
+#endif
+    isPrinted = true;
+}
+
+/// Has the thread say where it is; a thread that cannot even do that is left alone after a while.
+void printStackOf(pthread_t thread) {
+    struct sigaction action {};
+    action.sa_handler = printOwnStack;
+    sigaction(SIGUSR1, &action, nullptr);
+    pthread_kill(thread, SIGUSR1);
+    const auto deadline = std::chrono::steady_clock::now() + patienceForStack;
+    while (!isPrinted && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::yield();
+}
 
 } // namespace
 
@@ -39,9 +73,10 @@ void Heartbeat::beat() {
 void Heartbeat::watch(std::chrono::seconds limit) {
     std::unique_lock lock(mutex_);
     while (!wakeUp_.wait_for(lock, lookEvery, [this] { return ended_; })) {
-        if (Clock::now().time_since_epoch() - Clock::duration(last_) > limit)
-            Journal::current().violated("the UI thread has not answered for " +
-                                        std::to_string(limit.count()) + " s");
+        if (Clock::now().time_since_epoch() - Clock::duration(last_) <= limit) continue;
+        printStackOf(uiThread_);
+        Journal::current().violated("the UI thread has not answered for " + std::to_string(limit.count()) +
+                                    " s");
     }
 }
 

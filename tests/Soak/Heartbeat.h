@@ -8,6 +8,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <pthread.h>
 #include <thread>
 
 namespace loadscope::soak {
@@ -30,6 +31,7 @@ private:
     void beat();
     void watch(std::chrono::seconds limit);
 
+    const pthread_t uiThread_ = pthread_self();
     QTimer timer_;
     std::atomic<Clock::rep> last_;
     std::atomic<std::int64_t> longest_{0};

@@ -35,8 +35,9 @@ std::string changeAppearance(Stage& stage) {
     Dice& dice = stage.dice;
     const bool isDark = dice.oneIn(2);
     AppTheme::current().force(isDark ? Appearance::dark : Appearance::light, dice.oneIn(2));
-    if (dice.oneIn(3)) AppTheme::current().setTextScale(dice.between(80, 250) / 100.0);
-    return isDark ? "dark" : "light";
+    // Few scales, as the toolkit keeps every font that was ever asked for.
+    if (dice.oneIn(3)) AppTheme::current().setTextScale(dice.between(4, 12) / 5.0);
+    return (isDark ? "dark, text " : "light, text ") + std::to_string(AppTheme::current().scaled(100)) + " %";
 }
 
 std::string changeWindowState(Stage& stage) {
@@ -49,8 +50,9 @@ std::string changeWindowState(Stage& stage) {
 }
 
 std::string changeDirection(Stage& stage) {
-    stage.view().setLayoutDirection(stage.dice.oneIn(3) ? Qt::RightToLeft : Qt::LeftToRight);
-    return {};
+    const bool isReversed = stage.dice.oneIn(3);
+    stage.view().setLayoutDirection(isReversed ? Qt::RightToLeft : Qt::LeftToRight);
+    return isReversed ? "right to left" : "left to right";
 }
 
 } // namespace

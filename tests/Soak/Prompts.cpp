@@ -75,7 +75,7 @@ std::string Prompts::answerFileDialog() {
         return "closed";
     }
     const std::string places[] = {home_.exports() + "/saved-" + std::to_string(dice_.below(8)),
-                                  "/proc/nothing", home_.path() + "/no/such/folder/file",
+                                  home_.exports() + "/no-folder/file", home_.path() + "/no/such/folder/file",
                                   home_.exports() + "/name with <b>\n"};
     const bool isForFolder = dialog->fileMode() == QFileDialog::Directory;
     const std::string path =

@@ -76,7 +76,7 @@ SoakHome::SoakHome(Dice& dice) {
     setEnvironment();
     makeRepositories(dice);
     repairTools();
-    fs::create_directories(exports());
+    write(exports() + "/no-folder", "a file\n");
 }
 
 SoakHome::~SoakHome() {
