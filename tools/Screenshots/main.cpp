@@ -72,7 +72,7 @@ int main(int argumentCount, char** arguments) {
     const QString onlySize = option(QStringLiteral("--size"));
     const QString onlyAppearance = option(QStringLiteral("--appearance"));
     const double textScale = option(QStringLiteral("--text-scale")).toDouble();
-    if (words.size() != 1) {
+    if (words.size() != 1 || words.constFirst().startsWith(QLatin1Char('-'))) {
         std::fputs("Usage: screenshots OUTPUT_DIR [--only STATE] [--size 1180|960|tall|narrow]\n"
                    "                   [--appearance light|dark] [--text-scale FACTOR]\n",
                    stderr);
