@@ -16,6 +16,9 @@ namespace {
 constexpr double ringWidth = 2;
 bool keyboardInUse = true;
 
+/// A key that is taken as a shortcut never comes as a press.
+bool isKey(QEvent::Type type) { return type == QEvent::KeyPress || type == QEvent::ShortcutOverride; }
+
 bool isNavigation(const QKeyEvent& event) {
     return event.key() != Qt::Key_Control && event.key() != Qt::Key_Shift && event.key() != Qt::Key_Alt &&
            event.key() != Qt::Key_Meta;
@@ -34,7 +37,7 @@ bool KeyboardUse::eventFilter(QObject* watched, QEvent* event) {
     bool inUse = keyboardInUse;
     if (event->type() == QEvent::MouseButtonPress)
         inUse = false;
-    else if (event->type() == QEvent::KeyPress && isNavigation(*static_cast<QKeyEvent*>(event)))
+    else if (isKey(event->type()) && isNavigation(*static_cast<QKeyEvent*>(event)))
         inUse = true;
     if (inUse != keyboardInUse) {
         keyboardInUse = inUse;
@@ -45,11 +48,11 @@ bool KeyboardUse::eventFilter(QObject* watched, QEvent* event) {
 
 bool FocusRing::isWanted(const QWidget* widget) { return keyboardInUse && widget->hasFocus(); }
 
-void FocusRing::paint(QPainter& painter, const QRectF& area, double radius) {
+void FocusRing::paint(QPainter& painter, const QRectF& area, double radius, ThemeColor color) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(AppTheme::current().color(ThemeColor::accent), ringWidth));
+    painter.setPen(QPen(AppTheme::current().color(color), ringWidth));
     const double inset = ringWidth / 2;
     painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius, radius);
     painter.restore();

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/ThemeColor.h"
+
 #include <QObject>
 #include <QRectF>
 
@@ -29,7 +31,7 @@ namespace FocusRing {
 [[nodiscard]] bool isWanted(const QWidget* widget);
 
 /// Paints the ring just inside `area`.
-void paint(QPainter& painter, const QRectF& area, double radius);
+void paint(QPainter& painter, const QRectF& area, double radius, ThemeColor color = ThemeColor::accent);
 
 } // namespace FocusRing
 } // namespace loadscope

@@ -18,6 +18,7 @@ namespace {
 constexpr int symbolSize = 15;
 constexpr int symbolGap = 7;
 constexpr double disabledOpacity = 0.5;
+constexpr int ringInset = 2; ///< between the edge of a filled button and its focus ring
 
 } // namespace
 
@@ -115,7 +116,13 @@ void PushButton::paintEvent(QPaintEvent*) {
     const QRect textArea = layoutDirection() == Qt::RightToLeft ? content.adjusted(0, 0, -symbolWidth, 0)
                                                                 : content.adjusted(symbolWidth, 0, 0, 0);
     ReadingText::draw(painter, textArea, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, text());
-    if (FocusRing::isWanted(this)) FocusRing::paint(painter, rect(), Metrics::controlRadius);
+    if (!FocusRing::isWanted(this)) return;
+    // On the accent's own fill the usual ring would not be seen.
+    if (kind_ == Kind::primary)
+        FocusRing::paint(painter, rect().adjusted(ringInset, ringInset, -ringInset, -ringInset),
+                         Metrics::controlRadius - ringInset, ThemeColor::onAccent);
+    else
+        FocusRing::paint(painter, rect(), Metrics::controlRadius);
 }
 
 bool PushButton::event(QEvent* event) { return ReturnKey::press(*this, *event) || QPushButton::event(event); }

@@ -153,6 +153,33 @@ TEST(PushButton, IsPressedByReturnBeforeAShortcutAndKeepsItsOwnShortcut) {
     EXPECT_EQ(button->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
 }
 
+TEST(PushButton, ShowsThatItHasTheKeyboardOnEveryFill) {
+    using enum PushButton::Kind;
+    QWidget window;
+    auto* row = new QVBoxLayout(&window);
+    for (const auto kind : {primary, secondary, destructive, plain})
+        row->addWidget(new PushButton(kind, "Retry"));
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (const auto appearance : {Appearance::light, Appearance::dark}) {
+        AppTheme::current().force(appearance, true);
+        for (auto* button : window.findChildren<PushButton*>()) {
+            window.setFocus();
+            const QImage before = button->grab().toImage();
+            button->setFocus();
+            const QImage after = button->grab().toImage();
+            int changed = 0;
+            for (int x = 0; x < after.width(); ++x) {
+                for (int y = 0; y < after.height(); ++y)
+                    changed += std::abs(qGray(before.pixel(x, y)) - qGray(after.pixel(x, y))) > 40 ? 1 : 0;
+            }
+            EXPECT_GT(changed, after.width() + after.height()) << row->indexOf(button);
+        }
+    }
+    AppTheme::current().force(Appearance::light, true);
+}
+
 /// The picture of the text in a strip twice as wide as it needs.
 QImage painted(const QString& text, Qt::LayoutDirection window, Qt::Alignment edge) {
     QImage strip(400, 40, QImage::Format_RGB32);
