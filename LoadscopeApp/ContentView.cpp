@@ -115,9 +115,10 @@ void ContentView::startScan() {
 
 void ContentView::openRepository(const std::string& path) {
     if (model_.state().isScanning()) {
-        AlertPanel::tell(pages_, QStringLiteral("A scan is running"),
-                         QStringLiteral("Another repository can be opened when the scan has ended. Escape "
-                                        "stops it."));
+        AlertPanel::tell(
+            pages_, QStringLiteral("A scan is running"),
+            QStringLiteral("Another repository can be opened when the scan has ended. The Overview "
+                           "page can cancel it."));
         return;
     }
     if (!QFileInfo(QFile::decodeName(path.c_str())).isDir()) {
