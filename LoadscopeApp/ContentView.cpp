@@ -60,6 +60,8 @@ void ContentView::layOut() {
     pages_->addWidget(overview_);
     splitter_->addWidget(sidebar_);
     splitter_->addWidget(pages_);
+    // The splitter lowers what it is given, but children are read to the user in their order.
+    pages_->raise();
     splitter_->setStretchFactor(0, 0);
     splitter_->setStretchFactor(1, 1);
     auto* rows = new QVBoxLayout(content_);

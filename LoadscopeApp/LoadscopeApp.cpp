@@ -50,6 +50,9 @@ std::unique_ptr<QApplication> makeApplication(int& argumentCount, char** argumen
     const QtMessageHandler usual = qInstallMessageHandler(onStartUpMessage);
     auto application = std::make_unique<QApplication>(argumentCount, arguments);
     qInstallMessageHandler(usual);
+    // Only now: the toolkit puts in its own roles with the application, and the latest to come is asked
+    // first.
+    AccessibleTraits::install();
     return application;
 }
 
@@ -111,7 +114,6 @@ struct LoadscopeApp::Parts {
 };
 
 LoadscopeApp::LoadscopeApp(int& argumentCount, char** arguments) {
-    AccessibleTraits::install();
     parts_ = std::make_unique<Parts>(argumentCount, arguments);
 }
 

@@ -38,10 +38,7 @@ ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidge
       codex_(new ReadinessRow(QStringLiteral("Codex"))),
       includeCodex_(new ToggleSwitch(QStringLiteral("Include Codex"))),
       recheck_(new PushButton(PushButton::Kind::secondary, QStringLiteral("Recheck setup"))) {
-    includeCodex_->setToolTip(
-        PlainToolTip::escaped(QStringLiteral("Runs a real Codex session and uses Codex allowance.")));
-    includeCodex_->setAccessibleDescription(
-        QStringLiteral("Runs a real Codex session and uses Codex allowance."));
+    PlainToolTip::set(*includeCodex_, QStringLiteral("Runs a real Codex session and uses Codex allowance."));
     recheck_->setFillsWidth();
 
     const QString helpTitle = QStringLiteral("Setup help");

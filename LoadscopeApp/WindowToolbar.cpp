@@ -33,7 +33,7 @@ WindowToolbar::WindowToolbar(QWidget* parent)
     scan_->setSymbol(QStringLiteral("waveform.path.ecg"));
     scan_->setShortcut(Qt::CTRL | Qt::Key_R);
     for (PushButton* button : {choose_, scan_})
-        button->setToolTip(PlainToolTip::escaped(button->shortcut().toString(QKeySequence::NativeText)));
+        PlainToolTip::set(*button, button->shortcut().toString(QKeySequence::NativeText));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(inset, verticalInset, inset, verticalInset + 1);
     row->setSpacing(buttonSpacing);

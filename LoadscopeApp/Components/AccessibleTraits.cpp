@@ -42,6 +42,7 @@ public:
             state.expanded = expanded.toBool();
             state.collapsed = !expanded.toBool();
         }
+        if (role() == QAccessible::Dialog) state.modal = true;
         return state;
     }
     QStringList actionNames() const override {

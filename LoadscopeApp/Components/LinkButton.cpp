@@ -32,7 +32,7 @@ LinkButton::LinkButton(const QString& title, QUrl target, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
-    setToolTip(PlainToolTip::escaped(target_.toDisplayString()));
+    PlainToolTip::set(*this, target_.toDisplayString());
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);

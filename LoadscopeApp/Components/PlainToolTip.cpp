@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/PlainToolTip.h"
 
 #include <QToolTip>
+#include <QWidget>
 
 namespace loadscope::PlainToolTip {
 
@@ -12,6 +13,12 @@ QString escaped(const QString& text) {
     result.replace(QLatin1Char('\n'), QStringLiteral("<br>"));
     result.replace(QLatin1Char('/'), QStringLiteral("/<wbr>"));
     return QStringLiteral("<div>%1</div>").arg(result);
+}
+
+void set(QWidget& widget, const QString& text) {
+    widget.setToolTip(escaped(text));
+    // Else the toolkit would hand the markup to assistive technologies.
+    widget.setAccessibleDescription(text);
 }
 
 void show(const QPoint& globalPosition, const QString& text, QWidget* widget) {

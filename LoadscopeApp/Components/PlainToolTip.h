@@ -10,6 +10,9 @@ class QWidget;
 /// Tool tips that never take a text for markup.
 namespace loadscope::PlainToolTip {
 
+/// Gives the widget `text` as its tool tip and as its accessible description.
+void set(QWidget& widget, const QString& text);
+
 /// Shows `text` as it is, wrapped; hides the tip when it is empty.
 void show(const QPoint& globalPosition, const QString& text, QWidget* widget);
 

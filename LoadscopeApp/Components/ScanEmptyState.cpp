@@ -32,6 +32,7 @@ ScanEmptyState::ScanEmptyState(const QString& title, const QString& detail, QWid
 }
 
 void ScanEmptyState::setTexts(const QString& title, const QString& detail) {
+    setAccessibleName(title); // it has the keyboard after a scan was cancelled
     title_->setText(title);
     title_->setAccessibleName(title);
     detail_->setText(detail);

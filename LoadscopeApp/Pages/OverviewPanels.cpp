@@ -50,6 +50,8 @@ OverviewScanLoadingState::OverviewScanLoadingState(QWidget* parent)
 
 void OverviewScanLoadingState::refresh(const QString& stage, bool canCancel) {
     stage_->setText(stage);
+    // Else the keyboard would go to some control outside the page.
+    if (!canCancel && cancel_->hasFocus()) setFocus(Qt::OtherFocusReason);
     cancel_->setVisible(canCancel);
 }
 

@@ -10,6 +10,7 @@ namespace loadscope {
 
 OverviewReport::OverviewReport(std::shared_ptr<const ScanReport> report, QWidget* parent)
     : PageFrame(parent), report_(std::move(report)) {
+    setAccessibleName(QStringLiteral("Overview"));
     for (QWidget* block : reportBlocks(report_))
         column()->addWidget(block);
     column()->addStretch();

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/AppPage.h"
 #include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/SettingsStore.h"
+#include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 
 #include <QDropEvent>
@@ -58,6 +60,7 @@ TEST(Window, ShowsAScanUnderWayAndCancelsItWithEscape) {
     EXPECT_FALSE(window.button("Choose Repository…")->isEnabled());
     EXPECT_FALSE(window.button("Include Codex")->isEnabled());
     ASSERT_NE(window.button("Cancel scan"), nullptr);
+    window.button("Cancel scan")->setFocus();
 
     QTest::keyClick(&window.view, Qt::Key_Escape);
     ASSERT_TRUE(
@@ -65,6 +68,8 @@ TEST(Window, ShowsAScanUnderWayAndCancelsItWithEscape) {
     EXPECT_TRUE(window.says("Start a context scan"));
     EXPECT_TRUE(window.says("Ready to scan"));
     EXPECT_EQ(window.button("Cancel scan"), nullptr);
+    // The keyboard stays with the page.
+    EXPECT_TRUE(window.view.findChild<OverviewView*>()->isAncestorOf(window.view.focusWidget()));
 }
 
 TEST(Window, TakesTheCancelButtonAwayWhileItStops) {
@@ -127,6 +132,17 @@ TEST(Window, SwitchesPagesByKeyAndByButton) {
     }
     EXPECT_EQ(AppPages::fromTitle("Trends"), AppPage::trends);
     EXPECT_FALSE(AppPages::fromTitle("trends"));
+}
+
+TEST(Window, IsReadFromTheSidebarOnAndWithoutMarkup) {
+    Window window;
+    window.show();
+    for (QWidget* widget : window.view.findChildren<QWidget*>()) {
+        QAccessibleInterface* element = QAccessible::queryAccessibleInterface(widget);
+        EXPECT_FALSE(element->text(QAccessible::Description).contains('<')) << qPrintable(widget->toolTip());
+    }
+    const QStringList all = spoken(window.view);
+    EXPECT_LT(all.indexOf("Scan setup"), all.indexOf("Start a context scan"));
 }
 
 TEST(Window, TakesOneLocalFolderThatIsDroppedOnIt) {

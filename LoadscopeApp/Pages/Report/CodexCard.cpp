@@ -16,10 +16,13 @@ namespace loadscope {
 
 CodexCard::CodexCard(const CodexScanOutcome& outcome, QWidget* parent) : ReportSurface(parent) {
     content()->addWidget(new ToolLabel(DisplayText::own(CodexPresentation::toolName)));
-    if (const CodexProbeResult* result = outcome.result())
+    if (const CodexProbeResult* result = outcome.result()) {
         showResult(*result);
-    else
-        content()->addWidget(new SelectableText(DisplayText::paragraphs(*outcome.reason())));
+    } else {
+        auto* reason = new SelectableText(DisplayText::paragraphs(*outcome.reason()));
+        reason->setAccessibleName(DisplayText::own(CodexPresentation::toolName));
+        content()->addWidget(reason);
+    }
     content()->addStretch(1);
 }
 
