@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/Soak/Dice.h"
+#include "tools/Soak/Dice.h"
 
 #include <string>
 #include <vector>

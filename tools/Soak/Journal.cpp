@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Journal.h"
+#include "tools/Soak/Journal.h"
 
 #include <csignal>
 #include <cstdio>

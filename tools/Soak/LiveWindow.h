@@ -7,8 +7,8 @@
 #include "LoadscopeApp/SettingsStore.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
-#include "tests/Soak/Dice.h"
-#include "tests/Soak/HistoryWatch.h"
+#include "tools/Soak/Dice.h"
+#include "tools/Soak/HistoryWatch.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Actions.h"
+#include "tools/Soak/Actions.h"
 
 #include "LoadscopeApp/AppTheme.h"
 

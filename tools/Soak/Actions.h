@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/Soak/Commands.h"
-#include "tests/Soak/Dice.h"
-#include "tests/Soak/HistoryWatch.h"
-#include "tests/Soak/LiveWindow.h"
-#include "tests/Soak/Prompts.h"
-#include "tests/Soak/SoakHome.h"
+#include "tools/Soak/Commands.h"
+#include "tools/Soak/Dice.h"
+#include "tools/Soak/HistoryWatch.h"
+#include "tools/Soak/LiveWindow.h"
+#include "tools/Soak/Prompts.h"
+#include "tools/Soak/SoakHome.h"
 
 #include <memory>
 #include <string>

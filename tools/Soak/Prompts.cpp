@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Prompts.h"
+#include "tools/Soak/Prompts.h"
 
-#include "tests/Soak/Journal.h"
+#include "tools/Soak/Journal.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Heartbeat.h"
+#include "tools/Soak/Heartbeat.h"
 
-#include "tests/Soak/Journal.h"
+#include "tools/Soak/Journal.h"
 
 #include <algorithm>
 #include <array>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/HistoryWatch.h"
+#include "tools/Soak/HistoryWatch.h"
 
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
 #include "LoadscopeCore/Platform/Text.h"
-#include "tests/Soak/Journal.h"
+#include "tools/Soak/Journal.h"
 
 #include <algorithm>
 #include <filesystem>

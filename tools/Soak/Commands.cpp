@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Commands.h"
+#include "tools/Soak/Commands.h"
 
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/OutputCollector.h"
-#include "tests/Soak/Journal.h"
+#include "tools/Soak/Journal.h"
 
 #include <algorithm>
 #include <csignal>

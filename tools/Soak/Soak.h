@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/Soak/Actions.h"
-#include "tests/Soak/Heartbeat.h"
-#include "tests/Soak/Processes.h"
+#include "tools/Soak/Actions.h"
+#include "tools/Soak/Heartbeat.h"
+#include "tools/Soak/Processes.h"
 
 #include <QElapsedTimer>
 

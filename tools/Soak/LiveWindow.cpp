@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/LiveWindow.h"
+#include "tools/Soak/LiveWindow.h"
 
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/FolderPanel.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
-#include "tests/Soak/Journal.h"
+#include "tools/Soak/Journal.h"
 
 #include <QAbstractButton>
 #include <QCoreApplication>

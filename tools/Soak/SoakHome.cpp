@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/SoakHome.h"
+#include "tools/Soak/SoakHome.h"
 
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
-#include "tests/Soak/Journal.h"
+#include "tools/Soak/Journal.h"
 
 #include <array>
 #include <cstdlib>

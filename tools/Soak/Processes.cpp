@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Processes.h"
+#include "tools/Soak/Processes.h"
 
 #include <algorithm>
 #include <charconv>

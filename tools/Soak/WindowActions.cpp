@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Actions.h"
-#include "tests/Soak/Journal.h"
-#include "tests/Soak/Waiting.h"
+#include "tools/Soak/Actions.h"
+#include "tools/Soak/Journal.h"
+#include "tools/Soak/Waiting.h"
 
 #include <QAbstractButton>
 #include <QDragEnterEvent>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/History/RecordedScan.h"
-#include "tests/Soak/Dice.h"
+#include "tools/Soak/Dice.h"
 
 #include <map>
 #include <string>

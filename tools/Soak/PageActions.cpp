@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Actions.h"
-#include "tests/Soak/Waiting.h"
+#include "tools/Soak/Actions.h"
+#include "tools/Soak/Waiting.h"
 
 #include "LoadscopeApp/Charts/MarkedWidget.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"

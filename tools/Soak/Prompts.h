@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/Soak/Dice.h"
-#include "tests/Soak/SoakHome.h"
+#include "tools/Soak/Dice.h"
+#include "tools/Soak/SoakHome.h"
 
 #include <QTimer>
 

@@ -7,8 +7,8 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/AppStyle.h"
 #include "LoadscopeApp/Components/FocusRing.h"
-#include "tests/Soak/Journal.h"
-#include "tests/Soak/Soak.h"
+#include "tools/Soak/Journal.h"
+#include "tools/Soak/Soak.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/Soak/Dice.h"
-#include "tests/Soak/HistoryWatch.h"
-#include "tests/Soak/SoakHome.h"
+#include "tools/Soak/Dice.h"
+#include "tools/Soak/HistoryWatch.h"
+#include "tools/Soak/SoakHome.h"
 
 #include <chrono>
 #include <memory>

@@ -4,7 +4,7 @@
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
-#include "tests/Soak/HistoryWatch.h"
+#include "tools/Soak/HistoryWatch.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "tests/Soak/Soak.h"
+#include "tools/Soak/Soak.h"
 
 #include "LoadscopeApp/Components/Sheet.h"
-#include "tests/Soak/Journal.h"
-#include "tests/Soak/Waiting.h"
+#include "tools/Soak/Journal.h"
+#include "tools/Soak/Waiting.h"
 
 #include <QThread>
 
