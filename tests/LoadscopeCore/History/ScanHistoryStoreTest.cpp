@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
+#include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "tests/Support/HistoryRecords.h"
 #include "tests/Support/TemporaryFolder.h"
 
