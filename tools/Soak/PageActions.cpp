@@ -52,12 +52,14 @@ std::string pressButton(Stage& stage) {
 }
 
 std::string hover(Stage& stage) {
-    auto* chart = anyVisible<MarkedWidget>(stage);
+    // A scan that ends under the pointer takes its page's chart with it.
+    const QPointer<QWidget> chart(anyVisible<MarkedWidget>(stage));
     if (chart == nullptr) return "no chart";
     const std::string name = nameOf(*chart);
-    for (int count = stage.dice.between(1, 8); count > 0; --count)
+    for (int count = stage.dice.between(1, 8); count > 0 && chart; --count)
         QTest::mouseMove(chart, placeIn(*chart, stage.dice));
-    if (stage.dice.oneIn(4)) QTest::mouseClick(chart, Qt::LeftButton, {}, placeIn(*chart, stage.dice));
+    if (chart && stage.dice.oneIn(4))
+        QTest::mouseClick(chart, Qt::LeftButton, {}, placeIn(*chart, stage.dice));
     return name;
 }
 
