@@ -10,9 +10,9 @@ set(icns "${CMAKE_CURRENT_BINARY_DIR}/Loadscope.icns")
 set(copies)
 foreach(name_and_pixels IN ITEMS 16x16=16 16x16@2x=32 32x32=32 32x32@2x=64 128x128=128 128x128@2x=256 256x256=256
                                  256x256@2x=512 512x512=512)
-  string(REPLACE "=" ";" parts "${name_and_pixels}")
-  list(GET parts 0 name)
-  list(GET parts 1 pixels)
+  string(REPLACE "=" ";" name_then_pixels "${name_and_pixels}")
+  list(GET name_then_pixels 0 name)
+  list(GET name_then_pixels 1 pixels)
   list(APPEND copies COMMAND "${CMAKE_COMMAND}" -E copy "${CMAKE_CURRENT_BINARY_DIR}/icons/${pixels}.png"
     "${iconset}/icon_${name}.png")
 endforeach()
