@@ -143,20 +143,33 @@ std::size_t columns(std::int32_t character) {
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
-/// Columns of one user-perceived character. A terminal draws it in the cells of its widest part; flags and
-/// characters with the emoji variation selector are drawn wide although their parts are narrow.
+/// A vowel sign, a letter joined to the one before or the like, which a terminal draws in a cell of its own.
+/// The vowels and endings of Hangul are drawn in the cells of their syllable.
+bool standsBeside(std::int32_t character) {
+    const int hangul = u_getIntPropertyValue(character, UCHAR_HANGUL_SYLLABLE_TYPE);
+    return (U_GET_GC_MASK(character) & (U_GC_L_MASK | U_GC_MC_MASK)) != 0 && hangul != U_HST_VOWEL_JAMO &&
+           hangul != U_HST_TRAILING_JAMO;
+}
+
+/// Columns of one user-perceived character. A terminal draws it in the cells of its widest part and of the
+/// letters beside it; flags and characters with the emoji variation selector are drawn wide although their
+/// parts are narrow.
 std::size_t columnsOfCharacter(std::string_view character) {
     std::size_t widest = 0;
+    std::size_t beside = 0;
     std::size_t regionalIndicators = 0;
     bool isEmoji = false;
     for (std::size_t offset = 0; offset < character.size();) {
         const Utf8::Character part = Utf8::at(character, offset);
-        widest = std::max(widest, columns(part.value));
+        if (offset > 0 && part.isValid() && standsBeside(part.value))
+            beside += columns(part.value);
+        else
+            widest = std::max(widest, columns(part.value));
         isEmoji = isEmoji || part.value == 0xFE0F;
         if (part.value >= 0x1F1E6 && part.value <= 0x1F1FF) ++regionalIndicators;
         offset += part.size;
     }
-    return widest == 1 && (isEmoji || regionalIndicators == 2) ? 2 : widest;
+    return (widest == 1 && (isEmoji || regionalIndicators == 2) ? 2 : widest) + beside;
 }
 
 } // namespace

@@ -103,9 +103,10 @@ TEST(Text, OrdersByCodePointAfterNormalisation) {
 }
 
 TEST(Text, MeasuresTerminalColumns) {
-    const Sizes cases = {{"", 0},       {"abc", 3},  {"né", 2}, {"ne\u0301", 2}, {"日本", 4},
-                         {"🚀", 2},      {family, 2}, {"🇩🇪", 2}, {"❤", 1},        {"❤\ufe0f", 2},
-                         {"\u200b", 0}, {"각", 2},   {"ｱ", 1},  {"—…·", 3},      {"\xFF", 1}};
+    const Sizes cases = {{"", 0},         {"abc", 3},  {"né", 2}, {"ne\u0301", 2}, {"日本", 4},
+                         {"🚀", 2},        {family, 2}, {"🇩🇪", 2}, {"❤", 1},        {"❤\ufe0f", 2},
+                         {"\u200b", 0},   {"각", 2},   {"ｱ", 1},  {"—…·", 3},      {"\xFF", 1},
+                         {"परियोजना", 8}, {"अक्तू॰", 4}, {"น้ำ", 2}, {"ｶﾞ", 2},       {"\u1100\u1161\u11a8", 2}};
     for (const auto& [text, width] : cases)
         EXPECT_EQ(Text::terminalWidth(text), width) << text;
 }
