@@ -44,7 +44,8 @@ std::string categoriesSummary(const RecordedScan& scan) {
         text += (text.empty() ? "" : ", ") + scan.categories[i].name + ' ' +
                 LocaleFormat::compact(scan.categories[i].tokens);
     if (scan.categories.size() > shown)
-        text += " and " + std::to_string(scan.categories.size() - shown) + " more";
+        text += " and " + LocaleFormat::grouped(static_cast<std::int64_t>(scan.categories.size() - shown)) +
+                " more";
     return text;
 }
 

@@ -29,6 +29,12 @@ constexpr const char* examples = R"(Examples:
   loadscope leaderboard --tool codex
   loadscope leaderboard --json | jq -r '.entries[] | select(.trend == "up") | .repositoryName')";
 
+Table::Cell change(const LeaderboardEntry& entry) {
+    const auto delta = entry.delta();
+    if (!delta) return "";
+    return *delta == 0 ? LocaleFormat::grouped(0) : Table::Cell::own(LocaleFormat::signedGrouped(*delta));
+}
+
 std::string leaderboardText(const std::vector<LeaderboardEntry>& entries, const Terminal& terminal) {
     Table table({{"#", right},
                  {"Repository"},
@@ -44,7 +50,7 @@ std::string leaderboardText(const std::vector<LeaderboardEntry>& entries, const 
         table.addRow({LocaleFormat::grouped(++place),
                       entry.latest.repositoryName,
                       LocaleFormat::grouped(entry.latest.total),
-                      entry.delta() ? signedNumber(*entry.delta()) : "",
+                      change(entry),
                       {OpinionBands::title(band), styleOf(band)},
                       LocaleFormat::grouped(entry.scanCount),
                       LocaleFormat::date(entry.latest.date),

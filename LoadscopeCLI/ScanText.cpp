@@ -75,10 +75,6 @@ TextStyle styleOf(OpinionBand band) {
     return TextStyle::plain;
 }
 
-std::string signedNumber(std::int64_t number) {
-    return (number > 0 ? "+" : "") + LocaleFormat::grouped(number);
-}
-
 std::string scanText(const ScanReport& report, const Terminal& terminal) {
     std::string text = summary(report, terminal) + '\n' + rowsTable(report, terminal);
     if (!report.files().empty()) text += '\n' + filesTable(report, terminal);

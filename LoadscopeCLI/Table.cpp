@@ -27,6 +27,12 @@ std::string cut(const std::string& text, std::size_t width) {
 Table::Cell::Cell(std::string content, TextStyle cellStyle)
     : text(Text::visible(content)), style(cellStyle) {}
 
+Table::Cell Table::Cell::own(std::string text) {
+    Cell cell("");
+    cell.text = std::move(text);
+    return cell;
+}
+
 Table::Table(std::vector<Column> columns) : columns_(std::move(columns)) {
     std::vector<Cell> titles;
     for (const Column& column : columns_)

@@ -23,6 +23,9 @@ public:
         Cell(std::string text, TextStyle style = TextStyle::plain); // NOLINT(google-explicit-constructor)
         Cell(const char* text) : Cell(std::string(text)) {}         // NOLINT(google-explicit-constructor)
 
+        /// Text of our own, whose mark of direction a terminal is to obey.
+        static Cell own(std::string text);
+
         std::string text; ///< visible
         TextStyle style;
     };

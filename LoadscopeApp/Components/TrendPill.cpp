@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/TrendPill.h"
 
-#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeCore/Presentation/HistoryTexts.h"
 
 namespace loadscope {
 
@@ -10,17 +11,9 @@ TrendPill::TrendPill(std::optional<TrendDirection> trend, std::optional<std::int
     : Pill(lookFor(trend, delta), parent) {}
 
 Pill::Look TrendPill::lookFor(std::optional<TrendDirection> trend, std::optional<std::int64_t> delta) {
-    if (!trend || !delta) return {QStringLiteral("First scan"), {}, ThemeColor::secondaryText};
-    const QString number = QString::fromStdString(LocaleFormat::grouped(*delta));
-    switch (*trend) {
-    case TrendDirection::flat:
-        return {QStringLiteral("±0"), QStringLiteral("equal"), ThemeColor::secondaryText};
-    case TrendDirection::up:
-        return {QLatin1Char('+') + number, QStringLiteral("arrow.up.right"), ThemeColor::bandHeavy};
-    case TrendDirection::down:
-        break;
-    }
-    return {number, QStringLiteral("arrow.down.right"), ThemeColor::bandLean};
+    const TrendPillText pill = TrendPillText::of(trend, delta);
+    return {DisplayText::own(pill.text), DisplayText::own(pill.symbol),
+            pill.tint ? ThemeColors::text(*pill.tint) : ThemeColor::secondaryText};
 }
 
 } // namespace loadscope

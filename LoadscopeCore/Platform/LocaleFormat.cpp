@@ -16,6 +16,7 @@
 #include <unicode/numberformatter.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
+#include <utility>
 
 namespace loadscope {
 
@@ -88,6 +89,7 @@ struct Formatters {
 
     Settings settings;
     LocalizedNumberFormatter grouped;
+    LocalizedNumberFormatter signedGrouped;
     LocalizedNumberFormatter compact;
     std::unique_ptr<icu::DateFormat> date;
     std::unique_ptr<icu::DateFormat> dateAndTime;
@@ -98,6 +100,7 @@ Formatters::Formatters(Settings of) : settings(std::move(of)) {
     const icu::Locale dateLocale = localeNamed(settings.dates);
     const icu::Locale numberLocale = localeNamed(settings.numbers);
     grouped = icu::number::NumberFormatter::withLocale(numberLocale);
+    signedGrouped = grouped.sign(UNUM_SIGN_ALWAYS);
     compact = icu::number::NumberFormatter::withLocale(numberLocale)
                   .notation(icu::number::Notation::compactShort());
     UErrorCode status = U_ZERO_ERROR;
@@ -115,25 +118,39 @@ Formatters::Formatters(Settings of) : settings(std::move(of)) {
 /// ICU's date formats are not for several threads at a time.
 std::mutex mutex;
 std::optional<std::string> fixedLocale;
+thread_local bool writesEnglish = false;
 
 /// The formatters that fit the current settings; to be used under the lock.
 Formatters& currentFormatters() {
-    static std::unique_ptr<Formatters> formatters;
+    static std::unique_ptr<Formatters> ofTheUser;
+    static std::unique_ptr<Formatters> english;
+    std::unique_ptr<Formatters>& formatters = writesEnglish ? english : ofTheUser;
+    const std::optional<std::string> fixed = writesEnglish ? "en_US" : fixedLocale;
     Settings settings;
-    settings.numbers = fixedLocale ? *fixedLocale : environmentLocale("LC_NUMERIC");
-    settings.dates = fixedLocale ? *fixedLocale : environmentLocale("LC_TIME");
+    settings.numbers = fixed ? *fixed : environmentLocale("LC_NUMERIC");
+    settings.dates = fixed ? *fixed : environmentLocale("LC_TIME");
     settings.timeZone = variable("TZ");
     if (!formatters || formatters->settings != settings)
         formatters = std::make_unique<Formatters>(std::move(settings));
     return *formatters;
 }
 
+/// Without the marks of direction that ICU adds for texts of the locale's own language: ours are English, and
+/// show such a mark as the foreign character that it is.
+icu::UnicodeString withoutMarks(icu::UnicodeString text) {
+    for (const char16_t* const mark : {u"\u061c", u"\u200e", u"\u200f"})
+        text.findAndReplace(mark, icu::UnicodeString());
+    return text;
+}
+
 std::string formattedNumber(std::int64_t number, LocalizedNumberFormatter Formatters::*which) {
     const std::lock_guard lock(mutex);
     UErrorCode status = U_ZERO_ERROR;
+    const icu::UnicodeString text = (currentFormatters().*which).formatInt(number, status).toString(status);
+    if (U_FAILURE(status)) return std::to_string(number);
     std::string result;
-    (currentFormatters().*which).formatInt(number, status).toString(status).toUTF8String(result);
-    return U_SUCCESS(status) ? result : std::to_string(number);
+    (which == &Formatters::signedGrouped ? text : withoutMarks(text)).toUTF8String(result);
+    return result;
 }
 
 std::string formattedDate(Timestamp time, std::unique_ptr<icu::DateFormat> Formatters::*which) {
@@ -143,7 +160,7 @@ std::string formattedDate(Timestamp time, std::unique_ptr<icu::DateFormat> Forma
     std::string result;
     if (!format) return result;
     icu::UnicodeString text;
-    format->format(Milliseconds(time.time_since_epoch()).count(), text).toUTF8String(result);
+    withoutMarks(format->format(Milliseconds(time.time_since_epoch()).count(), text)).toUTF8String(result);
     return result;
 }
 
@@ -151,6 +168,10 @@ std::string formattedDate(Timestamp time, std::unique_ptr<icu::DateFormat> Forma
 
 std::string LocaleFormat::grouped(std::int64_t number) {
     return formattedNumber(number, &Formatters::grouped);
+}
+
+std::string LocaleFormat::signedGrouped(std::int64_t number) {
+    return formattedNumber(number, &Formatters::signedGrouped);
 }
 
 std::string LocaleFormat::compact(std::int64_t number) {
@@ -180,6 +201,10 @@ bool LocaleFormat::isRightToLeft() {
     // Without the formatters: a window asks this before its first frame, and they take a while to make.
     return localeNamed(fixedLocale ? *fixedLocale : environmentLocale("LC_TIME")).isRightToLeft();
 }
+
+LocaleFormat::EnglishScope::EnglishScope() : before_(std::exchange(writesEnglish, true)) {}
+
+LocaleFormat::EnglishScope::~EnglishScope() { writesEnglish = before_; }
 
 void LocaleFormat::setLocale(std::string_view identifier) {
     const std::lock_guard lock(mutex);

@@ -19,6 +19,10 @@ namespace LocaleFormat {
 /// 45,000 in English.
 [[nodiscard]] std::string grouped(std::int64_t number);
 
+/// +4,120, -1,900 or +0 in English: always with the sign that the locale writes. It stands alone: in some
+/// locales a mark of direction comes first, which puts the sign at the side where it belongs.
+[[nodiscard]] std::string signedGrouped(std::int64_t number);
+
 /// 200K, 1M, 1.5M in English.
 [[nodiscard]] std::string compact(std::int64_t number);
 
@@ -40,6 +44,19 @@ namespace LocaleFormat {
 /// Fixes the locale (an identifier such as "de_DE") for numbers and dates, or, when empty, goes back to the
 /// environment's. Call it before other threads format anything.
 void setLocale(std::string_view identifier);
+
+/// As long as it lives this thread writes as in the United States: for what programs read, which is to be the
+/// same everywhere.
+class EnglishScope {
+public:
+    EnglishScope();
+    ~EnglishScope();
+    EnglishScope(const EnglishScope&) = delete;
+    EnglishScope& operator=(const EnglishScope&) = delete;
+
+private:
+    bool before_;
+};
 
 } // namespace LocaleFormat
 } // namespace loadscope

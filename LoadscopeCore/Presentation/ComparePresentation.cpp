@@ -83,7 +83,7 @@ std::vector<ComparePresentation::LeaderboardRow> ComparePresentation::rows(const
     std::vector<LeaderboardRow> rows;
     for (const LeaderboardEntry& entry : group.entries) {
         const RecordedScan& latest = entry.latest;
-        const std::string detail = group.label + " · " + std::to_string(entry.scanCount) +
+        const std::string detail = group.label + " · " + LocaleFormat::grouped(entry.scanCount) +
                                    (entry.scanCount == 1 ? " scan" : " scans") + " · latest " +
                                    LocaleFormat::date(latest.date);
         rows.push_back({{rows.size() + 1, names.of(latest), detail, LocaleFormat::grouped(latest.total),

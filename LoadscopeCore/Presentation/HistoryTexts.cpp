@@ -12,9 +12,9 @@ TrendPillText TrendPillText::of(std::optional<TrendDirection> trend, std::option
     case TrendDirection::flat:
         return {"±0", "equal", std::nullopt};
     case TrendDirection::up:
-        return {"+" + LocaleFormat::grouped(*delta), "arrow.up.right", OpinionBand::heavy};
+        return {LocaleFormat::signedGrouped(*delta), "arrow.up.right", OpinionBand::heavy};
     case TrendDirection::down:
-        return {LocaleFormat::grouped(*delta), "arrow.down.right", OpinionBand::lean};
+        return {LocaleFormat::signedGrouped(*delta), "arrow.down.right", OpinionBand::lean};
     }
     return {};
 }

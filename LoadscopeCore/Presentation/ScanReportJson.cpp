@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
+#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
@@ -73,6 +74,7 @@ Object notes(const ScanReport& report) {
 } // namespace
 
 std::string report(const ScanReport& report) {
+    const LocaleFormat::EnglishScope english; // the summary and the notes hold numbers
     const Object object = {{"schemaVersion", schemaVersion},
                            {"repositoryName", Text::repaired(report.repositoryName)},
                            {"repositoryPath", Text::repaired(report.repositoryPath)},

@@ -11,7 +11,7 @@
 namespace loadscope::ScanReportJson {
 
 /// One object of schema version 1, indented, without a line feed at the end. Texts that are not UTF-8 are
-/// repaired.
+/// repaired. The same in every locale: the numbers of its sentences are written as in English.
 [[nodiscard]] std::string report(const ScanReport& report);
 
 /// The object of a failed scan.

@@ -16,8 +16,10 @@ namespace {
 
 constexpr const char* overTime = "tartup context over time, against the Lean, Heavy and Excessive bands.";
 
+std::string grouped(std::size_t count) { return LocaleFormat::grouped(static_cast<std::int64_t>(count)); }
+
 std::string plural(std::size_t count, const char* one, const char* many) {
-    return std::to_string(count) + " " + (count == 1 ? one : many);
+    return grouped(count) + " " + (count == 1 ? one : many);
 }
 
 } // namespace
@@ -173,9 +175,8 @@ std::vector<TrendsPresentation::Metric> TrendsPresentation::metrics() const {
                            RecordedScanPresentation::bandScaleCaption(last), last.band()});
     }
     const std::int64_t change = drift();
-    metrics.push_back({"Drift across recorded scans",
-                       (change >= 0 ? "+" : "") + LocaleFormat::grouped(change),
-                       std::to_string(summary.size()) + " recorded " + summaryToolLabel() + " scans",
+    metrics.push_back({"Drift across recorded scans", LocaleFormat::signedGrouped(change),
+                       grouped(summary.size()) + " recorded " + summaryToolLabel() + " scans",
                        change <= 0 ? OpinionBand::lean : OpinionBand::heavy});
     return metrics;
 }
@@ -183,7 +184,7 @@ std::vector<TrendsPresentation::Metric> TrendsPresentation::metrics() const {
 std::string TrendsPresentation::runsDetail() const {
     if (history_.size() <= maximumListedRuns)
         return "Every recorded scan, newest first, across every repository.";
-    return "The newest " + std::to_string(maximumListedRuns) + " of " + std::to_string(history_.size()) +
+    return "The newest " + grouped(maximumListedRuns) + " of " + grouped(history_.size()) +
            " recorded scans, across every repository.";
 }
 
@@ -203,7 +204,7 @@ std::string TrendsPresentation::recordedDataDetail() const {
     return plural(history_.size(), "record", "records") + " — one per tool per scan — across " +
            plural(repositoryCount(), "repository", "repositories") +
            ", stored on this Mac. Totals only — no instruction-file contents are ever written. The newest " +
-           LocaleFormat::grouped(static_cast<std::int64_t>(ScanHistoryStore::maximumScans)) + " are kept.";
+           grouped(ScanHistoryStore::maximumScans) + " are kept.";
 }
 
 std::string TrendsPresentation::clearConfirmationButton() const {
@@ -223,7 +224,7 @@ std::string TrendsPresentation::categorySummary(const RecordedScan& scan) {
         text +=
             (i == 0 ? "" : " · ") + categories[i].name + " " + LocaleFormat::compact(categories[i].tokens);
     }
-    if (categories.size() > shown) text += " · +" + std::to_string(categories.size() - shown) + " more";
+    if (categories.size() > shown) text += " · +" + grouped(categories.size() - shown) + " more";
     return text;
 }
 

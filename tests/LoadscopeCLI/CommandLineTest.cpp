@@ -112,6 +112,37 @@ TEST(CommandLine, KeepsRanksAndClearsTheHistory) {
     EXPECT_EQ(home.run({"history"}).errors, "No scans recorded.\n");
 }
 
+TEST(CommandLine, WritesForPeopleByTheLocaleAndForProgramsAlwaysTheSame) {
+    const DemoHome home;
+    const std::string notes = home.repository() + "/CLAUDE.local.md";
+    writeFile(notes, std::string(40'000, 'n'));
+    ASSERT_EQ(home.run({"scan"}).exitCode, 0);
+    writeFile(notes, "n");
+    ASSERT_EQ(home.run({"scan"}).exitCode, 0);
+    struct Case {
+        std::vector<std::string> variables;
+        std::string change; ///< how a fall begins
+        std::regex total;
+    };
+    const std::vector<Case> cases = {{{"LC_ALL=C"}, " -", std::regex(" [0-9]+,[0-9]{3} ")},
+                                     {{"LC_ALL=xx_YY"}, " -", std::regex(" [0-9]+,[0-9]{3} ")},
+                                     {{"LC_ALL=de_DE.UTF-8"}, " -", std::regex(" [0-9]+[.][0-9]{3} ")},
+                                     {{"LC_ALL=", "LC_NUMERIC=de_DE.UTF-8", "LANG=ja_JP.UTF-8"},
+                                      "-",
+                                      std::regex(" [0-9]+[.][0-9]{3} .*年")},
+                                     {{"LC_ALL=ar_EG.UTF-8"}, " \u061c-", std::regex("٬")}};
+    const auto recorded = home.run({"history", "--json"}).output;
+    const auto ranks = home.run({"leaderboard", "--json"}).output;
+    for (const Case& entry : cases) {
+        SCOPED_TRACE(entry.variables.front());
+        const std::string shown = home.run({"leaderboard"}, entry.variables).output;
+        EXPECT_THAT(shown, HasSubstr(entry.change));
+        EXPECT_TRUE(std::regex_search(shown, entry.total)) << shown;
+        EXPECT_EQ(home.run({"history", "--json"}, entry.variables).output, recorded);
+        EXPECT_EQ(home.run({"leaderboard", "--json"}, entry.variables).output, ranks);
+    }
+}
+
 TEST(CommandLine, UsesColourAndOverwritingOnlyWhereTheyAreWelcome) {
     const DemoHome home;
     const auto coloured = home.runOnTerminal({"scan"});

@@ -79,6 +79,27 @@ TEST(LocaleFormat, TakesTheLocaleFromTheEnvironment) {
     }
 }
 
+TEST(LocaleFormat, PutsTheSignWhereTheLocaleHasItAndNoMarkElsewhere) {
+    struct Case {
+        std::string locale, fall, rise, window;
+    };
+    const std::vector<Case> cases = {{"en_US", "-1,900", "+4,120", "200K"},
+                                     {"de_DE", "-1.900", "+4.120", "200.000"},
+                                     {"sv_SE", "−1 900", "+4 120", "200 tn"},
+                                     {"ja_JP", "-1,900", "+4,120", "20万"},
+                                     {"hi_IN", "-1,900", "+4,120", "2 लाख"},
+                                     {"ar_EG", "\u061c-١٬٩٠٠", "\u061c+٤٬١٢٠", "٢٠٠ ألف"},
+                                     {"he_IL", "\u200e-1,900", "\u200e+4,120", "200K"}};
+    for (const Case& entry : cases) {
+        LocaleFormat::setLocale(entry.locale);
+        EXPECT_EQ(plainBlanks(LocaleFormat::signedGrouped(-1900)), entry.fall) << entry.locale;
+        EXPECT_EQ(plainBlanks(LocaleFormat::signedGrouped(4120)), entry.rise) << entry.locale;
+        EXPECT_EQ(plainBlanks(LocaleFormat::compact(200'000)), entry.window) << entry.locale;
+    }
+    EXPECT_EQ(LocaleFormat::signedGrouped(0), "\u200e+0");
+    LocaleFormat::setLocale("");
+}
+
 TEST(LocaleFormat, PrefersTheFixedLocaleAndFollowsTheTimeZone) {
     const PlainEnvironment plain;
     LocaleFormat::setLocale("he");

@@ -136,6 +136,8 @@ TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
     EXPECT_TRUE(
         text.starts_with("{\n  \"schemaVersion\": 1,\n  \"repositoryName\": \"a\uFFFD\\\"\\u001b\",\n"))
         << text;
+    LocaleFormat::setLocale("ar_EG");
+    EXPECT_EQ(ScanReportJson::report(report), text);
     const Json::Value object = Json::parse(text).value_or(Json::Value());
     const Json::Value expected =
         Json::parse(R"json({"totalSource": "contextCommand", "contextWindow": null, "band": "lean",
