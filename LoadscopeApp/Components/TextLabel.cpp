@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/TextLabel.h"
 
+#include "LoadscopeApp/Components/CharacterWidths.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/TextWidths.h"
 
@@ -18,6 +19,13 @@ namespace {
 
 constexpr int usualWidth = 420;
 constexpr int narrowest = 60;
+
+bool hasBreaks(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar character) {
+        return character < QLatin1Char(' ') || character == QChar::LineSeparator ||
+               character == QChar::ParagraphSeparator;
+    });
+}
 
 } // namespace
 
@@ -44,6 +52,7 @@ void TextLabel::setWeight(QFont::Weight weight) {
 }
 
 void TextLabel::setWraps() {
+    heights_.forget();
     setWordWrap(true);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
@@ -51,6 +60,7 @@ void TextLabel::setWraps() {
 }
 
 void TextLabel::setSelectable() {
+    heights_.forget();
     selectable_ = true;
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     // The toolkit would set an English text to the left of a mirrored window.
@@ -66,7 +76,7 @@ int TextLabel::layOutLines(int width, QPainter* painter, int top) const {
     // The text's own direction, so that its full stop stays at its end in a window that is the other way
     // round.
     option.setTextDirection(Qt::LayoutDirectionAuto);
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(isOneLine(width) ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
     const int spacing = AppTheme::lineSpacing(style_, font());
     int height = 0;
@@ -81,26 +91,57 @@ int TextLabel::layOutLines(int width, QPainter* painter, int top) const {
     return height;
 }
 
+void TextLabel::forgetWhenChanged() const {
+    if (measuredText_ == text() && measuredFont_ == font()) return;
+    heights_.forget();
+    naturalWidth_.reset();
+    measuredText_ = text();
+    measuredFont_ = font();
+}
+
+int TextLabel::naturalWidth() const {
+    forgetWhenChanged();
+    if (!naturalWidth_) naturalWidth_ = static_cast<int>(std::ceil(TextWidths::of(text(), font()))) + 1;
+    return *naturalWidth_;
+}
+
+bool TextLabel::isOneLine(int width) const {
+    return naturalWidth() <= std::max(width, narrowest) && !hasBreaks(measuredText_);
+}
+
 int TextLabel::heightForWidth(int width) const {
-    if (!laysOutItself()) return QLabel::heightForWidth(width);
-    if (measuredText_ != text() || measuredFont_ != font()) {
-        heights_.forget();
-        measuredText_ = text();
-        measuredFont_ = font();
-    }
-    return heights_.at(width, [this](int wanted) { return layOutLines(wanted, nullptr, 0); });
+    forgetWhenChanged();
+    return heights_.at(width, [this](int wanted) {
+        if (!laysOutItself()) return QLabel::heightForWidth(wanted);
+        // Most texts have room, and need not be set to know it.
+        return isOneLine(wanted) ? AppTheme::lineSpacing(style_, font()) : layOutLines(wanted, nullptr, 0);
+    });
 }
 
 QSize TextLabel::sizeHint() const {
+    if (isPlainLine()) return lineSize();
     if (!laysOutItself()) return QLabel::sizeHint();
-    const int natural = static_cast<int>(std::ceil(TextWidths::of(text(), font()))) + 1;
-    const int width = std::clamp(natural, 1, AppTheme::current().scaled(usualWidth));
+    const int width = std::clamp(naturalWidth(), 1, AppTheme::current().scaled(usualWidth));
     return {width, heightForWidth(width)};
 }
 
 QSize TextLabel::minimumSizeHint() const {
+    if (isPlainLine()) return lineSize();
     if (!laysOutItself()) return QLabel::minimumSizeHint();
     return {std::min(narrowest, sizeHint().width()), AppTheme::lineSpacing(style_, font())};
+}
+
+bool TextLabel::isPlainLine() const {
+    return !wordWrap() && !text().isEmpty() && contentsMargins().isNull() &&
+           CharacterWidths::covers(text()) && !hasBreaks(text());
+}
+
+QSize TextLabel::lineSize() const {
+    ensurePolished();
+    const QFontMetricsF metrics(font());
+    const double overhang = std::max(0.0, -metrics.rightBearing(text().back()));
+    return {static_cast<int>(std::ceil(TextWidths::of(text(), font()) + overhang)),
+            static_cast<int>(std::ceil(metrics.height()))};
 }
 
 void TextLabel::paintEvent(QPaintEvent* event) {

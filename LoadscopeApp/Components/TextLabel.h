@@ -7,6 +7,8 @@
 
 #include <QLabel>
 
+#include <optional>
+
 class QPainter;
 
 namespace loadscope {
@@ -39,6 +41,14 @@ private:
     void applyTheme();
     /// Lays the lines out in `width`, paints them at `top` when there is a painter, and returns their height.
     int layOutLines(int width, QPainter* painter, int top) const;
+    /// Drops what was measured of another text or font.
+    void forgetWhenChanged() const;
+    [[nodiscard]] int naturalWidth() const;
+    /// Whether a text that wraps has room in one line.
+    [[nodiscard]] bool isOneLine(int width) const;
+    /// Whether `lineSize` is the size the toolkit would find, which sets the text several times to find it.
+    [[nodiscard]] bool isPlainLine() const;
+    [[nodiscard]] QSize lineSize() const;
     [[nodiscard]] bool laysOutItself() const { return wordWrap() && !selectable_; }
 
     TextStyle style_;
@@ -46,6 +56,7 @@ private:
     std::optional<QFont::Weight> weight_;
     bool selectable_ = false;
     mutable MeasuredHeights heights_; ///< of the text and font below
+    mutable std::optional<int> naturalWidth_;
     mutable QString measuredText_;
     mutable QFont measuredFont_;
 };
