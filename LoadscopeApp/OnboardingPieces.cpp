@@ -26,7 +26,10 @@ constexpr int pointerSymbol = 22;
 class CalloutCard : public QWidget {
 public:
     explicit CalloutCard(QWidget* parent = nullptr) : QWidget(parent), row(new QHBoxLayout(this)) {
-        row->setContentsMargins(calloutInset, calloutInset - 2, calloutInset + 4, calloutInset - 2);
+        // The text needs more room before the round corner than the symbol. Margins are not mirrored.
+        const bool mirrored = layoutDirection() == Qt::RightToLeft;
+        row->setContentsMargins(calloutInset + (mirrored ? 4 : 0), calloutInset - 2,
+                                calloutInset + (mirrored ? 0 : 4), calloutInset - 2);
         row->setSpacing(10);
         setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
         AppTheme::bind(this, [this] { update(); });

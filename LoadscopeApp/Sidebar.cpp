@@ -65,7 +65,9 @@ Sidebar::Sidebar(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
     column->addLayout(setup);
     QVBoxLayout* pages = section(pageInset);
     auto* pagesHeading = heading(QStringLiteral("Pages"));
-    pagesHeading->setContentsMargins(Metrics::sidebarInset - pageInset, 0, 0, 0);
+    // On both sides: margins are not mirrored.
+    pagesHeading->setContentsMargins(Metrics::sidebarInset - pageInset, 0, Metrics::sidebarInset - pageInset,
+                                     0);
     pages->addWidget(pagesHeading);
     pages->addWidget(pages_);
     column->addLayout(pages);

@@ -53,6 +53,10 @@ void BobbingIcon::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const double side = theme.scaled(size_);
+    if (layoutDirection() == Qt::RightToLeft) {
+        painter.translate(width(), 0);
+        painter.scale(-1, 1);
+    }
     Icon::paint(painter, QRectF(shift, reach - shift, side, side), symbol_, theme.color(color_));
 }
 

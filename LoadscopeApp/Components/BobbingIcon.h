@@ -10,6 +10,7 @@
 namespace loadscope {
 
 /// An icon that bobs gently along its diagonal for as long as it is shown; still where motion is unwelcome.
+/// It points somewhere in the window, and so is mirrored with it.
 class BobbingIcon : public QWidget {
     Q_OBJECT
 

@@ -28,7 +28,8 @@ DisclosureButton::DisclosureButton(const QString& title, QWidget* body, ChevronS
       chevron_(new IconView(QStringLiteral("chevron.right"),
                             side == ChevronSide::trailing ? chevronSize : smallChevronSize,
                             ThemeColor::secondaryText)),
-      turn_(new ValueAnimation(this, 0, [this](double turn) { chevron_->setRotation(turn * quarterTurn); })) {
+      turn_(new ValueAnimation(this, 0, [this](double turn) { turnChevron(turn); })) {
+    turnChevron(0);
     setText(title);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
@@ -59,6 +60,11 @@ void DisclosureButton::setExpanded(bool expanded) {
     else
         turn_->jumpTo(expanded ? 1 : 0);
     Q_EMIT expandedChanged(expanded);
+}
+
+void DisclosureButton::turnChevron(double turn) {
+    const double closed = layoutDirection() == Qt::RightToLeft ? 2 * quarterTurn : 0;
+    chevron_->setRotation(closed + turn * (quarterTurn - closed));
 }
 
 QSize DisclosureButton::sizeHint() const { return layout()->sizeHint(); }

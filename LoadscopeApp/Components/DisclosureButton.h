@@ -36,6 +36,9 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    /// 0: towards the end of the line, 1: down.
+    void turnChevron(double turn);
+
     IconView* chevron_;
     ValueAnimation* turn_;
     bool expanded_ = false;

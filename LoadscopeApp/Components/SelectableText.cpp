@@ -7,6 +7,7 @@
 
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTextBlockFormat>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -40,6 +41,7 @@ SelectableText::SelectableText(const QString& text, TextStyle style, ThemeColor 
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
+    setTextAlignment(Qt::AlignLeading);
     setPlainText(text);
     applyLineSpacing();
     AppTheme::bind(this, [this] { applyTheme(); });
@@ -54,7 +56,8 @@ void SelectableText::setText(const QString& text) {
 
 void SelectableText::setTextAlignment(Qt::Alignment alignment) {
     QTextOption option = document()->defaultTextOption();
-    option.setAlignment(alignment);
+    // The toolkit would set an English text to the left of a mirrored window.
+    option.setAlignment(QStyle::visualAlignment(layoutDirection(), alignment) | Qt::AlignAbsolute);
     document()->setDefaultTextOption(option);
 }
 

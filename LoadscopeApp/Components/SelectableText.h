@@ -21,6 +21,7 @@ public:
 
     [[nodiscard]] QString text() const { return toPlainText(); }
     void setText(const QString& text);
+    /// Leading and trailing are those of the window, whatever the text's own direction.
     void setTextAlignment(Qt::Alignment alignment);
     /// From this height on the text scrolls.
     void setHeightLimit(int height);

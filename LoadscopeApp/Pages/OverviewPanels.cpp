@@ -84,9 +84,10 @@ void OverviewScanFailureState::refresh(const ProbeError& error, bool canRetry) {
     headline_->setAccessibleName(headline);
     const QString detail = DisplayText::paragraphs(error.detail());
     detail_->setText(detail);
-    // A list reads better from its leading edge; a sentence stands in the middle as the headline does.
+    // A list reads better from the left, where its bullets are; a sentence stands in the middle as the
+    // headline does.
     const bool isList = detail.contains(QLatin1Char('\n'));
-    detail_->setTextAlignment(isList ? Qt::AlignLeading : Qt::AlignHCenter);
+    detail_->setTextAlignment(isList ? Qt::AlignLeft | Qt::AlignAbsolute : Qt::AlignHCenter);
     column()->setAlignment(detail_, isList ? Qt::AlignHCenter : Qt::Alignment());
     retry_->setVisible(canRetry);
 }
