@@ -3,21 +3,20 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/Platform/SaturatingSum.h"
 #include "LoadscopeCore/Platform/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <nlohmann/json.hpp>
 
 namespace loadscope {
 
 std::int64_t ProbeUsage::startupTotal() const {
-    // The counts may be negative, so saturating after each addition would depend on their order.
-    __extension__ using Wide = __int128;
-    const Wide total = Wide{inputTokens} + cacheCreationInputTokens + cacheReadInputTokens;
-    using Limits = std::numeric_limits<std::int64_t>;
-    return static_cast<std::int64_t>(std::clamp<Wide>(total, Limits::min(), Limits::max()));
+    SaturatingSum total;
+    for (const std::int64_t count : {inputTokens, cacheCreationInputTokens, cacheReadInputTokens})
+        total.add(count);
+    return total.value();
 }
 
 std::optional<ProbeUsage> ProbeUsage::from(const Json::Value& usage) {

@@ -2,24 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/History/ScanHistory.h"
 
+#include "LoadscopeCore/Platform/SaturatingSum.h"
 #include "LoadscopeCore/Platform/Text.h"
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 #include <unordered_map>
 
 namespace loadscope {
-namespace {
-
-std::int64_t saturatingSum(std::int64_t left, std::int64_t right) {
-    using Limits = std::numeric_limits<std::int64_t>;
-    std::int64_t sum = 0;
-    if (!__builtin_add_overflow(left, right, &sum)) return sum;
-    return right > 0 ? Limits::max() : Limits::min();
-}
-
-} // namespace
 
 std::size_t CategoryChartAxis::OccurrenceHash::operator()(const Occurrence& occurrence) const {
     return std::hash<std::string>()(occurrence.label) * 31 + static_cast<std::size_t>(occurrence.ordinal);
@@ -38,7 +28,7 @@ CategoryChartAxis::occurrences(const std::vector<RecordedCategory>& categories) 
 CategoryChartAxis CategoryChartAxis::make(const std::vector<RecordedScan>& scans) {
     struct Place {
         Occurrence occurrence;
-        std::int64_t tokens = 0;
+        SaturatingSum tokens;
     };
     std::vector<Place> places;
     std::unordered_map<Occurrence, std::size_t, OccurrenceHash> indices;
@@ -46,13 +36,12 @@ CategoryChartAxis CategoryChartAxis::make(const std::vector<RecordedScan>& scans
         const std::vector<Occurrence> list = occurrences(scan.categories);
         for (std::size_t index = 0; index < list.size(); ++index) {
             const auto [found, isNew] = indices.try_emplace(list[index], places.size());
-            if (isNew) places.push_back({list[index], 0});
-            std::int64_t& tokens = places[found->second].tokens;
-            tokens = saturatingSum(tokens, scan.categories[index].tokens);
+            if (isNew) places.push_back({list[index], {}});
+            places[found->second].tokens.add(scan.categories[index].tokens);
         }
     }
     std::stable_sort(places.begin(), places.end(), [](const Place& left, const Place& right) {
-        if (left.tokens != right.tokens) return left.tokens > right.tokens;
+        if (left.tokens.value() != right.tokens.value()) return left.tokens.value() > right.tokens.value();
         const int labels = Text::compareCanonically(left.occurrence.label, right.occurrence.label);
         return labels != 0 ? labels < 0 : left.occurrence.ordinal < right.occurrence.ordinal;
     });

@@ -2,24 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/History/ScanHistory.h"
 
+#include "LoadscopeCore/Platform/SaturatingSum.h"
 #include "LoadscopeCore/Platform/Text.h"
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <tuple>
 #include <unordered_map>
 
 namespace loadscope {
 namespace {
-
-using Limits = std::numeric_limits<std::int64_t>;
-
-std::int64_t saturatingDifference(std::int64_t left, std::int64_t right) {
-    std::int64_t difference = 0;
-    if (!__builtin_sub_overflow(left, right, &difference)) return difference;
-    return right < 0 ? Limits::max() : Limits::min();
-}
 
 /// By repository name, then path.
 bool isNamedBefore(const RecordedScan& left, const RecordedScan& right) {
@@ -55,7 +47,10 @@ std::optional<TrendDirection> LeaderboardEntry::trend() const {
 
 std::optional<std::int64_t> LeaderboardEntry::delta() const {
     if (!previousTotal) return std::nullopt;
-    return saturatingDifference(latest.total, *previousTotal);
+    SaturatingSum difference;
+    difference.add(latest.total);
+    difference.subtract(*previousTotal);
+    return difference.value();
 }
 
 namespace ScanHistory {
