@@ -14,7 +14,6 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 namespace loadscope {
@@ -65,22 +64,16 @@ struct CodexFailure {
         detail += "Leave out --include-codex to measure Claude Code alone. Nothing was measured.";
     }
 
-    [[nodiscard]] std::string json() const {
-        const nlohmann::ordered_json object{
-            {"schemaVersion", 1},
-            {"error", {{"case", caseName}, {"headline", headline}, {"detail", detail}}}};
-        return object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-    }
-
     std::string caseName;
     std::string headline;
     std::string detail;
 };
 
-ExitCode showScanFailure(const Options& options, Terminal& errors, const std::string& headline,
-                         const std::string& detail, const std::string& json) {
+ExitCode showScanFailure(const Options& options, Terminal& errors, std::string_view caseName,
+                         const std::string& headline, const std::string& detail) {
     showFailure(errors, headline, detail);
-    return options.json ? writeResult(json + '\n', ExitCode::failure) : ExitCode::failure;
+    if (!options.json) return ExitCode::failure;
+    return writeResult(ScanReportJson::failure(caseName, headline, detail) + '\n', ExitCode::failure);
 }
 
 ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& report) {
@@ -98,8 +91,7 @@ ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& 
 ExitCode scan(const Options& options) {
     Terminal errors(STDERR_FILENO);
     const auto fail = [&](const ProbeError& error) {
-        return showScanFailure(options, errors, error.headline(), error.detail(),
-                               ScanReportJson::failure(error));
+        return showScanFailure(options, errors, error.caseName(), error.headline(), error.detail());
     };
     const auto folder = absoluteFolder(options.folder);
     if (!folder) return fail(ProbeError::RepositoryUnreadable{options.folder});
@@ -113,7 +105,7 @@ ExitCode scan(const Options& options) {
     if (const auto* error = std::get_if<ProbeError>(&outcome)) return fail(*error);
     if (const auto* blocked = std::get_if<CodexBlocked>(&outcome)) {
         const CodexFailure failure(blocked->readiness);
-        return showScanFailure(options, errors, failure.headline, failure.detail, failure.json());
+        return showScanFailure(options, errors, failure.caseName, failure.headline, failure.detail);
     }
     return showInterrupted(errors, "Interrupted: the scan was stopped and nothing was recorded.");
 }

@@ -12,15 +12,10 @@
 namespace loadscope {
 namespace {
 
-ProbeError claudeNotFound() {
-    auto searched = ClaudeCLILocator::candidates({}, UserFolders::home());
-    searched.emplace_back(ClaudeCLILocator::loginShellProbeLabel);
-    return ProbeError::CLINotFound{std::move(searched)};
-}
-
 /// Why the tools do not permit the scan, if so.
 std::optional<ScanOutcome> blocker(const ScanRequest& request, const ReadinessChecker::Result& readiness) {
-    if (readiness.claude == ToolReadiness::notInstalled) return claudeNotFound();
+    if (readiness.claude == ToolReadiness::notInstalled)
+        return ProbeError(ProbeError::CLINotFound{ClaudeCLILocator::searchedPaths({}, UserFolders::home())});
     if (blocksScan(readiness.claude)) return ProbeError(ProbeError::NotAuthenticated{});
     if (request.includeCodex && blocksScan(readiness.codex)) return CodexBlocked{readiness.codex};
     return std::nullopt;

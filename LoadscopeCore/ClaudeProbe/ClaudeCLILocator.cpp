@@ -14,16 +14,21 @@ std::vector<std::string> candidates(const std::optional<std::string>& override, 
         override, {home + "/.local/bin/claude", "/opt/homebrew/bin/claude", "/usr/local/bin/claude"});
 }
 
+std::vector<std::string> searchedPaths(const std::optional<std::string>& override, const std::string& home) {
+    std::vector<std::string> places = candidates(override, home);
+    places.emplace_back(loginShellProbeLabel);
+    return places;
+}
+
 std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds) {
     return LoginShell::output(shell, "command -v claude", timeoutSeconds, loginShellKillGraceSeconds);
 }
 
 std::string resolve(const std::optional<std::string>& override, const std::string& home,
                     const ExecutableTest& isExecutable, const LoginShellLookup& loginShellLookup) {
-    std::vector<std::string> places = candidates(override, home);
+    const std::vector<std::string> places = candidates(override, home);
     if (auto found = CommandSearch::find(places, isExecutable, loginShellLookup)) return *std::move(found);
-    places.emplace_back(loginShellProbeLabel);
-    throw ProbeError(ProbeError::CLINotFound{std::move(places)});
+    throw ProbeError(ProbeError::CLINotFound{searchedPaths(override, home)});
 }
 
 std::string resolveForUser(const std::optional<std::string>& override) {

@@ -23,6 +23,10 @@ using CommandSearch::LoginShellLookup;
 [[nodiscard]] std::vector<std::string> candidates(const std::optional<std::string>& override,
                                                   const std::string& home);
 
+/// The candidates and then the login shell's label: every place that a search tries.
+[[nodiscard]] std::vector<std::string> searchedPaths(const std::optional<std::string>& override,
+                                                     const std::string& home);
+
 /// What the login shell answers to "command -v claude", untrimmed; nothing when it fails or takes longer than
 /// `timeoutSeconds`. Blocking, bounded by the time-out plus its grace periods.
 [[nodiscard]] std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds);

@@ -17,8 +17,6 @@ using std::chrono::floor;
 using std::chrono::seconds;
 using std::chrono::sys_seconds;
 
-constexpr int readableVersion = 1;
-
 // MARK: Dates
 
 void appendPadded(std::string& text, std::int64_t number, int width) {
@@ -191,7 +189,7 @@ std::variant<std::vector<RecordedScan>, Unreadable> decode(std::string_view file
     const std::optional<std::int64_t> version = Json::integral(Json::member(*root, "version"));
     if (!version) return Unreadable::corrupt;
     // Before the records: a later version may lay them out in another way.
-    if (*version != readableVersion) return Unreadable::version;
+    if (*version != schemaVersion) return Unreadable::version;
     const Json::Value* list = array(*root, "scans");
     if (!list) return Unreadable::corrupt;
     std::vector<RecordedScan> scans;
@@ -211,7 +209,7 @@ std::string encode(const std::vector<RecordedScan>& scans) {
         appendScan(file, scans[index]);
     }
     file += scans.empty() ? "]" : "\n  ]";
-    file += ",\n  \"version\" : " + std::to_string(readableVersion) + "\n}";
+    file += ",\n  \"version\" : " + std::to_string(schemaVersion) + "\n}";
     return file;
 }
 

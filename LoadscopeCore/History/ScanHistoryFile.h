@@ -13,6 +13,9 @@
 /// The history file's format, apart from where it is kept.
 namespace loadscope::ScanHistoryFile {
 
+/// The only version that is written, and that can be read.
+inline constexpr int schemaVersion = 1;
+
 enum class Unreadable { corrupt, version };
 
 /// The records of a file's text in file order, or why it cannot be read. Never throws.

@@ -17,7 +17,6 @@ namespace loadscope {
 /// is moved aside before a new one is written. May be called from any thread.
 class ScanHistoryStore {
 public:
-    static constexpr int schemaVersion = 1;
     static constexpr std::size_t maximumScans = 200;
     static constexpr const char* fileName = "scan-history.json";
     static constexpr const char* directoryName = "Loadscope";

@@ -66,9 +66,7 @@ public:
 
     explicit ComparePresentation(const std::vector<RecordedScan>& history);
 
-    [[nodiscard]] const std::vector<RecordedScan>& latest() const { return latest_; }
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
-    [[nodiscard]] const CategoryChartAxis& axis() const { return axis_; }
     [[nodiscard]] const std::vector<LeaderboardGroup>& leaderboardGroups() const { return groups_; }
 
     /// Largest category of all columns, at least 1: the end of every column's scale.

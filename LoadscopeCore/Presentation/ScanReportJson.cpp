@@ -98,12 +98,11 @@ std::string report(const ScanReport& report) {
     return object.dump(indent);
 }
 
-std::string failure(const ProbeError& error) {
-    const Object object = {{"schemaVersion", schemaVersion},
-                           {"error",
-                            {{"case", error.caseName()},
-                             {"headline", Text::repaired(error.headline())},
-                             {"detail", Text::repaired(error.detail())}}}};
+std::string failure(std::string_view caseName, std::string_view headline, std::string_view detail) {
+    const Object object = {
+        {"schemaVersion", schemaVersion},
+        {"error",
+         {{"case", caseName}, {"headline", Text::repaired(headline)}, {"detail", Text::repaired(detail)}}}};
     return object.dump(indent);
 }
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/Report/ScanReport.h"
 
 #include <string>
+#include <string_view>
 
 /// The JSON object by which scripts read a scan: what `loadscope scan --json` prints and the window exports.
 namespace loadscope::ScanReportJson {
@@ -14,7 +14,8 @@ namespace loadscope::ScanReportJson {
 /// repaired. The same in every locale: the numbers of its sentences are written as in English.
 [[nodiscard]] std::string report(const ScanReport& report);
 
-/// The object of a failed scan.
-[[nodiscard]] std::string failure(const ProbeError& error);
+/// The object of a failed scan; `caseName` is the failure's name for scripts.
+[[nodiscard]] std::string failure(std::string_view caseName, std::string_view headline,
+                                  std::string_view detail);
 
 } // namespace loadscope::ScanReportJson

@@ -89,7 +89,6 @@ public:
                        const std::optional<std::string>& selectedRepositoryPath, Timestamp now);
 
     [[nodiscard]] const std::vector<RecordedScan>& history() const { return history_; }
-    [[nodiscard]] const std::optional<std::string>& shownRepositoryPath() const { return shownPath_; }
     [[nodiscard]] const std::vector<ToolSeries>& series() const { return series_; }
 
     /// The scans of all series by date; on equal dates Claude Code comes first.

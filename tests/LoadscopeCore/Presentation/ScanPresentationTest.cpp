@@ -153,7 +153,7 @@ TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
     EXPECT_EQ(object["summary"].size(), 6U);
     EXPECT_TRUE(object["notes"]["unreadableFiles"].is_null());
     EXPECT_TRUE(object["notes"]["unreportedCategoryFiles"].is_string());
-    const std::string failure = ScanReportJson::failure(ProbeError::TimedOut{});
+    const std::string failure = ScanReportJson::failure("timedOut", "Too\xFFlong.", "");
     EXPECT_EQ(Json::parse(failure).value()["error"]["case"], "timedOut") << failure;
 }
 
