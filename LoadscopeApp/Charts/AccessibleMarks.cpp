@@ -6,18 +6,22 @@
 #include <QPointer>
 #include <QWidget>
 
-#include <vector>
+#include <map>
 
 namespace loadscope {
 namespace {
 
-/// One mark. It exists for as long as its chart; whether it still stands for something changes with the data.
+/// The marks of a widget; null for one that has none, and while it is being destroyed.
+const AccessibleMarks* marksOf(const QWidget* widget) { return dynamic_cast<const AccessibleMarks*>(widget); }
+
+/// One mark. It exists for as long as its widget and asks it each time, so that it never tells something old.
 class MarkInterface : public QAccessibleInterface {
 public:
     MarkInterface(QWidget* widget, int index) : widget_(widget), index_(index) {}
 
     bool isValid() const override { return marks() != nullptr && index_ < marks()->markCount(); }
     QObject* object() const override { return nullptr; }
+    QWindow* window() const override { return isValid() ? widget_->window()->windowHandle() : nullptr; }
     QAccessibleInterface* parent() const override {
         return widget_ != nullptr ? QAccessible::queryAccessibleInterface(widget_) : nullptr;
     }
@@ -26,7 +30,10 @@ public:
     int childCount() const override { return 0; }
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Name && isValid() ? marks()->markText(index_) : QString();
+        if (!isValid()) return {};
+        if (kind == QAccessible::Name) return marks()->markText(index_);
+        const bool isValue = kind == QAccessible::Value || kind == QAccessible::Description;
+        return isValue ? marks()->markValue(index_) : QString();
     }
     void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override {
@@ -34,7 +41,9 @@ public:
         const QRect area = marks()->markArea(index_);
         return {widget_->mapToGlobal(area.topLeft()), area.size()};
     }
-    QAccessible::Role role() const override { return QAccessible::ListItem; }
+    QAccessible::Role role() const override {
+        return isValid() ? marks()->markRole(index_) : QAccessible::NoRole;
+    }
     QAccessible::State state() const override {
         QAccessible::State state;
         state.readOnly = true;
@@ -44,14 +53,13 @@ public:
         }
         state.focusable = widget_->focusPolicy() != Qt::NoFocus;
         state.invisible = !widget_->isVisible();
-        state.focused = widget_->hasFocus() && marks()->currentMark() == index_;
+        state.selected = marks()->currentMark() == index_;
+        state.focused = state.selected && widget_->hasFocus();
         return state;
     }
 
 private:
-    [[nodiscard]] const AccessibleMarks* marks() const {
-        return dynamic_cast<const AccessibleMarks*>(widget_.data());
-    }
+    [[nodiscard]] const AccessibleMarks* marks() const { return marksOf(widget_); }
 
     QPointer<QWidget> widget_;
     int index_;
@@ -59,48 +67,53 @@ private:
 
 class MarksInterface : public QAccessibleWidget {
 public:
-    MarksInterface(QWidget* widget, const AccessibleMarks& marks)
-        : QAccessibleWidget(widget, marks.marksRole()), marks_(marks) {}
+    MarksInterface(QWidget* widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
     ~MarksInterface() override {
-        for (const QAccessible::Id id : children_)
+        for (const auto& [index, id] : children_)
             QAccessible::deleteAccessibleInterface(id);
     }
 
-    int childCount() const override { return marks_.markCount(); }
+    int childCount() const override { return marks() != nullptr ? marks()->markCount() : 0; }
+
     QAccessibleInterface* child(int index) const override {
-        if (index < 0 || index >= marks_.markCount()) return nullptr;
-        while (children_.size() <= static_cast<std::size_t>(index)) {
-            const int next = static_cast<int>(children_.size());
-            children_.push_back(QAccessible::registerAccessibleInterface(new MarkInterface(widget(), next)));
-        }
-        return QAccessible::accessibleInterface(children_[static_cast<std::size_t>(index)]);
+        if (index < 0 || index >= childCount()) return nullptr;
+        const auto known = children_.find(index);
+        if (known != children_.end()) return QAccessible::accessibleInterface(known->second);
+        auto* mark = new MarkInterface(widget(), index);
+        children_[index] = QAccessible::registerAccessibleInterface(mark);
+        return mark;
     }
+
     int indexOfChild(const QAccessibleInterface* wanted) const override {
-        for (std::size_t index = 0; index < children_.size(); ++index) {
-            if (QAccessible::accessibleInterface(children_[index]) == wanted) return static_cast<int>(index);
+        for (const auto& [index, id] : children_) {
+            if (QAccessible::accessibleInterface(id) == wanted) return index;
         }
         return -1;
     }
+
     QAccessibleInterface* childAt(int x, int y) const override {
         const QPoint point = widget()->mapFromGlobal(QPoint(x, y));
-        for (int index = 0; index < marks_.markCount(); ++index) {
-            if (marks_.markArea(index).contains(point)) return child(index);
+        for (int index = 0; index < childCount(); ++index) {
+            if (marks()->markArea(index).contains(point)) return child(index);
         }
         return nullptr;
     }
+
     QAccessibleInterface* focusChild() const override {
-        if (!widget()->hasFocus()) return nullptr;
-        return child(marks_.currentMark());
+        const int current = marks() != nullptr && widget()->hasFocus() ? marks()->currentMark() : -1;
+        return current >= 0 ? child(current) : QAccessibleWidget::focusChild();
     }
 
 private:
-    const AccessibleMarks& marks_;
-    mutable std::vector<QAccessible::Id> children_;
+    [[nodiscard]] const AccessibleMarks* marks() const { return marksOf(widget()); }
+
+    mutable std::map<int, QAccessible::Id> children_;
 };
 
 QAccessibleInterface* create(const QString&, QObject* object) {
-    const auto* marks = dynamic_cast<const AccessibleMarks*>(object);
-    return marks != nullptr ? new MarksInterface(static_cast<QWidget*>(object), *marks) : nullptr;
+    auto* widget = qobject_cast<QWidget*>(object);
+    const AccessibleMarks* marks = marksOf(widget);
+    return marks != nullptr ? new MarksInterface(widget, marks->marksRole()) : nullptr;
 }
 
 } // namespace

@@ -19,6 +19,9 @@ public:
     [[nodiscard]] virtual QAccessible::Role marksRole() const { return QAccessible::Chart; }
     [[nodiscard]] virtual int markCount() const = 0;
     [[nodiscard]] virtual QString markText(int mark) const = 0;
+    /// What is read out after the text, if there is something.
+    [[nodiscard]] virtual QString markValue(int) const { return {}; }
+    [[nodiscard]] virtual QAccessible::Role markRole(int) const { return QAccessible::ListItem; }
     /// In the widget's coordinates.
     [[nodiscard]] virtual QRect markArea(int mark) const = 0;
     /// The mark that the keyboard has reached, or -1.

@@ -61,7 +61,9 @@ QSize BandMeter::sizeHint() const {
     return {usualWidth, static_cast<int>(std::ceil(geometry_.height()))};
 }
 
-std::size_t BandMeter::markCount() const { return 1 + geometry_.labels().size() + geometry_.ticks().size(); }
+int BandMeter::markCount() const {
+    return static_cast<int>(1 + geometry_.labels().size() + geometry_.ticks().size());
+}
 
 MarkedWidget::Mark BandMeter::mark(std::size_t index) const {
     if (index == 0) {

@@ -21,7 +21,7 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {60, sizeHint().height()}; }
-    [[nodiscard]] std::size_t markCount() const override;
+    [[nodiscard]] int markCount() const override;
     [[nodiscard]] Mark mark(std::size_t index) const override;
 
 protected:

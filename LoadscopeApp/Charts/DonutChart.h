@@ -34,7 +34,7 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-    [[nodiscard]] std::size_t markCount() const override { return 1 + sectors_.size(); }
+    [[nodiscard]] int markCount() const override { return 1 + static_cast<int>(sectors_.size()); }
     [[nodiscard]] Mark mark(std::size_t index) const override;
     [[nodiscard]] Item markOf(std::size_t item) const override;
 

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/MarkedWidget.h"
 
-#include "LoadscopeApp/Charts/MarkAccessibility.h"
-
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollArea>
@@ -26,9 +24,26 @@ void bringIntoView(const QWidget* widget, const QRectF& area) {
 } // namespace
 
 MarkedWidget::MarkedWidget(QAccessible::Role role, QWidget* parent) : QWidget(parent), role_(role) {
-    MarkAccessibility::install();
+    AccessibleMarks::install();
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
+}
+
+QString MarkedWidget::markText(int index) const { return mark(static_cast<std::size_t>(index)).name; }
+
+QString MarkedWidget::markValue(int index) const { return mark(static_cast<std::size_t>(index)).value; }
+
+QRect MarkedWidget::markArea(int index) const {
+    return mark(static_cast<std::size_t>(index)).area.toAlignedRect();
+}
+
+QAccessible::Role MarkedWidget::markRole(int index) const {
+    return mark(static_cast<std::size_t>(index)).role;
+}
+
+int MarkedWidget::currentMark() const {
+    const Item spoken = active_ ? markOf(*active_) : std::nullopt;
+    return spoken ? static_cast<int>(*spoken) : -1;
 }
 
 void MarkedWidget::setActive(Item item) { change(item, std::nullopt); }
@@ -47,10 +62,7 @@ void MarkedWidget::walkTo(std::size_t stop) {
     const Item spoken = markOf(item);
     if (!spoken) return;
     bringIntoView(this, mark(*spoken).area);
-    if (!QAccessible::isActive()) return;
-    QAccessibleEvent event(this, QAccessible::Focus);
-    event.setChild(static_cast<int>(*spoken));
-    QAccessible::updateAccessibility(&event);
+    AccessibleMarks::tellCurrent(this);
 }
 
 void MarkedWidget::keyPressEvent(QKeyEvent* event) {

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QAccessible>
+#include "LoadscopeApp/Charts/AccessibleMarks.h"
+
 #include <QWidget>
 
 #include <cstddef>
@@ -13,7 +14,7 @@ namespace loadscope {
 /// A widget that paints many things of its own: sectors, tiles, rows. One of them can be active, because the
 /// pointer is over it or because the arrow keys went there. Assistive technologies see the marks as children
 /// with a name, a value and a place. An item is what can become active; a mark is what is read out.
-class MarkedWidget : public QWidget {
+class MarkedWidget : public QWidget, public AccessibleMarks {
     Q_OBJECT
 
 public:
@@ -28,8 +29,6 @@ public:
 
     MarkedWidget(QAccessible::Role role, QWidget* parent);
 
-    [[nodiscard]] QAccessible::Role accessibleRole() const { return role_; }
-    [[nodiscard]] virtual std::size_t markCount() const = 0;
     [[nodiscard]] virtual Mark mark(std::size_t index) const = 0;
     /// The mark that stands for an item.
     [[nodiscard]] virtual Item markOf(std::size_t item) const { return item; }
@@ -37,6 +36,13 @@ public:
     [[nodiscard]] Item active() const { return active_; }
     /// Makes another item active, for example because it is active in another view of the same thing.
     void setActive(Item item);
+
+    [[nodiscard]] QAccessible::Role marksRole() const final { return role_; }
+    [[nodiscard]] QString markText(int index) const final;
+    [[nodiscard]] QString markValue(int index) const final;
+    [[nodiscard]] QRect markArea(int index) const final;
+    [[nodiscard]] QAccessible::Role markRole(int index) const final;
+    [[nodiscard]] int currentMark() const final;
 
 Q_SIGNALS:
     void activeChanged(Item item);

@@ -31,7 +31,7 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {60, sizeHint().height()}; }
-    [[nodiscard]] std::size_t markCount() const override { return tiles_.size(); }
+    [[nodiscard]] int markCount() const override { return static_cast<int>(tiles_.size()); }
     [[nodiscard]] Mark mark(std::size_t index) const override;
 
 protected:

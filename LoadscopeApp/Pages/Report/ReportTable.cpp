@@ -100,8 +100,8 @@ QString ReportTable::cellText(std::size_t row, Column column) const {
 
 QRect ReportTable::rowArea(std::size_t row) const { return layout_.row(row).toAlignedRect(); }
 
-std::size_t ReportTable::markCount() const {
-    return (rows_.size() + (titles_.name.isEmpty() ? 0 : 1)) * columns();
+int ReportTable::markCount() const {
+    return static_cast<int>((rows_.size() + (titles_.name.isEmpty() ? 0 : 1)) * columns());
 }
 
 MarkedWidget::Item ReportTable::markOf(std::size_t item) const {

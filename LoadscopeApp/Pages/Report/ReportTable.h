@@ -27,7 +27,7 @@ public:
     [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
-    [[nodiscard]] std::size_t markCount() const override;
+    [[nodiscard]] int markCount() const override;
     [[nodiscard]] Mark mark(std::size_t index) const override;
     [[nodiscard]] Item markOf(std::size_t item) const override;
 
