@@ -73,6 +73,14 @@ bool systemReducesMotion() {
     return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) <= 0;
 }
 
+/// Tips and menus are windows of their own, which take neither colours nor fonts from the widget below them.
+void passOn(const AppTheme& theme) {
+    QToolTip::setPalette(theme.palette());
+    QToolTip::setFont(theme.font(TextStyle::caption));
+    QApplication::setPalette(theme.palette(), "QMenu");
+    QApplication::setFont(theme.font(TextStyle::body), "QMenu");
+}
+
 } // namespace
 
 AppTheme::AppTheme(QObject* parent) : QObject(parent) {
@@ -82,6 +90,7 @@ AppTheme::AppTheme(QObject* parent) : QObject(parent) {
         connect(screen, &QScreen::logicalDotsPerInchChanged, this,
                 [this](qreal dotsPerInch) { setTextScale(dotsPerInch / usualDotsPerInch); });
     }
+    passOn(*this);
     qApp->installEventFilter(this);
     resolve();
 }
@@ -175,6 +184,7 @@ void AppTheme::force(std::optional<Appearance> appearance, std::optional<bool> r
 void AppTheme::setTextScale(double scale) {
     if (scale <= 0 || scale == textScale_) return;
     textScale_ = scale;
+    passOn(*this);
     Q_EMIT changed();
 }
 
@@ -195,12 +205,13 @@ void AppTheme::resolve() {
     const bool reducedMotion = forcedReducedMotion_
                                    ? *forcedReducedMotion_
                                    : (desktopReducedMotion_ ? *desktopReducedMotion_ : systemReducesMotion());
-    const bool same = appearance == appearance_ && reducedMotion == reducedMotion_;
+    // Also ends the round when the palette that is passed on below comes back as a change of the
+    // application's.
+    if (appearance == appearance_ && reducedMotion == reducedMotion_) return;
     appearance_ = appearance;
     reducedMotion_ = reducedMotion;
-    QToolTip::setPalette(palette());
-    QToolTip::setFont(font(TextStyle::caption));
-    if (!same) Q_EMIT changed();
+    passOn(*this);
+    Q_EMIT changed();
 }
 
 } // namespace loadscope

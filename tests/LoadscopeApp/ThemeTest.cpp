@@ -4,6 +4,7 @@
 #include "LoadscopeApp/DesktopAppearance.h"
 
 #include <QDBusVariant>
+#include <QMenu>
 
 #include <gtest/gtest.h>
 
@@ -48,6 +49,16 @@ TEST(ThemeColors, ColourTheSeriesByAppearanceAndRepeatAfterFive) {
     EXPECT_EQ(ThemeColors::chart(0, Appearance::dark), QColor("#2DD4BF"));
     EXPECT_EQ(ThemeColors::chart(5, Appearance::dark), QColor("#2DD4BF"));
     EXPECT_NE(ThemeColors::chart(4, Appearance::light), ThemeColors::chart(5, Appearance::light));
+}
+
+TEST(AppTheme, ColoursTheMenusOfTheToolkitToo) {
+    const Restore restore;
+    for (const Appearance appearance : {Appearance::dark, Appearance::light}) {
+        AppTheme::current().force(appearance, true);
+        QMenu menu;
+        menu.ensurePolished();
+        EXPECT_EQ(menu.palette().color(QPalette::Window), AppTheme::current().color(ThemeColor::window));
+    }
 }
 
 TEST(DesktopAppearance, PassesOnWhatTheSettingsPortalSays) {
