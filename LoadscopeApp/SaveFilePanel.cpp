@@ -17,23 +17,10 @@ namespace {
 
 constexpr int longestName = 60;
 
-void save(QWidget* base, const QString& path, const QByteArray& bytes) {
-    const std::string name = QFile::encodeName(path).toStdString();
-    const QFileInfo there(path);
-    // A file that its owner has protected is not replaced, though its folder would allow it.
-    const bool isProtected = there.exists() && !there.permission(QFile::WriteOwner);
-    if (!isProtected && AtomicFile::write(name, {bytes.constData(), static_cast<std::size_t>(bytes.size())}))
-        return;
-    if (base == nullptr) return;
-    AlertPanel::tell(base, QStringLiteral("The file could not be saved"),
-                     QStringLiteral("Nothing was written to %1. Check that the file and its folder can be "
-                                    "written to and that there is space left, then try again.")
-                         .arg(DisplayText::line(name)));
-}
-
 } // namespace
 
-void SaveFilePanel::open(QWidget* anchor, const Request& request, const QByteArray& contents) {
+void SaveFilePanel::choose(QWidget* anchor, const Request& request,
+                           std::function<void(const QString& path)> chosen) {
     auto* panel = new QFileDialog(anchor->window(), request.title);
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setAcceptMode(QFileDialog::AcceptSave);
@@ -43,10 +30,29 @@ void SaveFilePanel::open(QWidget* anchor, const Request& request, const QByteArr
     panel->setDefaultSuffix(request.suffix);
     panel->selectFile(request.suggestedName + QLatin1Char('.') + request.suffix);
     panel->setPalette(AppTheme::current().palette());
-    QWidget* base = AlertPanel::backdropOf(anchor);
-    QObject::connect(panel, &QFileDialog::fileSelected, base != nullptr ? base : anchor,
-                     [base, contents](const QString& path) { save(base, path, contents); });
+    QObject::connect(panel, &QFileDialog::fileSelected, anchor, std::move(chosen));
     panel->open();
+}
+
+bool SaveFilePanel::write(const QString& path, const QByteArray& contents) {
+    const QFileInfo there(path);
+    // Its folder would allow it to be replaced.
+    const bool isProtected = there.exists() && !there.permission(QFile::WriteOwner);
+    return !isProtected &&
+           AtomicFile::write(QFile::encodeName(path).toStdString(),
+                             {contents.constData(), static_cast<std::size_t>(contents.size())});
+}
+
+void SaveFilePanel::open(QWidget* anchor, const Request& request, const QByteArray& contents) {
+    QWidget* base = AlertPanel::backdropOf(anchor);
+    choose(base != nullptr ? base : anchor, request, [base, contents](const QString& path) {
+        if (write(path, contents) || base == nullptr) return;
+        AlertPanel::tell(
+            base, QStringLiteral("The file could not be saved"),
+            QStringLiteral("Nothing was written to %1. Check that the file and its folder can be "
+                           "written to and that there is space left, then try again.")
+                .arg(DisplayText::line(QFile::encodeName(path).toStdString())));
+    });
 }
 
 QString SaveFilePanel::fileNamePart(std::string_view name) {

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <string_view>
 
 class QWidget;
@@ -19,8 +20,15 @@ struct Request {
     QString kind;          ///< for example PNG image
 };
 
-/// Asks over the window of `anchor` and writes `contents`, whole or not at all. Says so when they could not
-/// be written. `anchor` may go in the meantime.
+/// Asks over the window of `anchor`; `chosen` gets the path, unless the user gives up or `anchor` goes.
+void choose(QWidget* anchor, const Request& request, std::function<void(const QString& path)> chosen);
+
+/// Writes a file, whole or not at all; one that its owner has protected is left alone. Whether it was
+/// written.
+[[nodiscard]] bool write(const QString& path, const QByteArray& contents);
+
+/// Asks over the window of `anchor` and writes `contents`. Says so when they could not be written. `anchor`
+/// may go in the meantime.
 void open(QWidget* anchor, const Request& request, const QByteArray& contents);
 
 /// `name` as part of a file's name: what file systems or shells take amiss becomes a dash.

@@ -2,24 +2,20 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/MenuButton.h"
 
-#include "LoadscopeApp/AppTheme.h"
-
 #include <QMenu>
 
 namespace loadscope {
 
 MenuButton::MenuButton(Kind kind, const QString& title, QWidget* parent)
     : PushButton(kind, title, parent), menu_(new QMenu(this)) {
-    AppTheme::bind(this, [this] {
-        menu_->setPalette(AppTheme::current().palette());
-        menu_->setFont(AppTheme::current().font(TextStyle::body));
-    });
     connect(this, &QPushButton::clicked, this,
             [this] { menu_->popup(mapToGlobal(QPoint(0, height() + 2))); });
 }
 
-void MenuButton::addChoice(const QString& title, std::function<void()> chosen) {
-    connect(menu_->addAction(title), &QAction::triggered, this, std::move(chosen));
+QAction* MenuButton::addChoice(const QString& title, std::function<void()> chosen) {
+    QAction* choice = menu_->addAction(title);
+    connect(choice, &QAction::triggered, this, std::move(chosen));
+    return choice;
 }
 
 } // namespace loadscope

@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class QAction;
 class QMenu;
 
 namespace loadscope {
@@ -17,7 +18,7 @@ class MenuButton : public PushButton {
 public:
     MenuButton(Kind kind, const QString& title, QWidget* parent = nullptr);
 
-    void addChoice(const QString& title, std::function<void()> chosen);
+    QAction* addChoice(const QString& title, std::function<void()> chosen);
     [[nodiscard]] QMenu* choices() const { return menu_; }
 
 private:

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Components/MenuButton.h"
 #include "LoadscopeApp/Pages/Report/ReportExport.h"
 
 #include <functional>
@@ -11,7 +11,7 @@
 namespace loadscope {
 
 /// "Export…": offers the pictures and the data of a report, asks for a file and writes it.
-class ExportButton : public PushButton {
+class ExportButton : public MenuButton {
     Q_OBJECT
 
 public:
@@ -34,7 +34,6 @@ private:
 
     std::shared_ptr<const ScanReport> report_;
     FileChooser chooser_;
-    QMenu* menu_;
 };
 
 } // namespace loadscope

@@ -73,11 +73,16 @@ TEST(ReportExport, WritesPicturesAndTheDataOfScripts) {
     for (const char* entry : {"Breakdown as SVG…", "Instruction Files as SVG…", "Whole Report as SVG…"})
         EXPECT_TRUE(bytesAfter(entry).contains("</svg>")) << entry;
     EXPECT_EQ(message, QStringLiteral("Saved “web-app-context-report.svg”."));
-    target = folder.filePath(QStringLiteral("missing/report.json"));
-    action(button, QStringLiteral("Report as JSON…"))->trigger();
-    EXPECT_EQ(message,
-              QStringLiteral("“report.json” could not be saved. Check that the folder can be written to "
-                             "and that there is space left."));
+    QFile protectedFile(folder.filePath(QStringLiteral("report.json")));
+    ASSERT_TRUE(protectedFile.open(QIODevice::WriteOnly) && protectedFile.setPermissions(QFile::ReadOwner));
+    for (const char* refused : {"missing/report.json", "report.json"}) {
+        target = folder.filePath(QString::fromUtf8(refused));
+        action(button, QStringLiteral("Report as JSON…"))->trigger();
+        EXPECT_EQ(message,
+                  QStringLiteral("“report.json” could not be saved. Check that the folder can be written to "
+                                 "and that there is space left."));
+        message.clear();
+    }
 }
 
 TEST(ReportExport, OffersNoPictureOfWhatIsNotThere) {
