@@ -25,12 +25,18 @@ extern "C" void onTermination(int) {
     errno = saved;
 }
 
+/// `nohup` ignores the hang-up for us; that stays.
+bool isLeftAlone(int signal) {
+    struct sigaction action = {};
+    return signal == SIGHUP && sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 void handle(void (*handler)(int)) {
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     for (const int signal : handled)
-        sigaction(signal, &action, nullptr);
+        if (!isLeftAlone(signal)) sigaction(signal, &action, nullptr);
 }
 
 } // namespace
