@@ -2,36 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/CardPieces.h"
 
-#include "LoadscopeApp/AppTheme.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/DividerLine.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace loadscope {
-namespace {
-
-class Divider : public QWidget {
-public:
-    Divider() {
-        setFixedHeight(1);
-        AccessibleTraits::setDecoration(this);
-        AppTheme::bind(this, [this] { update(); });
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter(this).fillRect(rect(), AppTheme::current().color(ThemeColor::divider));
-    }
-};
-
-} // namespace
 
 QVBoxLayout* CardPieces::header(const QString& title, const QString& detail, QWidget* control) {
     auto* heading = new SectionHeader(title, {});
@@ -64,6 +45,6 @@ QHBoxLayout* CardPieces::inset(QWidget* content) {
     return row;
 }
 
-QWidget* CardPieces::divider() { return new Divider; }
+QWidget* CardPieces::divider() { return new DividerLine; }
 
 } // namespace loadscope

@@ -3,11 +3,11 @@
 #include "LoadscopeApp/Pages/Report/ReportSection.h"
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Components/DividerLine.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/SelectableText.h"
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/DisplayText.h"
-#include "LoadscopeApp/Pages/Report/DividerLine.h"
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/Report/DividerLine.h"
+#include "LoadscopeApp/Components/DividerLine.h"
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
