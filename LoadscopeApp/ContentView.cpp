@@ -72,7 +72,6 @@ void ContentView::layOut() {
     auto* frame = new QVBoxLayout(this);
     frame->setContentsMargins(0, 0, 0, 0);
     frame->addWidget(content_);
-    // From the top: the commands, the sidebar, the page.
     splitter_->setSizes({Metrics::sidebarWidth, Metrics::windowWidth - Metrics::sidebarWidth});
 }
 

@@ -47,7 +47,6 @@ protected:
 Sheet::Sheet(QWidget* window, QWidget* backdrop, QWidget* content, const QString& name)
     : QWidget(window),
       backdrop_(backdrop),
-      content_(content),
       card_(new SheetCard(this)),
       progress_(new ValueAnimation(this, 0, [this](double) { update(); })) {
     AccessibleTraits::setRole(this, QAccessible::Dialog, name);

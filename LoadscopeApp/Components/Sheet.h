@@ -46,7 +46,6 @@ private:
     void finish();
 
     QPointer<QWidget> backdrop_;
-    QWidget* content_;
     QWidget* card_;
     QPointer<QWidget> focusBefore_;
     QPointer<QWidget> focus_;

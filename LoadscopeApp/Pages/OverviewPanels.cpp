@@ -28,18 +28,18 @@ TextLabel* centered(TextLabel* label) {
 
 OverviewScanLoadingState::OverviewScanLoadingState(QWidget* parent)
     : CenteredPanel(widestText, parent),
-      icon_(new StateIcon(QStringLiteral("arrow.triangle.2.circlepath"), ThemeColor::accent)),
       stage_(centered(new TextLabel({}, TextStyle::headline))),
       cancel_(new PushButton(PushButton::Kind::secondary, QStringLiteral("Cancel"))) {
     AccessibleTraits::setRole(this, QAccessible::Grouping, QStringLiteral("Scan in progress"));
-    icon_->setSpinning(true);
+    auto* icon = new StateIcon(QStringLiteral("arrow.triangle.2.circlepath"), ThemeColor::accent);
+    icon->setSpinning(true);
     cancel_->setAccessibleName(QStringLiteral("Cancel scan"));
     cancel_->setShortcut(Qt::Key_Escape);
     // The place of the button stays when it goes, so that the texts do not jump.
     QSizePolicy policy = cancel_->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     cancel_->setSizePolicy(policy);
-    column()->addWidget(icon_, 0, Qt::AlignHCenter);
+    column()->addWidget(icon, 0, Qt::AlignHCenter);
     column()->addWidget(stage_);
     column()->addWidget(
         centered(new TextLabel(QStringLiteral("Measuring the selected tools and local instruction files."),

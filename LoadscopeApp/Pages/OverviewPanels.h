@@ -9,7 +9,6 @@ namespace loadscope {
 
 class PushButton;
 class SelectableText;
-class StateIcon;
 class TextLabel;
 
 /// Shown while a scan runs: its stage, and Cancel for as long as it can be cancelled.
@@ -26,7 +25,6 @@ Q_SIGNALS:
     void cancelRequested();
 
 private:
-    StateIcon* icon_;
     TextLabel* stage_;
     PushButton* cancel_;
 };
