@@ -7,7 +7,7 @@ set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
 failed=0
 sources=()
-for folder in LoadscopeCore LoadscopeCLI LoadscopeApp tests benchmarks fuzz demo; do
+for folder in LoadscopeCore LoadscopeCLI LoadscopeApp tests tools benchmarks fuzz demo packaging; do
     [[ ! -d $folder ]] || sources+=("$folder")
 done
 
