@@ -3,6 +3,7 @@
 #include "LoadscopeApp/WindowSplitter.h"
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
 
 #include <QPainter>
 
@@ -11,7 +12,9 @@ namespace {
 
 class Hairline : public QSplitterHandle {
 public:
-    using QSplitterHandle::QSplitterHandle;
+    Hairline(Qt::Orientation orientation, QSplitter* splitter) : QSplitterHandle(orientation, splitter) {
+        AccessibleTraits::setRole(this, QAccessible::Separator);
+    }
 
 protected:
     void paintEvent(QPaintEvent*) override {

@@ -33,7 +33,7 @@ ScoreGauge::ScoreGauge(int score, OpinionBand band, QWidget* parent)
       color_(ThemeColors::fill(band)),
       progress_(new ValueAnimation(this, 1, [this](double) { update(); })) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    AccessibleTraits::setRole(this, QAccessible::Indicator, QStringLiteral("%1 of 100").arg(score));
+    AccessibleTraits::setRole(this, QAccessible::Graphic, QStringLiteral("%1 of 100").arg(score));
     AppTheme::bind(this, [this] {
         updateGeometry();
         update();

@@ -11,6 +11,7 @@
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include <QHBoxLayout>
@@ -38,8 +39,8 @@ RowButton* makeRow(const ComparePresentation::LeaderboardRow& row, const Leaderb
         new HistoryRow({rank, title, detail, entry.latest.total, ThemeColors::text(text.band), band},
                        new TrendPill(entry.trend(), entry.delta())),
         QStringLiteral("%1. %2, %3, %4 tokens, %5, %6")
-            .arg(QString::number(rank.value_or(0)), title, detail, DisplayText::own(text.value), band,
-                 DisplayText::own(row.trend.text)));
+            .arg(QString::fromStdString(LocaleFormat::grouped(rank.value_or(0))), title, detail,
+                 DisplayText::own(text.value), band, DisplayText::own(row.trend.text)));
     button->setAccessibleDescription(QStringLiteral("Opens the repository"));
     return button;
 }
