@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 
-#include "LoadscopeCore/Platform/LocaleFormat.h"
-
 namespace loadscope {
 
 std::string rawValue(OnboardingIllustration illustration) {
@@ -32,9 +30,8 @@ const std::vector<OnboardingStep>& OnboardingFlow::steps() {
          "Pick any folder on this Mac that's a git repository — your own project works well. Loadscope reads "
          "its instruction files locally for the per-file estimate and keeps recorded scan summaries in "
          "Application Support; instruction-file contents and individual file paths are not saved in history.",
-         LocaleFormat::isRightToLeft() ? "Look for the folder icon in the top-left toolbar."
-                                       : "Look for the folder icon in the top-right toolbar.",
-         "Next", OnboardingIllustration::toolbarPointer},
+         "Look for the folder icon in the top-right toolbar.", "Next",
+         OnboardingIllustration::toolbarPointer},
         {2, "Run one real scan",
          "Scanning asks Claude Code for its own `/context` report through your existing Claude Code sign-in "
          "and provider connection. The report supplies the session total and categories and spends none of "
