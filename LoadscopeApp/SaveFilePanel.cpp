@@ -38,7 +38,8 @@ bool SaveFilePanel::write(const QString& path, const QByteArray& contents) {
     const QFileInfo there(path);
     // Its folder would allow it to be replaced.
     const bool isProtected = there.exists() && !there.permission(QFile::WriteOwner);
-    return !isProtected &&
+    // Without memory for a picture there are no contents.
+    return !isProtected && !contents.isEmpty() &&
            AtomicFile::write(QFile::encodeName(path).toStdString(),
                              {contents.constData(), static_cast<std::size_t>(contents.size())});
 }

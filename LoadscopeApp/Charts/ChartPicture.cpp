@@ -20,7 +20,7 @@ constexpr double margin = 20;
 constexpr double gap = 12;
 constexpr double usualScale = 2;
 constexpr double tallest = 16'000; ///< pixels
-constexpr int pointsPerInch = 72;
+constexpr int pixelsPerInch = 96;  ///< of style sheets, so that a browser shows a picture in its own size
 
 double titleHeight() { return QFontMetricsF(AppTheme::current().font(TextStyle::headline)).height(); }
 
@@ -58,6 +58,7 @@ QByteArray ChartPicture::png() const {
     const QSizeF whole = size();
     const double scale = std::min(usualScale, tallest / std::max(whole.height(), whole.width()));
     QImage image((whole * scale).toSize().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull()) return {};
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(scale, scale);
@@ -75,7 +76,7 @@ QByteArray ChartPicture::svg() const {
     QSvgGenerator generator;
     generator.setOutputDevice(&file);
     generator.setTitle(title);
-    generator.setResolution(pointsPerInch);
+    generator.setResolution(pixelsPerInch);
     generator.setSize(size().toSize());
     generator.setViewBox(QRectF({0, 0}, size()));
     QPainter painter(&generator);

@@ -6,7 +6,8 @@
 
 namespace loadscope {
 
-SaveChartButton::SaveChartButton(const QString& name, std::function<ChartPicture()> picture, QWidget* parent)
+SaveChartButton::SaveChartButton(const QString& name, const std::function<ChartPicture()>& picture,
+                                 QWidget* parent)
     : MenuButton(PushButton::Kind::plain, QStringLiteral("Save Chart…"), parent) {
     const QString title = QStringLiteral("Save Chart");
     addChoice(QStringLiteral("PNG Image…"), [this, name, title, picture] {

@@ -15,7 +15,8 @@ class SaveChartButton : public MenuButton {
 
 public:
     /// `picture` gives the chart as it is when a kind is chosen; `name` is the suggested file's name.
-    SaveChartButton(const QString& name, std::function<ChartPicture()> picture, QWidget* parent = nullptr);
+    SaveChartButton(const QString& name, const std::function<ChartPicture()>& picture,
+                    QWidget* parent = nullptr);
 };
 
 } // namespace loadscope

@@ -104,7 +104,7 @@ void Sheet::dismiss() {
 
 void Sheet::finish() {
     hide();
-    backdrop_->setEnabled(true);
+    if (backdrop_ != nullptr) backdrop_->setEnabled(true);
     if (focusBefore_ != nullptr) focusBefore_->setFocus(Qt::OtherFocusReason);
     Q_EMIT dismissed();
     deleteLater();

@@ -23,8 +23,8 @@ class CodexScanOutcome {
 public:
     static constexpr const char* notIncludedReason = "Codex was not included in this scan.";
 
-    [[nodiscard]] static CodexScanOutcome measured(CodexProbeResult result) {
-        return CodexScanOutcome(std::move(result));
+    [[nodiscard]] static CodexScanOutcome measured(const CodexProbeResult& result) {
+        return CodexScanOutcome(result);
     }
     [[nodiscard]] static CodexScanOutcome unavailable(std::string reason) {
         return CodexScanOutcome(std::move(reason));

@@ -57,6 +57,18 @@ Lookups& lookups() {
     return all;
 }
 
+/// Takes a launched child from the lookups before it goes, whatever happens to its lookup.
+class Forgetting {
+public:
+    explicit Forgetting(ChildProcess& child) : child_(child) {}
+    ~Forgetting() { lookups().forget(child_); }
+    Forgetting(const Forgetting&) = delete;
+    Forgetting& operator=(const Forgetting&) = delete;
+
+private:
+    ChildProcess& child_;
+};
+
 } // namespace
 
 std::string path() {
@@ -79,12 +91,12 @@ std::optional<std::string> output(const std::string& shell, const std::string& c
     } catch (const LaunchError&) {
         return std::nullopt;
     }
+    const Forgetting forgetting(child);
     const auto deadline = std::make_shared<ReaderDeadline>();
     OutputCollector collector(child.standardOutput(), deadline);
     TimeLimit limit(child, timeoutSeconds, killGraceSeconds);
     const ChildProcess::Termination termination = child.wait();
     limit.cancel();
-    lookups().forget(child);
     const auto now = ReaderDeadline::Clock::now();
     deadline->expireAt(lookups().isClosing() ? now : now + readerGrace);
     collector.join();

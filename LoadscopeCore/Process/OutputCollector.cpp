@@ -4,7 +4,16 @@
 
 #include "LoadscopeCore/Platform/FileDescriptor.h"
 
+#include <algorithm>
+
 namespace loadscope {
+namespace {
+
+/// What a tool that prints without end may take of the memory. What comes after it is read and dropped: the
+/// tool must not stall, and no report is as long.
+constexpr std::size_t mostBytesKept = std::size_t{1} << 30;
+
+} // namespace
 
 OutputCollector::OutputCollector(const FileDescriptor& pipe, std::shared_ptr<ReaderDeadline> deadline)
     : deadline_(std::move(deadline)) {
@@ -12,7 +21,7 @@ OutputCollector::OutputCollector(const FileDescriptor& pipe, std::shared_ptr<Rea
     if (!own.isOpen()) return;
     thread_ = std::thread([this, own = std::move(own)]() mutable {
         const auto append = [this](std::span<const char> chunk) {
-            bytes_.append(chunk.data(), chunk.size());
+            bytes_.append(chunk.data(), std::min(chunk.size(), mostBytesKept - bytes_.size()));
         };
         timedOut_ = PipeDrain::run(std::move(own), *deadline_, append);
     });

@@ -12,8 +12,8 @@ namespace loadscope {
 
 class FileDescriptor;
 
-/// Collects everything that comes out of one pipe, on a thread of its own, until its end or the deadline. The
-/// destructor lets the reader go at once and joins it.
+/// Collects what comes out of one pipe, up to a gigabyte, on a thread of its own, until its end or the
+/// deadline. The destructor lets the reader go at once and joins it.
 class OutputCollector {
 public:
     /// Starts reading a duplicate of `pipe`; when that cannot be made, nothing is read and the output stays
