@@ -7,6 +7,7 @@
 namespace loadscope {
 
 QPixmap Picture::of(QWidget& widget) {
+    if (widget.size().isEmpty()) return {};
     const double ratio = widget.devicePixelRatioF();
     QPixmap picture(widget.size() * ratio);
     picture.setDevicePixelRatio(ratio);
