@@ -26,6 +26,7 @@ constexpr int unitGap = 6;
 
 CategoryTable* makeTable(const std::vector<RecordedCategory>& categories) {
     std::vector<CategoryTable::Line> lines;
+    lines.reserve(categories.size());
     for (const RecordedCategory& category : categories)
         lines.push_back(
             {DisplayText::line(category.name), DisplayText::own(LocaleFormat::grouped(category.tokens))});
