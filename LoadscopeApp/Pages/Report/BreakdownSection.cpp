@@ -59,6 +59,7 @@ public:
         column->addWidget(donut, 0, Qt::AlignHCenter);
         column->addWidget(line);
         std::vector<SelectionLine::Selected> texts;
+        texts.reserve(rows.size());
         for (const ReportTableRow& row : rows)
             texts.push_back({texts.size(), row.name, row.share});
         connect(donut, &DonutChart::activeChanged, line, [line, texts](DonutChart::Item row) {
@@ -72,6 +73,7 @@ private:
     static std::vector<DonutChart::Row> sectors(const ScanReport& report,
                                                 const std::vector<ReportTableRow>& rows) {
         std::vector<DonutChart::Row> result;
+        result.reserve(rows.size());
         for (const ReportTableRow& row : rows)
             result.push_back({row.name, report.rows[result.size()].tokens,
                               row.tokens + QStringLiteral(" tokens, ") + row.share});
