@@ -3,6 +3,7 @@
 #include "LoadscopeCLI/Readiness.h"
 
 #include <thread>
+#include <utility>
 
 namespace loadscope {
 
@@ -19,8 +20,8 @@ bool runOnWorker(LoopUIThread& loop, const std::function<void(std::stop_token)>&
 std::optional<ReadinessChecker::Result> checkReadiness(LoopUIThread& loop, Terminal& errors) {
     ReadinessChecker::Result result;
     errors.showProgress("Checking sign-in…");
-    const bool finished =
-        runOnWorker(loop, [&result](std::stop_token stop) { result = ReadinessChecker::check(stop); });
+    const bool finished = runOnWorker(
+        loop, [&result](std::stop_token stop) { result = ReadinessChecker::check(std::move(stop)); });
     errors.clearProgress();
     if (!finished) return std::nullopt;
     return result;

@@ -24,7 +24,7 @@ std::string cut(const std::string& text, std::size_t width) {
 
 } // namespace
 
-Table::Cell::Cell(std::string content, TextStyle cellStyle)
+Table::Cell::Cell(const std::string& content, TextStyle cellStyle)
     : text(Text::visible(content)), style(cellStyle) {}
 
 Table::Cell Table::Cell::own(std::string text) {

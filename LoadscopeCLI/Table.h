@@ -20,8 +20,8 @@ public:
         Alignment alignment = Alignment::left;
     };
     struct Cell {
-        Cell(std::string text, TextStyle style = TextStyle::plain); // NOLINT(google-explicit-constructor)
-        Cell(const char* text) : Cell(std::string(text)) {}         // NOLINT(google-explicit-constructor)
+        Cell(const std::string& content, TextStyle style = TextStyle::plain);
+        Cell(const char* text) : Cell(std::string(text)) {}
 
         /// Text of our own, whose mark of direction a terminal is to obey.
         static Cell own(std::string text);
