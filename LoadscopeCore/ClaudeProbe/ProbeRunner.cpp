@@ -96,7 +96,7 @@ std::optional<std::int64_t> ProbeRunner::reportedTurns(std::string_view standard
 }
 
 std::optional<ProbeUsage> ProbeRunner::transcriptUsage(const std::string& sessionID,
-                                                       std::stop_token stop) const {
+                                                       const std::stop_token& stop) const {
     const int attempts = std::max(transcriptRetries, 1);
     for (int attempt = 0; attempt < attempts; ++attempt) {
         if (stop.stop_requested()) return std::nullopt;

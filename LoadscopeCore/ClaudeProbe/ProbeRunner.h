@@ -97,7 +97,7 @@ public:
     /// Waits for the session's transcript to appear, within the retries set; nothing when it does not or
     /// `stop` was requested.
     [[nodiscard]] std::optional<ProbeUsage> transcriptUsage(const std::string& sessionID,
-                                                            std::stop_token stop) const;
+                                                            const std::stop_token& stop) const;
 };
 
 } // namespace loadscope

@@ -82,7 +82,7 @@ std::string CodexProbeRunner::unreadableDetail(std::int32_t exitCode, std::strin
     return detail + ProbeError::bounded(lastLines(output, tailLines));
 }
 
-CodexProbeResult CodexProbeRunner::run(const std::string& repository, std::stop_token stop) const {
+CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std::stop_token& stop) const {
     using Clock = std::chrono::steady_clock;
 
     const auto availability =
@@ -111,7 +111,7 @@ CodexProbe::CodexProbe(CodexProbeRunner runner) : runner_(std::move(runner)) {}
 
 CodexScanOutcome CodexProbe::run(const std::string& repository, std::stop_token stop) {
     try {
-        return CodexScanOutcome::measured(runner_.run(repository, std::move(stop)));
+        return CodexScanOutcome::measured(runner_.run(repository, stop));
     } catch (...) {
         return CodexScanOutcome::unavailable(reason(std::current_exception()));
     }

@@ -57,7 +57,7 @@ struct CodexProbeRunner {
     Executor executor;
 
     /// Throws `ProbeError` or `CancellationError`.
-    [[nodiscard]] CodexProbeResult run(const std::string& repository, std::stop_token stop) const;
+    [[nodiscard]] CodexProbeResult run(const std::string& repository, const std::stop_token& stop) const;
 
     [[nodiscard]] static std::vector<std::string> arguments(const std::string& repository);
 
