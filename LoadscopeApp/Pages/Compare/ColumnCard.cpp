@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/ElidedLabel.h"
@@ -84,7 +83,6 @@ QString ColumnCard::copyableText() const {
 
 void ColumnCard::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
-    menu.setPalette(AppTheme::current().palette());
     menu.addAction(QStringLiteral("Copy"), [this] { QGuiApplication::clipboard()->setText(copyableText()); });
     menu.exec(event->globalPos());
 }

@@ -51,7 +51,7 @@ void ExportButton::save(Subject subject, Format format) {
              [this, subject, format](const QString& path) {
                  const QByteArray bytes = ReportExport::bytes(report_, subject, format);
                  const QString name = QFileInfo(path).fileName();
-                 const bool saved = !bytes.isEmpty() && SaveFilePanel::write(path, bytes);
+                 const bool saved = SaveFilePanel::write(path, bytes);
                  Q_EMIT finished(saved ? QStringLiteral("Saved “%1”.").arg(name)
                                        : QStringLiteral("“%1” could not be saved. Check that the folder can "
                                                         "be written to and that there is space left.")
