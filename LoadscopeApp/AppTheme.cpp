@@ -73,12 +73,13 @@ bool systemReducesMotion() {
     return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) <= 0;
 }
 
-/// Tips and menus are windows of their own, which take neither colours nor fonts from the widget below them.
+/// Tips, menus and dialogs are windows of their own, which take neither colours nor fonts from the widget
+/// below them. A text editor, too, loads the application's font before it is given another.
 void passOn(const AppTheme& theme) {
     QToolTip::setPalette(theme.palette());
     QToolTip::setFont(theme.font(TextStyle::caption));
     QApplication::setPalette(theme.palette(), "QMenu");
-    QApplication::setFont(theme.font(TextStyle::body), "QMenu");
+    QApplication::setFont(theme.font(TextStyle::body));
 }
 
 } // namespace
