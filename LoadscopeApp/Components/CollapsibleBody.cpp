@@ -18,7 +18,6 @@ CollapsibleBody::CollapsibleBody(QWidget* content, int gap, QWidget* parent)
           updateGeometry();
       })) {
     content_->setParent(this);
-    content_->show();
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
