@@ -10,6 +10,7 @@
 #include "LoadscopeApp/ContentView.h"
 #include "LoadscopeApp/DesktopAppearance.h"
 #include "LoadscopeApp/FolderPanel.h"
+#include "LoadscopeApp/FontPreparation.h"
 #include "LoadscopeApp/QtUIThread.h"
 #include "LoadscopeApp/SettingsStore.h"
 #include "LoadscopeApp/TerminationSignals.h"
@@ -47,6 +48,7 @@ std::unique_ptr<QApplication> makeApplication(int& argumentCount, char** argumen
     QCoreApplication::setApplicationName(QStringLiteral("Loadscope"));
     QCoreApplication::setApplicationVersion(QString::fromLatin1(Version::number()));
     QGuiApplication::setDesktopFileName(QStringLiteral(LOADSCOPE_APP_ID));
+    const FontPreparation fonts;
     const QtMessageHandler usual = qInstallMessageHandler(onStartUpMessage);
     auto application = std::make_unique<QApplication>(argumentCount, arguments);
     qInstallMessageHandler(usual);

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/FontPreparation.h"
+
+#ifdef LOADSCOPE_HAS_FONTCONFIG
+#include <fontconfig/fontconfig.h>
+
+#include <system_error>
+#endif
+
+namespace loadscope {
+
+FontPreparation::FontPreparation() {
+#ifdef LOADSCOPE_HAS_FONTCONFIG
+    try {
+        thread_ = std::jthread([] { FcInit(); });
+    } catch (const std::system_error&) {
+        // Then the toolkit reads it itself.
+    }
+#endif
+}
+
+} // namespace loadscope
