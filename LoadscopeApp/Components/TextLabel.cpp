@@ -32,13 +32,13 @@ bool hasBreaks(const QString& text) {
 TextLabel::TextLabel(const QString& text, TextStyle style, ThemeColor color, QWidget* parent)
     : QLabel(parent), style_(style), color_(color) {
     setTextFormat(Qt::PlainText);
-    // A button around the label must not lend it its own colour.
-    setForegroundRole(QPalette::WindowText);
     setText(text);
     // Inside a button a label would otherwise take the button's colour.
     setForegroundRole(QPalette::WindowText);
     AppTheme::bind(this, [this] { applyTheme(); });
 }
+
+TextLabel::~TextLabel() = default;
 
 void TextLabel::setColor(ThemeColor color) {
     if (color == color_) return;
@@ -67,10 +67,19 @@ void TextLabel::setSelectable() {
     setAlignment(QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::AlignAbsolute);
 }
 
+QTextLayout& TextLabel::shaped() const {
+    forgetWhenChanged();
+    if (shaped_ == nullptr) {
+        QString shown = measuredText_;
+        shown.replace(QLatin1Char('\n'), QChar::LineSeparator);
+        shaped_ = std::make_unique<QTextLayout>(shown, measuredFont_);
+        shaped_->setCacheEnabled(true);
+    }
+    return *shaped_;
+}
+
 int TextLabel::layOutLines(int width, QPainter* painter, int top) const {
-    QString shown = text();
-    shown.replace(QLatin1Char('\n'), QChar::LineSeparator);
-    QTextLayout layout(shown, font());
+    QTextLayout& layout = shaped();
     const Qt::Alignment horizontal = alignment() & Qt::AlignHorizontal_Mask;
     QTextOption option(QStyle::visualAlignment(layoutDirection(), horizontal) | Qt::AlignAbsolute);
     // The text's own direction, so that its full stop stays at its end in a window that is the other way
@@ -95,6 +104,7 @@ void TextLabel::forgetWhenChanged() const {
     if (measuredText_ == text() && measuredFont_ == font()) return;
     heights_.forget();
     naturalWidth_.reset();
+    shaped_.reset();
     measuredText_ = text();
     measuredFont_ = font();
 }

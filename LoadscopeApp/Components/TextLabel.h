@@ -7,9 +7,11 @@
 
 #include <QLabel>
 
+#include <memory>
 #include <optional>
 
 class QPainter;
+class QTextLayout;
 
 namespace loadscope {
 
@@ -22,6 +24,7 @@ class TextLabel : public QLabel {
 public:
     explicit TextLabel(const QString& text, TextStyle style = TextStyle::body,
                        ThemeColor color = ThemeColor::primaryText, QWidget* parent = nullptr);
+    ~TextLabel() override;
 
     void setColor(ThemeColor color);
     void setWeight(QFont::Weight weight);
@@ -41,6 +44,8 @@ private:
     void applyTheme();
     /// Lays the lines out in `width`, paints them at `top` when there is a painter, and returns their height.
     int layOutLines(int width, QPainter* painter, int top) const;
+    /// The text in its font, whose letters are shaped once for all widths and paintings.
+    [[nodiscard]] QTextLayout& shaped() const;
     /// Drops what was measured of another text or font.
     void forgetWhenChanged() const;
     [[nodiscard]] int naturalWidth() const;
@@ -57,6 +62,7 @@ private:
     bool selectable_ = false;
     mutable MeasuredHeights heights_; ///< of the text and font below
     mutable std::optional<int> naturalWidth_;
+    mutable std::unique_ptr<QTextLayout> shaped_;
     mutable QString measuredText_;
     mutable QFont measuredFont_;
 };
