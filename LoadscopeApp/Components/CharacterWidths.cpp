@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/CharacterWidths.h"
 
-#include <QFontMetricsF>
 #include <QHash>
 
 #include <algorithm>
@@ -15,19 +14,22 @@ constexpr qsizetype mostFonts = 32;
 
 } // namespace
 
+CharacterWidths::Table::Table(const QFont& font) : metrics(font) {
+    advances.fill(-1);
+    for (char16_t character = u'0'; character <= u'9'; ++character)
+        digit = std::max(digit, metrics.horizontalAdvance(QChar(character)));
+}
+
 CharacterWidths::CharacterWidths(const QFont& font) {
-    static QHash<QString, std::shared_ptr<const Table>> tables;
-    std::shared_ptr<const Table>& known = tables[font.key()];
-    if (known == nullptr) {
-        const QFontMetricsF metrics(font);
-        auto table = std::make_shared<Table>();
-        for (std::size_t code = 0; code < count; ++code)
-            table->advances[code] = metrics.horizontalAdvance(QChar(static_cast<char16_t>(code)));
-        table->digit = *std::max_element(&table->advances['0'], &table->advances['9'] + 1);
-        known = std::move(table);
-    }
+    static QHash<QString, std::shared_ptr<Table>> tables;
+    std::shared_ptr<Table>& known = tables[font.key()];
+    if (known == nullptr) known = std::make_shared<Table>(font);
     table_ = known;
     if (tables.size() > mostFonts) tables.clear();
+}
+
+double CharacterWidths::measured(QChar character) const {
+    return table_->advances[character.unicode()] = table_->metrics.horizontalAdvance(character);
 }
 
 bool CharacterWidths::covers(const QString& text) {
