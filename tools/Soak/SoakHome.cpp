@@ -71,6 +71,7 @@ std::string word(Dice& dice, const Words& words) {
 SoakHome::SoakHome(Dice& dice) {
     path_ = (fs::canonical(fs::temp_directory_path()) / "loadscope-soak-XXXXXX").string();
     if (mkdtemp(path_.data()) == nullptr) Journal::current().violated("no temporary folder");
+    fs::current_path(path_); // where dialogs open
     fs::create_directory(path_ + "/run");
     fs::permissions(path_ + "/run", fs::perms::owner_all);
     setEnvironment();
