@@ -104,10 +104,22 @@ void Sheet::dismiss() {
 
 void Sheet::finish() {
     hide();
-    if (backdrop_ != nullptr) backdrop_->setEnabled(true);
-    if (focusBefore_ != nullptr) focusBefore_->setFocus(Qt::OtherFocusReason);
+    if (Sheet* other = openAbove()) {
+        other->focusBefore_ = focusBefore_;
+    } else {
+        if (backdrop_ != nullptr) backdrop_->setEnabled(true);
+        if (focusBefore_ != nullptr) focusBefore_->setFocus(Qt::OtherFocusReason);
+    }
+    backdrop_ = nullptr;
     Q_EMIT dismissed();
     deleteLater();
+}
+
+Sheet* Sheet::openAbove() const {
+    for (Sheet* other : parentWidget()->findChildren<Sheet*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (other != this && other->backdrop_ == backdrop_ && !other->dismissing_) return other;
+    }
+    return nullptr;
 }
 
 void Sheet::placeCard() {

@@ -43,7 +43,9 @@ protected:
 private:
     void placeCard();
     void showCard();
+    /// Gives the backdrop and the keyboard back, or leaves both to a sheet that has come above.
     void finish();
+    [[nodiscard]] Sheet* openAbove() const;
 
     QPointer<QWidget> backdrop_;
     QWidget* card_;

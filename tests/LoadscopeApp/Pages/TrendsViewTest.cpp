@@ -345,6 +345,28 @@ TEST(Window, DeletesTheRecordedHistoryAndKeepsTheScanOnScreen) {
     }
 }
 
+TEST(Window, SaysThatTheHistoryCouldNotBeDeletedAndKeepsTheKeyboardThere) {
+    Window window({.history = three()});
+    window.show();
+    window.view.activateWindow();
+    window.view.setPage(AppPage::trends);
+    const QDir data(window.data.path());
+    ASSERT_TRUE(QFile::remove(data.filePath("scan-history.json")) &&
+                data.mkpath("scan-history.json/in the way"));
+    auto* clear = window.button("Clear Recorded Data…");
+    clear->setFocus();
+    clear->click();
+    QTest::mouseClick(window.button("Delete 3 Recorded Scans"), Qt::LeftButton);
+    ASSERT_TRUE(window.says("The recorded scans could not be deleted"));
+    const auto sheets = [&window] { return window.view.findChildren<Sheet*>().size(); };
+    ASSERT_TRUE(eventually([&] { return sheets() == 1 && window.button("OK") != nullptr; }));
+    EXPECT_TRUE(window.button("OK")->hasFocus());
+    EXPECT_FALSE(clear->isEnabled());
+    window.button("OK")->click();
+    ASSERT_TRUE(eventually([&] { return sheets() == 0; }));
+    EXPECT_TRUE(clear->hasFocus());
+}
+
 TEST(TrendsView, SavesItsChartAndItsData) {
     Page page(three());
     const QTemporaryDir folder;
