@@ -170,7 +170,7 @@ std::vector<RecordedScan> ScanHistoryStore::append(const RecordedScan& scan) {
             mayWrite = setAside(*this, reading.reason, highestBackupNumber);
             expected = {};
         }
-        const std::vector<RecordedScan> scans = newest(std::move(reading.scans), scan);
+        std::vector<RecordedScan> scans = newest(std::move(reading.scans), scan);
         if (!mayWrite) return scans;
         // The lock is only advisory: who gave up waiting for it, or held it and was stopped, looks again.
         bool isOvertaken = false;

@@ -31,7 +31,7 @@ Result unopened(const PathLookup::Location& location, int error) {
 /// makes up.
 int readAll(int descriptor, std::string& buffer, std::size_t& size, std::size_t expected,
             std::size_t maximum) {
-    constexpr std::size_t smallestBuffer = 64 * 1024;
+    constexpr std::size_t smallestBuffer = 65'536;
     for (size = 0; size <= maximum;) {
         if (size == buffer.size()) buffer.resize(std::max({smallestBuffer, expected + 1, 4 * size}));
         const std::size_t room = std::min(buffer.size(), maximum + 1) - size;

@@ -92,13 +92,11 @@ std::string FilePath::standardized(std::string_view path) {
         return std::string(path);
     std::vector<std::string_view> kept;
     for (const std::string_view component : components(path)) {
-        if (component != "..") {
-            kept.push_back(component);
-        } else if (!kept.empty() && kept.back() != "..") {
+        const bool isUp = component == "..";
+        if (isUp && !kept.empty() && kept.back() != "..")
             kept.pop_back();
-        } else if (!isAbsolute) {
+        else if (!isUp || !isAbsolute)
             kept.push_back(component);
-        }
     }
     std::string result;
     result.reserve(path.size());

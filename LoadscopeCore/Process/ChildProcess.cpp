@@ -164,7 +164,7 @@ void ChildProcess::launch() {
     arguments.insert(arguments.end(), options_.arguments.begin(), options_.arguments.end());
     std::vector<std::string> environment;
     for (const auto& [name, value] : options_.environment)
-        environment.push_back(name + "=" + value);
+        environment.emplace_back(name).append("=").append(value);
     const std::vector<char*> argumentPointers = pointers(arguments);
     const std::vector<char*> environmentPointers = pointers(environment);
 

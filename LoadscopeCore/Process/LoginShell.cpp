@@ -72,7 +72,7 @@ private:
 } // namespace
 
 std::string path() {
-    const std::string preferred = "/bin/zsh";
+    std::string preferred = "/bin/zsh";
     if (FilePath::isExecutableFile(preferred)) return preferred;
     if (const auto own = UserFolders::passwordDatabaseShell(); own && FilePath::isExecutableFile(*own))
         return *own;

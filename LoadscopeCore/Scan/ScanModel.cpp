@@ -82,7 +82,7 @@ void ScanModel::Implementation::start() {
     isCancelling = false;
     taskRunning = true;
     scanStage = ScanStages::folderStage;
-    task = std::jthread([this, scanned = *selection, withCodex = includeCodex](std::stop_token stop) {
+    task = std::jthread([this, scanned = *selection, withCodex = includeCodex](const std::stop_token& stop) {
         const auto announce = [this](std::string stage) {
             post([stage = std::move(stage)](Implementation& self) {
                 if (!self.isCancelling) self.scanStage = stage;

@@ -37,7 +37,7 @@ ScanReport measure(const RepoSelection& selection, bool includeCodex,
 
 Outcome perform(const RepoSelection& selection, bool includeCodex,
                 const ScanModel::Collaborators& collaborators,
-                const std::function<void(std::string)>& announce, std::stop_token stop) {
+                const std::function<void(std::string)>& announce, const std::stop_token& stop) {
     try {
         if (const auto error = FolderAccess::check(selection.path)) return Failure{*error};
         return measure(selection, includeCodex, collaborators, announce, stop);

@@ -30,6 +30,7 @@ using Outcome = std::variant<ScanReport, Failure, Cancelled>;
 /// `UnreadableOutput` with its description.
 [[nodiscard]] Outcome perform(const RepoSelection& selection, bool includeCodex,
                               const ScanModel::Collaborators& collaborators,
-                              const std::function<void(std::string stage)>& announce, std::stop_token stop);
+                              const std::function<void(std::string stage)>& announce,
+                              const std::stop_token& stop);
 
 } // namespace loadscope::ScanStages

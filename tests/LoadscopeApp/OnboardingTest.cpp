@@ -73,7 +73,7 @@ TEST(Onboarding, IsNotShownAgainNorAfterTheWindowHasGone) {
         Window window({false, {ToolReadiness::ready, ToolReadiness::ready}});
         window.show();
     }
-    EXPECT_FALSE(eventually([] { return QApplication::topLevelWidgets().size() > 0; }, 500));
+    EXPECT_FALSE(eventually([] { return !QApplication::topLevelWidgets().isEmpty(); }, 500));
     EXPECT_FALSE(store.onboardingCompleted());
 }
 

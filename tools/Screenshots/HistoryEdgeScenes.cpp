@@ -51,7 +51,7 @@ History clockSetBack() {
 History columns(int count, std::int64_t total, std::int64_t window) {
     History history;
     for (int i = 0; i < count; ++i)
-        history.add("repository-" + std::to_string(i + 1), at(300 + i, 8, 0), total + 9'100 * i, three)
+        history.add("repository-" + std::to_string(i + 1), at(300 + i, 8, 0), total + 9'100L * i, three)
             .window(window);
     return history;
 }

@@ -86,7 +86,7 @@ std::vector<RecordedScan> forty() {
     History history;
     for (int i = 0; i < 40; ++i)
         history.add("repository-" + std::to_string(i + 1), at(40 + i, 8, 0), 9'000 + 2'300 * ((i * 11) % 40),
-                    typical(9'000 + 2'300 * ((i * 11) % 40), 100 * i));
+                    typical(9'000 + 2'300 * ((i * 11) % 40), 100L * i));
     return history.scans();
 }
 

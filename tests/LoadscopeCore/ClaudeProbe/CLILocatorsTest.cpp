@@ -34,17 +34,18 @@ TEST(CLILocators, SearchTheOverrideThenThePlacesThenTheShell) {
             {"an answer that is not executable", {}, {}, "/n/x", {}},
             {"a blank answer", {}, {""}, " \n", {}},
             {"no answer", {}, {}, {}, {}}};
-        for (const auto& [name, override, executables, shellAnswer, expected] : cases) {
-            const auto isExecutable = [&](const std::string& path) { return executables.contains(path); };
-            const auto shell = [&] { return shellAnswer; };
+        for (const Case& testCase : cases) {
+            const auto isExecutable = [&](const auto& path) { return testCase.executables.contains(path); };
+            const auto shell = [&] { return testCase.shellAnswer; };
             Answer found;
             try {
-                found = tool == "codex" ? CodexCLILocator::locate(override, "/u", isExecutable, shell).path
-                                        : ClaudeCLILocator::resolve(override, "/u", isExecutable, shell);
+                found = tool == "codex"
+                            ? CodexCLILocator::locate(testCase.override, "/u", isExecutable, shell).path
+                            : ClaudeCLILocator::resolve(testCase.override, "/u", isExecutable, shell);
             } catch (const ProbeError& error) {
-                EXPECT_TRUE(error.is<ProbeError::CLINotFound>()) << name;
+                EXPECT_TRUE(error.is<ProbeError::CLINotFound>()) << testCase.name;
             }
-            EXPECT_EQ(found, expected) << tool << ": " << name;
+            EXPECT_EQ(found, testCase.expected) << tool << ": " << testCase.name;
         }
     }
 }

@@ -53,7 +53,7 @@ TEST_F(CodexProbeTest, TurnsEverySessionIntoACountOrAReason) {
     scriptCodex("");
     for (const auto& [session, expected] : cases) {
         CodexProbeRunner runner;
-        runner.executor = [&](const auto&, const auto&, const auto&) { return session; };
+        runner.executor = [&output = session](const auto&, const auto&, const auto&) { return output; };
         EXPECT_EQ(summary(CodexProbe(runner).run(home.path(), {})), expected);
     }
 }
