@@ -91,6 +91,7 @@ int main(int argumentCount, char** arguments) {
     std::vector<screenshots::Scene> scenes = screenshots::scenes();
     for (screenshots::Scene& scene : screenshots::reportScenes())
         scenes.push_back(std::move(scene));
+    bool isEmpty = true;
     for (const screenshots::Scene& scene : scenes) {
         if (!only.isEmpty() && !scene.name.contains(only)) continue;
         for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
@@ -98,12 +99,18 @@ int main(int argumentCount, char** arguments) {
             for (const Size& size : sizes) {
                 if (!isWanted(onlySize, QLatin1String(size.name))) continue;
                 const bool isTall = size.size.height() > 1'000;
-                if (!isTall || scene.name.contains(QStringLiteral("result")) ||
-                    scene.name.startsWith(QStringLiteral("trends")) ||
-                    scene.name.startsWith(QStringLiteral("compare")))
-                    picture(scene, appearance, size, output);
+                if (isTall && !scene.name.contains(QStringLiteral("result")) &&
+                    !scene.name.startsWith(QStringLiteral("trends")) &&
+                    !scene.name.startsWith(QStringLiteral("compare")))
+                    continue;
+                picture(scene, appearance, size, output);
+                isEmpty = false;
             }
         }
     }
-    return 0;
+    if (!isEmpty) return 0;
+    std::fputs("No picture is of that kind. The states are:\n", stderr);
+    for (const screenshots::Scene& scene : scenes)
+        std::fprintf(stderr, "  %s\n", qPrintable(scene.name));
+    return 2;
 }
