@@ -46,6 +46,7 @@ std::string lastTwoComponents(const std::string& path) {
 
 QWidget* unreadableList(const std::vector<std::string>& paths) {
     std::vector<ReportTableRow> rows;
+    rows.reserve(paths.size());
     for (const std::string& path : paths)
         rows.push_back({{}, DisplayText::line(path), {}, {}, {}, {}});
     return new ReportTable({}, std::move(rows), QStringLiteral("Could not be read"));

@@ -73,7 +73,7 @@ QLayout* details(const ScanReport& report) {
 
 } // namespace
 
-ReportSection::ReportSection(std::shared_ptr<const ScanReport> report, QWidget* parent)
+ReportSection::ReportSection(const std::shared_ptr<const ScanReport>& report, QWidget* parent)
     : CollapsibleSection(
           QStringLiteral("Full report"),
           QStringLiteral("A factual, copyable summary of this one Claude Code startup-context scan."),

@@ -14,7 +14,7 @@ class ReportSection : public CollapsibleSection {
     Q_OBJECT
 
 public:
-    explicit ReportSection(std::shared_ptr<const ScanReport> report, QWidget* parent = nullptr);
+    explicit ReportSection(const std::shared_ptr<const ScanReport>& report, QWidget* parent = nullptr);
 
 private:
     static QWidget* body(const std::shared_ptr<const ScanReport>& report);

@@ -222,7 +222,7 @@ void ReportTable::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy))
         copy();
     else if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)
-        QWidget::keyPressEvent(event);
+        event->ignore(); // a row has nothing beside it
     else
         MarkedWidget::keyPressEvent(event);
 }
