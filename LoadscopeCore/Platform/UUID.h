@@ -19,8 +19,8 @@ public:
     [[nodiscard]] static std::optional<UUID> parse(std::string_view text);
 
     [[nodiscard]] const std::string& text() const { return text_; }
-    auto
-    operator<=>(const UUID&) const = default; // NOLINT(modernize-use-nullptr): a false alarm of version 14
+    // NOLINTNEXTLINE(modernize-use-nullptr): a false alarm of version 14
+    auto operator<=>(const UUID&) const = default;
 
 private:
     explicit UUID(std::string text) : text_(std::move(text)) {}
