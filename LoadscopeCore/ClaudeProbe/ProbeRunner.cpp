@@ -86,8 +86,8 @@ ProbeRunner ProbeRunner::forUser() {
     return runner;
 }
 
-std::vector<std::string> ProbeRunner::claudeArguments(const std::string& prompt) {
-    return {"-p", prompt, "--output-format", "json", "--model", "sonnet", "--permission-mode", "plan"};
+std::vector<std::string> ProbeRunner::claudeArguments(const std::string& prompt, const std::string& model) {
+    return {"-p", prompt, "--output-format", "json", "--model", model, "--permission-mode", "plan"};
 }
 
 std::optional<std::int64_t> ProbeRunner::reportedTurns(std::string_view standardOutput) {
@@ -108,16 +108,18 @@ std::optional<ProbeUsage> ProbeRunner::transcriptUsage(const std::string& sessio
     return std::nullopt;
 }
 
-ProbeResult ProbeRunner::run(const std::string& repository, std::stop_token stop) {
+ProbeResult ProbeRunner::run(const std::string& repository, const ProbeSettings& settings,
+                             std::stop_token stop) {
     using Clock = std::chrono::steady_clock;
 
     ProbeResult result;
+    result.conditions.requestedModel = settings.model;
     result.resolvedCLIPath =
         ProcessCancellation::run(stop, [&] { return ClaudeCLILocator::resolveForUser(cliOverride); });
 
     const auto start = Clock::now();
     const Execution execution = ProcessCancellation::run(stop, [&] {
-        return execute(result.resolvedCLIPath, claudeArguments(probePrompt), repository,
+        return execute(result.resolvedCLIPath, claudeArguments(probePrompt, settings.model), repository,
                        ProbeEnvironment::Tool::claude, limits);
     });
     const ProbeOutput output = outputOf(execution);

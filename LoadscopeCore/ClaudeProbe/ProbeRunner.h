@@ -3,8 +3,10 @@
 #pragma once
 
 #include "LoadscopeCore/ClaudeProbe/ContextBreakdownParser.h"
+#include "LoadscopeCore/ClaudeProbe/MeasurementConditions.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 
 #include <cstdint>
 #include <optional>
@@ -32,6 +34,7 @@ struct ProbeResult {
     double duration = 0;
     std::string resolvedCLIPath;
     std::optional<std::int64_t> contextWindow;
+    MeasurementConditions conditions{};
 
     bool operator==(const ProbeResult&) const = default;
 };
@@ -42,7 +45,8 @@ public:
     virtual ~ProbeRunning() = default;
 
     /// Throws `ProbeError`, or `CancellationError` when `stop` was requested meanwhile.
-    virtual ProbeResult run(const std::string& repository, std::stop_token stop) = 0;
+    virtual ProbeResult run(const std::string& repository, const ProbeSettings& settings,
+                            std::stop_token stop) = 0;
 };
 
 /// The probe over the real tool: one headless session that asks only for the `/context` report; its total,
@@ -79,7 +83,8 @@ public:
     /// The settings that the application uses, for the user's home folder and environment.
     [[nodiscard]] static ProbeRunner forUser();
 
-    ProbeResult run(const std::string& repository, std::stop_token stop) override;
+    ProbeResult run(const std::string& repository, const ProbeSettings& settings,
+                    std::stop_token stop) override;
 
     /// Runs one child of `tool` in `repository` within `limits` and collects what it writes. Blocking.
     /// Honours the `ProcessCancellation` that is current on this thread. Throws `ProbeError`
@@ -89,7 +94,8 @@ public:
                                            const std::string& repository, ProbeEnvironment::Tool tool,
                                            const Limits& limits);
 
-    [[nodiscard]] static std::vector<std::string> claudeArguments(const std::string& prompt);
+    [[nodiscard]] static std::vector<std::string>
+    claudeArguments(const std::string& prompt, const std::string& model = ProbeSettings::defaultModel);
 
     /// "num_turns" of the result object, when it is an integral number.
     [[nodiscard]] static std::optional<std::int64_t> reportedTurns(std::string_view standardOutput);

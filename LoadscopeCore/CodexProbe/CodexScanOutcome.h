@@ -14,6 +14,9 @@ struct CodexProbeResult {
     std::int64_t total = 0;
     std::optional<std::int64_t> contextWindow;
     double duration = 0;
+    std::optional<std::string> toolVersion{}; ///< for example "0.169.0"
+    std::optional<std::string> model{};
+    bool keepsRecord = false; ///< this version cannot be told to keep no record of the session
 
     bool operator==(const CodexProbeResult&) const = default;
 };

@@ -42,6 +42,7 @@ ScanReport ScanReportBuilder::build(const RepoSelection& selection, const ProbeR
     report.overAttributed = outcome.overAttributed;
     report.categoriesSelfReported = outcome.categoriesSelfReported;
     report.codex = codex;
+    report.conditions = probe.conditions;
     return report;
 }
 

@@ -37,6 +37,7 @@ struct ScanReport {
     bool overAttributed = false;
     bool categoriesSelfReported = false;
     CodexScanOutcome codex = CodexScanOutcome::unavailable(CodexScanOutcome::notIncludedReason);
+    MeasurementConditions conditions{}; ///< of the Claude Code measurement
 
     /// Every instruction file: the repository's, then the inherited, then the personal ones.
     [[nodiscard]] std::vector<InstructionFileEstimate> files() const { return fileSet.allFiles(); }

@@ -53,6 +53,7 @@ struct ScanModel::Implementation : std::enable_shared_from_this<Implementation> 
     std::optional<RepoSelection> selection;
     std::vector<RecordedScan> history;
     bool includeCodex = false;
+    ProbeSettings probeSettings;
     std::string scanStage = readyStage;
     bool isCancelling = false;
     bool taskRunning = false;
@@ -82,14 +83,15 @@ void ScanModel::Implementation::start() {
     isCancelling = false;
     taskRunning = true;
     scanStage = ScanStages::folderStage;
-    task = std::jthread([this, scanned = *selection, withCodex = includeCodex](const std::stop_token& stop) {
+    task = std::jthread([this, request = ScanStages::Request{*selection, probeSettings, includeCodex}](
+                            const std::stop_token& stop) {
         const auto announce = [this](std::string stage) {
             post([stage = std::move(stage)](Implementation& self) {
                 if (!self.isCancelling) self.scanStage = stage;
             });
         };
-        ScanStages::Outcome outcome = ScanStages::perform(scanned, withCodex, collaborators, announce, stop);
-        post([scanned, outcome = std::move(outcome)](Implementation& self) mutable {
+        ScanStages::Outcome outcome = ScanStages::perform(request, collaborators, announce, stop);
+        post([scanned = request.selection, outcome = std::move(outcome)](Implementation& self) mutable {
             self.finish(scanned, std::move(outcome));
         });
     });
@@ -188,6 +190,14 @@ void ScanModel::select(RepoSelection selection) {
 void ScanModel::setIncludeCodex(bool include) {
     if (implementation_->includeCodex == include) return;
     implementation_->includeCodex = include;
+    implementation_->observers.notify();
+}
+
+const ProbeSettings& ScanModel::probeSettings() const { return implementation_->probeSettings; }
+
+void ScanModel::setProbeSettings(ProbeSettings settings) {
+    if (implementation_->probeSettings == settings) return;
+    implementation_->probeSettings = std::move(settings);
     implementation_->observers.notify();
 }
 

@@ -99,6 +99,10 @@ public:
     /// Takes effect with the next scan.
     void setIncludeCodex(bool include);
 
+    /// How the next scan measures Claude Code; a scan under way keeps what it was started with.
+    [[nodiscard]] const ProbeSettings& probeSettings() const;
+    void setProbeSettings(ProbeSettings settings);
+
     /// Starts a scan of the selection and returns at once. Does nothing without a selection or during a scan.
     void scan();
 

@@ -12,35 +12,34 @@ void checkForCancellation(const std::stop_token& stop) {
     if (stop.stop_requested()) throw CancellationError();
 }
 
-ScanReport measure(const RepoSelection& selection, bool includeCodex,
-                   const ScanModel::Collaborators& collaborators,
+ScanReport measure(const Request& request, const ScanModel::Collaborators& collaborators,
                    const std::function<void(std::string)>& announce, const std::stop_token& stop) {
     checkForCancellation(stop);
     announce(claudeStage);
-    const ProbeResult probe = collaborators.probeRunner->run(selection.path, stop);
+    const std::string& repository = request.selection.path;
+    const ProbeResult probe = collaborators.probeRunner->run(repository, request.settings, stop);
     checkForCancellation(stop);
 
     CodexScanOutcome codex = CodexScanOutcome::unavailable(CodexScanOutcome::notIncludedReason);
-    if (includeCodex) {
+    if (request.includeCodex) {
         announce(codexStage);
-        codex = collaborators.codexRunner->run(selection.path, stop);
+        codex = collaborators.codexRunner->run(repository, stop);
         checkForCancellation(stop);
     }
 
     announce(filesStage);
-    const InstructionFileSet files = collaborators.instructionScanner->scan(selection.path);
+    const InstructionFileSet files = collaborators.instructionScanner->scan(repository);
     checkForCancellation(stop);
-    return ScanReportBuilder::build(selection, probe, files, codex);
+    return ScanReportBuilder::build(request.selection, probe, files, codex);
 }
 
 } // namespace
 
-Outcome perform(const RepoSelection& selection, bool includeCodex,
-                const ScanModel::Collaborators& collaborators,
+Outcome perform(const Request& request, const ScanModel::Collaborators& collaborators,
                 const std::function<void(std::string)>& announce, const std::stop_token& stop) {
     try {
-        if (const auto error = FolderAccess::check(selection.path)) return Failure{*error};
-        return measure(selection, includeCodex, collaborators, announce, stop);
+        if (const auto error = FolderAccess::check(request.selection.path)) return Failure{*error};
+        return measure(request, collaborators, announce, stop);
     } catch (const CancellationError&) {
         return Cancelled{};
     } catch (const ProbeError& error) {

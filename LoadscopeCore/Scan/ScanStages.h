@@ -23,13 +23,19 @@ struct Failure {
     ProbeError error;
 };
 
+/// What one scan measures, and how.
+struct Request {
+    RepoSelection selection;
+    ProbeSettings settings;
+    bool includeCodex = false;
+};
+
 using Outcome = std::variant<ScanReport, Failure, Cancelled>;
 
 /// Runs the stages in order and announces each from the second on before it begins. Looks for a stop between
 /// the stages. Never throws: an error that is neither a `ProbeError` nor a cancellation becomes
 /// `UnreadableOutput` with its description.
-[[nodiscard]] Outcome perform(const RepoSelection& selection, bool includeCodex,
-                              const ScanModel::Collaborators& collaborators,
+[[nodiscard]] Outcome perform(const Request& request, const ScanModel::Collaborators& collaborators,
                               const std::function<void(std::string stage)>& announce,
                               const std::stop_token& stop);
 

@@ -25,7 +25,7 @@ public:
         answer_ = std::move(answer);
     }
 
-    ProbeResult run(const std::string&, std::stop_token stop) override {
+    ProbeResult run(const std::string&, const ProbeSettings&, std::stop_token stop) override {
         std::unique_lock lock(mutex_);
         if (const auto* result = std::get_if<ProbeResult>(&answer_)) return *result;
         if (const auto* error = std::get_if<ProbeError>(&answer_)) throw ProbeError(*error);

@@ -33,7 +33,7 @@ protected:
 
     std::variant<ProbeResult, ProbeError> run(std::stop_token stop = {}) {
         try {
-            return runner.run(home.path("repository"), std::move(stop));
+            return runner.run(home.path("repository"), {}, std::move(stop));
         } catch (const ProbeError& error) {
             return error;
         }

@@ -26,7 +26,7 @@ void waitForStop(const std::stop_token& stop) {
 
 struct FakeProbe : ProbeRunning {
     Hook hook = [](const std::stop_token&) {};
-    ProbeResult run(const std::string&, std::stop_token stop) override {
+    ProbeResult run(const std::string&, const ProbeSettings&, std::stop_token stop) override {
         hook(stop);
         return {.sessionID = "s",
                 .authoritativeTotal = 45000,
