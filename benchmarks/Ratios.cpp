@@ -91,7 +91,8 @@ Comparison imports(const TemporaryFolder& folder) {
     const std::string home = folder.path("empty-home");
     return {"scan of 256 imports / open and read them",
             [=] {
-                const InstructionFileSet files = InstructionFileScanner(home).scan(repository);
+                const InstructionFileSet files =
+                    InstructionFileScanner(home, home + "/.claude").scan(repository);
                 require(files.allFiles().size() == paths.size(), "imports");
             },
             [=] {

@@ -16,7 +16,11 @@ namespace TranscriptLocator {
 
 inline constexpr const char* configDirEnvironmentKey = "CLAUDE_CONFIG_DIR";
 
-/// The "projects" folder of CLAUDE_CONFIG_DIR when that is usable, else of .claude in the home folder.
+/// The folder of Claude Code's configuration: CLAUDE_CONFIG_DIR when that is usable, else .claude in the home
+/// folder.
+[[nodiscard]] std::string configFolder(const std::string& home, const Environment& environment);
+
+/// The "projects" folder of the configuration.
 [[nodiscard]] std::string defaultProjectsRoot(const std::string& home, const Environment& environment);
 
 /// A CLAUDE_CONFIG_DIR value as an absolute, standardized path (links unresolved); nothing when it is blank.

@@ -41,11 +41,16 @@ bool isFolder(DIR* parent, const dirent& entry) {
 
 } // namespace
 
-std::string defaultProjectsRoot(const std::string& home, const Environment& environment) {
-    std::optional<std::string> base;
+std::string configFolder(const std::string& home, const Environment& environment) {
+    std::optional<std::string> folder;
     const auto configDir = environment.find(configDirEnvironmentKey);
-    if (configDir != environment.end()) base = normalizedConfigDir(configDir->second, UserFolders::current());
-    return FilePath::joined(base ? *base : home + "/.claude", "projects");
+    if (configDir != environment.end())
+        folder = normalizedConfigDir(configDir->second, UserFolders::current());
+    return folder ? *std::move(folder) : FilePath::joined(home, ".claude");
+}
+
+std::string defaultProjectsRoot(const std::string& home, const Environment& environment) {
+    return FilePath::joined(configFolder(home, environment), "projects");
 }
 
 std::optional<std::string> normalizedConfigDir(std::string_view value, const std::string& workingDirectory) {

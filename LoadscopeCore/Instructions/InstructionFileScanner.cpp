@@ -26,17 +26,17 @@ std::string_view folderOf(std::string_view path) {
 /// The state of one scan. Admits files depth first; a file's imports follow it.
 class Walk {
 public:
-    Walk(std::string repository, std::string home, int maxImportDepth)
+    Walk(std::string repository, std::string home, std::string configFolder, int maxImportDepth)
         : repository_(std::move(repository)),
           home_(std::move(home)),
+          configFolder_(std::move(configFolder)),
           maxImportDepth_(maxImportDepth),
           lookup_(repository_),
-          importRoots_{lookup_.find(repository_).path,
-                       lookup_.find(FilePath::joined(home_, ".claude")).path} {}
+          importRoots_{lookup_.find(repository_).path, lookup_.find(configFolder_).path} {}
 
     [[nodiscard]] InstructionFileSet run() && {
         using enum InstructionFileTier;
-        admitFile(home_, ".claude/CLAUDE.md", personal);
+        admitFile(configFolder_, "CLAUDE.md", personal);
         for (const char* name : {"CLAUDE.md", "CLAUDE.local.md", "AGENTS.md"}) {
             admitFile(repository_, name, inherited);
         }
@@ -134,9 +134,10 @@ private:
 
     const std::string repository_;
     const std::string home_;
+    const std::string configFolder_;
     const int maxImportDepth_;
     PathLookup lookup_;
-    const std::array<std::string, 2> importRoots_; ///< the repository and the user's own folder, resolved
+    const std::array<std::string, 2> importRoots_; ///< the repository and the configuration, resolved
     InstructionFileReader reader_;
     InstructionFileSet files_;
     std::set<std::string> unreadable_;
@@ -146,11 +147,13 @@ private:
 
 } // namespace
 
-InstructionFileScanner::InstructionFileScanner(std::string home, int maxImportDepth)
-    : home_(std::move(home)), maxImportDepth_(maxImportDepth) {}
+InstructionFileScanner::InstructionFileScanner(std::string home, std::string configFolder, int maxImportDepth)
+    : home_(std::move(home)), configFolder_(std::move(configFolder)), maxImportDepth_(maxImportDepth) {}
 
 InstructionFileSet InstructionFileScanner::scan(const std::string& repository) {
-    return Walk(FilePath::standardized(repository), FilePath::standardized(home_), maxImportDepth_).run();
+    return Walk(FilePath::standardized(repository), FilePath::standardized(home_),
+                FilePath::standardized(configFolder_), maxImportDepth_)
+        .run();
 }
 
 std::vector<std::string> ancestorDirectories(const std::string& repository, const std::string& home) {

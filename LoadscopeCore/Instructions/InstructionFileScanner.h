@@ -11,22 +11,24 @@
 
 namespace loadscope {
 
-/// Finds the instruction files on the real file system: the personal file, the repository's own files and
-/// those of the folders above it, with their `@` imports. A file is opened once, only to find its imports,
-/// and its contents are never kept. Bounded by the depth of imports, 256 followed imports and 64 folders.
-/// Plain value; any number of scans may run at once.
+/// Finds the instruction files on the real file system: the personal file in the folder of the tool's
+/// configuration, the repository's own files and those of the folders above it, with their `@` imports. A
+/// file is opened once, only to find its imports, and its contents are never kept. Bounded by the depth of
+/// imports, 256 followed imports and 64 folders. Plain value; any number of scans may run at once.
 class InstructionFileScanner : public InstructionFileScanning {
 public:
     static constexpr int defaultMaxImportDepth = 5;
     static constexpr int maximumFollowedImports = 256;
     static constexpr std::size_t maximumParsedBytes = 4'000'000;
 
-    explicit InstructionFileScanner(std::string home, int maxImportDepth = defaultMaxImportDepth);
+    InstructionFileScanner(std::string home, std::string configFolder,
+                           int maxImportDepth = defaultMaxImportDepth);
 
     InstructionFileSet scan(const std::string& repository) override;
 
 private:
     std::string home_;
+    std::string configFolder_;
     int maxImportDepth_;
 };
 

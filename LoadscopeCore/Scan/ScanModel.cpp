@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/ScanModel.h"
 
+#include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/Instructions/InstructionFileScanner.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
@@ -32,9 +33,11 @@ bool ScanState::operator==(const ScanState& other) const {
 }
 
 ScanModel::Collaborators ScanModel::Collaborators::forUser() {
+    const std::string home = UserFolders::home();
+    const std::string config = TranscriptLocator::configFolder(home, UserFolders::environment());
     return {
         .probeRunner = std::make_shared<ProbeRunner>(ProbeRunner::forUser()),
-        .instructionScanner = std::make_shared<InstructionFileScanner>(UserFolders::home()),
+        .instructionScanner = std::make_shared<InstructionFileScanner>(home, config),
         .historyStore = std::make_shared<ScanHistoryStore>(ScanHistoryStore::defaultDirectory()),
         .codexRunner = std::make_shared<CodexProbe>(),
     };

@@ -6,6 +6,7 @@
 #include "tests/Support/WaitFor.h"
 
 #include <csignal>
+#include <filesystem>
 #include <future>
 #include <gmock/gmock.h>
 
@@ -207,6 +208,27 @@ TEST(ScanCommand, RefusesAFolderThatCannotBeListedBeforeAnyToolStarts) {
         EXPECT_EQ(run.exitCode, 1);
         EXPECT_THAT(run.errors, StartsWith("This folder could not be read.\n"));
         EXPECT_EQ(run.json()["error"]["case"], "repositoryUnreadable");
+    }
+}
+
+TEST(ScanCommand, ReadsPersonalInstructionsWhereTheToolDoes) {
+    const DemoHome home;
+    writeFile(home.path() + "/moved/CLAUDE.md", std::string(800, 'x'));
+    writeFile(home.repository() + "/cfg/CLAUDE.md", std::string(4, 'x'));
+    std::filesystem::create_symlink("moved", home.path() + "/alias");
+    const std::string ordinary = home.path() + "/.claude/CLAUDE.md", moved = home.path() + "/moved/CLAUDE.md";
+    const std::pair<std::string, std::string> cases[] = {
+        {" ", ordinary}, {"~/moved/", moved}, {home.path() + "/alias", moved}, {"cfg", ""}};
+    for (const auto& [value, personal] : cases) {
+        const auto json =
+            home.run({"scan", "--json", "--no-history", home.repository()}, {"CLAUDE_CONFIG_DIR=" + value})
+                .json();
+        ASSERT_TRUE(json.contains("files")) << value;
+        const auto& files = json["files"];
+        EXPECT_EQ(files["personal"].empty() ? "" : files["personal"][0]["path"].get<std::string>(), personal)
+            << value;
+        EXPECT_EQ(files["repository"][0]["path"] == home.repository() + "/cfg/CLAUDE.md", value == "cfg")
+            << value;
     }
 }
 

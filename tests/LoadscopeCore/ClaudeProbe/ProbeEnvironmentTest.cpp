@@ -54,6 +54,10 @@ TEST(TranscriptLocator, MakesConfigurationFoldersAbsolute) {
     EXPECT_EQ(TranscriptLocator::defaultProjectsRoot("/h", {}), "/h/.claude/projects");
     EXPECT_EQ(TranscriptLocator::defaultProjectsRoot("/h", alternative), "/Users/u/alt/projects");
     EXPECT_EQ(TranscriptLocator::defaultProjectsRoot("/h", blank), "/h/.claude/projects");
+    EXPECT_EQ(TranscriptLocator::configFolder("/h", alternative), "/Users/u/alt");
+    EXPECT_EQ(TranscriptLocator::configFolder("/h", blank), "/h/.claude");
+    EXPECT_EQ(TranscriptLocator::configFolder("/h", {{"CLAUDE_CONFIG_DIR", "c"}}),
+              UserFolders::current() + "/c");
 }
 
 } // namespace

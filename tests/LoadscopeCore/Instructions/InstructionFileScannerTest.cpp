@@ -26,8 +26,9 @@ protected:
     }
 
     [[nodiscard]] InstructionFileSet scan(const std::string& repository = "ana/app",
-                                          const std::string& home = "ana") const {
-        return InstructionFileScanner(folder.path(home)).scan(folder.path(repository));
+                                          const std::string& home = "ana",
+                                          const std::string& config = "ana/.claude") const {
+        return InstructionFileScanner(folder.path(home), folder.path(config)).scan(folder.path(repository));
     }
 
     /// "r", "i" or "p" and the path for each listed file, "!" and the path for each unreadable one.
@@ -70,13 +71,36 @@ TEST_F(InstructionFileScannerTest, SortsFilesIntoTiers) {
     for (const auto& category : set.localCategories())
         tokens += category.name + std::to_string(category.tokens) + ";";
     EXPECT_EQ(tokens, "Repository instructions516;Inherited project instructions1;Personal instructions351;");
-    EXPECT_EQ(described(scan("ana/work/app", "elsewhere")),
+    EXPECT_EQ(described(scan("ana/work/app", "elsewhere", "elsewhere/.claude")),
               "r/ana/work/app/CLAUDE.md r/ana/work/app/docs/setup.md")
         << "outside the home folder";
     write("ana/CLAUDE.md", "");
     EXPECT_EQ(described(scan("ana")), "r/ana/.claude/CLAUDE.md r/ana/.claude/rules/style.md r/ana/CLAUDE.md "
                                       "r/ana/CLAUDE.local.md")
         << "the home folder itself";
+}
+
+TEST_F(InstructionFileScannerTest, TakesThePersonalFileFromTheConfiguration) {
+    write("ana/.claude/CLAUDE.md", "");
+    write("ana/.claude/old.md", "");
+    write("ana/moved/CLAUDE.md", "@rules/style.md @~/.claude/old.md @../moved2/x.md");
+    write("ana/moved/rules/style.md", "");
+    write("ana/moved2/x.md", "");
+    write("ana/app/CLAUDE.md", "@~/.claude/old.md @~/moved/more.md");
+    write("ana/moved/more.md", "");
+    link("ana/alias", "moved");
+    const std::string moved = "r/ana/app/CLAUDE.md i/ana/moved/more.md p/ana/moved/CLAUDE.md "
+                              "p/ana/moved/rules/style.md";
+    const std::pair<const char*, std::string> cases[] = {
+        {"ana/.claude", "r/ana/app/CLAUDE.md i/ana/.claude/old.md p/ana/.claude/CLAUDE.md"},
+        {"ana/moved", moved},
+        {"ana/.claude/../moved/", moved},
+        {"ana/alias", moved},
+        {"ana/nowhere", "r/ana/app/CLAUDE.md"},
+        {"ana/app", "r/ana/app/CLAUDE.md"}, // the repository's own file stays one
+    };
+    for (const auto& [config, files] : cases)
+        EXPECT_EQ(described(scan("ana/app", "ana", config)), files) << config;
 }
 
 TEST_F(InstructionFileScannerTest, FollowsLinksToWhereTheyLead) {
@@ -251,7 +275,8 @@ TEST_F(InstructionFileScannerTest, AgreesWithTheModelOnRandomTrees) {
         model.admit(paths[0], 0, personal);
         for (std::size_t index = 1; index < 6; ++index)
             model.admit(paths[index], 0, inherited);
-        const InstructionFileSet found = InstructionFileScanner(model.home).scan(model.home + "/app");
+        const InstructionFileSet found =
+            InstructionFileScanner(model.home, model.home + "/.claude").scan(model.home + "/app");
         ASSERT_EQ(described(found), described(model.set)) << "round " << round;
         ASSERT_EQ(found, model.set);
     }
