@@ -41,12 +41,18 @@ std::string decoded(std::string bytes) {
     return bytes;
 }
 
-ProbeRunner::Execution collect(ChildProcess& child, ReaderDeadline& deadline, OutputCollector& output,
-                               OutputCollector& error, const ProbeRunner::Limits& limits) {
-    TimeLimit limit(child, limits.timeoutSeconds, limits.killGraceSeconds);
+PipeDrain::Sink shortening(TimeLimit& limit, const ProbeRunner::OutputWatcher& watcher) {
+    if (!watcher) return {};
+    return [&](std::span<const char> chunk) {
+        if (const auto seconds = watcher(chunk)) limit.shorten(*seconds);
+    };
+}
+
+ProbeRunner::Execution collect(ChildProcess& child, TimeLimit& limit, ReaderDeadline& deadline,
+                               OutputCollector& output, OutputCollector& error, double readerGraceSeconds) {
     const ChildProcess::Termination termination = child.wait();
     limit.cancel();
-    const std::chrono::duration<double> grace(limits.readerGraceSeconds);
+    const std::chrono::duration<double> grace(readerGraceSeconds);
     deadline.expireAt(ReaderDeadline::Clock::now() +
                       std::chrono::duration_cast<ReaderDeadline::Clock::duration>(grace));
     output.join();
@@ -65,7 +71,7 @@ ProbeRunner::Execution collect(ChildProcess& child, ReaderDeadline& deadline, Ou
 
 ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::vector<std::string>& arguments,
                                             const std::string& repository, ProbeEnvironment::Tool tool,
-                                            const Limits& limits) {
+                                            const Limits& limits, const OutputWatcher& watcher) {
     const auto child = std::make_shared<ChildProcess>(ChildProcess::Options{
         .executable = cli,
         .arguments = arguments,
@@ -76,9 +82,10 @@ ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::v
     const auto deadline = std::make_shared<ReaderDeadline>();
     try {
         const RegisteredLaunch launch(child, deadline);
-        OutputCollector output(child->standardOutput(), deadline);
+        TimeLimit limit(*child, limits.timeoutSeconds, limits.killGraceSeconds);
+        OutputCollector output(child->standardOutput(), deadline, shortening(limit, watcher));
         OutputCollector error(child->standardError(), deadline);
-        Execution execution = collect(*child, *deadline, output, error, limits);
+        Execution execution = collect(*child, limit, *deadline, output, error, limits.readerGraceSeconds);
         if (launch.isCancelled()) throw CancellationError();
         return execution;
     } catch (const LaunchError& error) {

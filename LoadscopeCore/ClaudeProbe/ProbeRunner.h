@@ -9,7 +9,9 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <span>
 #include <stop_token>
 #include <string>
 #include <string_view>
@@ -74,6 +76,10 @@ public:
         double readerGraceSeconds = defaultReaderGraceSeconds;
     };
 
+    /// Sees the standard output while the child runs, on the reader's thread. Seconds that it returns bring
+    /// the end of the time limit nearer: to that long from now.
+    using OutputWatcher = std::function<std::optional<double>(std::span<const char> chunk)>;
+
     std::optional<std::string> cliOverride;
     std::string projectsRoot;
     int transcriptRetries = 12;
@@ -92,7 +98,7 @@ public:
     /// The child, its descriptors and its threads are gone on return.
     [[nodiscard]] static Execution execute(const std::string& cli, const std::vector<std::string>& arguments,
                                            const std::string& repository, ProbeEnvironment::Tool tool,
-                                           const Limits& limits);
+                                           const Limits& limits, const OutputWatcher& watcher = {});
 
     [[nodiscard]] static std::vector<std::string>
     claudeArguments(const std::string& prompt, const std::string& model = ProbeSettings::defaultModel);

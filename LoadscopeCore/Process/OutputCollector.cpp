@@ -15,12 +15,14 @@ constexpr std::size_t mostBytesKept = std::size_t{1} << 30;
 
 } // namespace
 
-OutputCollector::OutputCollector(const FileDescriptor& pipe, std::shared_ptr<ReaderDeadline> deadline)
+OutputCollector::OutputCollector(const FileDescriptor& pipe, std::shared_ptr<ReaderDeadline> deadline,
+                                 PipeDrain::Sink onChunk)
     : deadline_(std::move(deadline)) {
     FileDescriptor own = pipe.duplicate();
     if (!own.isOpen()) return;
-    thread_ = std::thread([this, own = std::move(own)]() mutable {
-        const auto append = [this](std::span<const char> chunk) {
+    thread_ = std::thread([this, own = std::move(own), onChunk = std::move(onChunk)]() mutable {
+        const auto append = [&](std::span<const char> chunk) {
+            if (onChunk) onChunk(chunk);
             bytes_.append(chunk.data(), std::min(chunk.size(), mostBytesKept - bytes_.size()));
         };
         timedOut_ = PipeDrain::run(std::move(own), *deadline_, append);

@@ -17,8 +17,9 @@ class FileDescriptor;
 class OutputCollector {
 public:
     /// Starts reading a duplicate of `pipe`; when that cannot be made, nothing is read and the output stays
-    /// empty.
-    OutputCollector(const FileDescriptor& pipe, std::shared_ptr<ReaderDeadline> deadline);
+    /// empty. `onChunk`, if any, sees every chunk on the reader's thread.
+    OutputCollector(const FileDescriptor& pipe, std::shared_ptr<ReaderDeadline> deadline,
+                    PipeDrain::Sink onChunk = {});
     ~OutputCollector();
     OutputCollector(const OutputCollector&) = delete;
     OutputCollector& operator=(const OutputCollector&) = delete;

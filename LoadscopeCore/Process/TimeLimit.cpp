@@ -6,23 +6,45 @@
 #include "LoadscopeCore/Process/ProcessTermination.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace loadscope {
+namespace {
 
-TimeLimit::TimeLimit(ChildProcess& child, double seconds, double killGraceSeconds) {
+using Clock = std::chrono::steady_clock;
+
+Clock::time_point fromNow(double seconds) {
     constexpr double longest = 1e8; // three years; keeps the conversion to the clock's ticks in range
-    const auto limit = std::chrono::duration<double>(std::clamp(seconds, 0.0, longest));
-    const auto end = std::chrono::steady_clock::now() +
-                     std::chrono::duration_cast<std::chrono::steady_clock::duration>(limit);
-    thread_ = std::thread([this, &child, end, killGraceSeconds] {
+    const std::chrono::duration<double> limit(std::clamp(seconds, 0.0, longest));
+    return Clock::now() + std::chrono::duration_cast<Clock::duration>(limit);
+}
+
+} // namespace
+
+TimeLimit::TimeLimit(ChildProcess& child, double seconds, double killGraceSeconds) : end_(fromNow(seconds)) {
+    thread_ = std::thread([this, &child, killGraceSeconds] {
         std::unique_lock lock(mutex_);
-        if (wakeUp_.wait_until(lock, end, [this] { return cancelled_; })) return;
-        if (!child.isRunning()) return;
+        if (!waitForEnd(lock) || !child.isRunning()) return;
         fired_ = true;
         lock.unlock();
         ProcessTermination::terminateThenKill(child, killGraceSeconds);
     });
+}
+
+bool TimeLimit::waitForEnd(std::unique_lock<std::mutex>& lock) {
+    while (!cancelled_ && Clock::now() < end_) {
+        const Clock::time_point end = end_; // the member may change during the wait
+        wakeUp_.wait_until(lock, end);
+    }
+    return !cancelled_;
+}
+
+void TimeLimit::shorten(double seconds) {
+    const Clock::time_point end = fromNow(seconds);
+    {
+        std::lock_guard lock(mutex_);
+        end_ = std::min(end_, end);
+    }
+    wakeUp_.notify_all();
 }
 
 void TimeLimit::cancel() {

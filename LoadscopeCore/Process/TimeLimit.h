@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -19,6 +20,9 @@ public:
     TimeLimit(const TimeLimit&) = delete;
     TimeLimit& operator=(const TimeLimit&) = delete;
 
+    /// Lets the limit end `seconds` from now, if that is sooner. From any thread.
+    void shorten(double seconds);
+
     /// Calls the limit off; waits for a termination that is already under way.
     void cancel();
 
@@ -26,8 +30,14 @@ public:
     [[nodiscard]] bool hasFired() const;
 
 private:
+    using Clock = std::chrono::steady_clock;
+
+    /// Waits for the limit's end, which may come nearer meanwhile; false when it was called off.
+    bool waitForEnd(std::unique_lock<std::mutex>& lock);
+
     mutable std::mutex mutex_;
     std::condition_variable wakeUp_;
+    Clock::time_point end_;
     bool cancelled_ = false;
     bool fired_ = false;
     std::thread thread_;

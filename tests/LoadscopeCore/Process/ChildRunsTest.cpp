@@ -124,6 +124,23 @@ TEST_F(ChildRuns, EndAtTheTimeLimitWhateverTheChildDoes) {
     }
 }
 
+TEST_F(ChildRuns, EndEarlierWhenWhatTheyWriteSaysSo) {
+    const auto runWatched = [&](const std::string& mode, double seconds, const ProbeRunner::Limits& limits) {
+        const auto watcher = [seconds, seen = std::string()](std::span<const char> chunk) mutable {
+            seen.append(chunk.data(), chunk.size());
+            return seen == "partial" ? std::optional(seconds) : std::nullopt;
+        };
+        return ProbeRunner::execute(LOADSCOPE_TEST_CHILD, {mode, marker()}, "/",
+                                    ProbeEnvironment::Tool::codex, limits, watcher);
+    };
+    const auto start = Clock::now();
+    EXPECT_TRUE(runWatched("live", 0, patient).timedOut);
+    EXPECT_FALSE(runWatched("live-exit-zero", -1, patient).timedOut);
+    EXPECT_TRUE(runWatched("live", 1e9, quick).timedOut)
+        << "a later end than the limit's own changes nothing";
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(20));
+}
+
 TEST_F(ChildRuns, GiveUpOnAGrandchildThatKeepsThePipeButKeepTheOutput) {
     const auto execution = run({"leave-server", marker()});
     EXPECT_TRUE(execution.readersTimedOut);
