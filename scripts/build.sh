@@ -5,8 +5,8 @@
 # shellcheck shell=bash
 
 packages=(
-    cmake ninja-build g++ libicu-dev nlohmann-json3-dev libcli11-dev libgtest-dev libgmock-dev
-    qt6-base-dev qt6-svg-dev libfontconfig-dev fonts-inter fonts-noto-core
+    cmake ninja-build g++ libicu-dev nlohmann-json3-dev libcli11-dev libtomlplusplus-dev libgtest-dev
+    libgmock-dev qt6-base-dev qt6-svg-dev libfontconfig-dev fonts-inter fonts-noto-core
 )
 
 say() { printf '==> %s\n' "$*" >&2; }

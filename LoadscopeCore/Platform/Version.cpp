@@ -3,9 +3,17 @@
 #include "LoadscopeCore/Platform/Version.h"
 
 #include <nlohmann/detail/abi_macros.hpp>
+#include <toml++/impl/version.h>
 #include <unicode/uversion.h>
 
 namespace loadscope::Version {
+namespace {
+
+std::string numbered(int major, int minor, int patch) {
+    return std::to_string(major) + '.' + std::to_string(minor) + '.' + std::to_string(patch);
+}
+
+} // namespace
 
 const char* number() { return LOADSCOPE_VERSION; }
 
@@ -15,9 +23,9 @@ std::string libraries() {
     u_getVersion(icu);
     char icuText[U_MAX_VERSION_STRING_LENGTH];
     u_versionToString(icu, icuText);
-    return std::string("ICU ") + icuText + "\nnlohmann-json " + std::to_string(NLOHMANN_JSON_VERSION_MAJOR) +
-           '.' + std::to_string(NLOHMANN_JSON_VERSION_MINOR) + '.' +
-           std::to_string(NLOHMANN_JSON_VERSION_PATCH) + '\n';
+    return std::string("ICU ") + icuText + "\nnlohmann-json " +
+           numbered(NLOHMANN_JSON_VERSION_MAJOR, NLOHMANN_JSON_VERSION_MINOR, NLOHMANN_JSON_VERSION_PATCH) +
+           "\ntoml++ " + numbered(TOML_LIB_MAJOR, TOML_LIB_MINOR, TOML_LIB_PATCH) + '\n';
 }
 
 } // namespace loadscope::Version

@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
+
+#include "LoadscopeCore/Platform/AtomicFile.h"
+#include "LoadscopeCore/Platform/FilePath.h"
+
+#include <algorithm>
+#include <exception>
+
+// Only this file sees the library: it is compiled in, without exceptions, and refuses deep nesting, because a
+// value is destroyed by recursion.
+#define TOML_HEADER_ONLY 1
+#define TOML_EXCEPTIONS 0
+#define TOML_ENABLE_FORMATTERS 0
+#define TOML_MAX_NESTED_VALUES 16
+#include <toml++/toml.h>
+
+namespace loadscope {
+namespace {
+
+/// The library sets no limit to "a.a.a.…", where each part is a table within the one before.
+bool mayNestDeeply(std::string_view toml) {
+    constexpr std::ptrdiff_t mostDotsInALine = 250;
+    while (!toml.empty()) {
+        const std::string_view line = toml.substr(0, toml.find('\n'));
+        if (std::ranges::count(line, '.') > mostDotsInALine) return true;
+        toml.remove_prefix(std::min(line.size() + 1, toml.size()));
+    }
+    return false;
+}
+
+/// Looks a key up in the profile in use, then at the top level.
+class Settings {
+public:
+    explicit Settings(const toml::table& top) : top_(top) {
+        const auto name = text("profile");
+        const toml::table* const profiles = top["profiles"].as_table();
+        if (name && profiles) profile_ = (*profiles)[*name].as_table();
+    }
+
+    [[nodiscard]] std::optional<std::string> text(std::string_view key) const {
+        const toml::node* const node = find(key);
+        auto value = node ? node->value_exact<std::string>() : std::nullopt;
+        return value && !value->empty() ? value : std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<std::int64_t> number(std::string_view key, std::int64_t least) const {
+        const toml::node* const node = find(key);
+        const auto value = node ? node->value_exact<std::int64_t>() : std::nullopt;
+        return value && *value >= least ? value : std::nullopt;
+    }
+
+    [[nodiscard]] std::vector<std::string> texts(std::string_view key) const {
+        std::vector<std::string> values;
+        const toml::node* const node = find(key);
+        const toml::array* const array = node ? node->as_array() : nullptr;
+        for (std::size_t i = 0; array && i < array->size(); ++i)
+            if (auto value = array->get(i)->value_exact<std::string>(); value && !value->empty())
+                values.push_back(std::move(*value));
+        return values;
+    }
+
+private:
+    [[nodiscard]] const toml::node* find(std::string_view key) const {
+        const toml::node* const own = profile_ ? profile_->get(key) : nullptr;
+        return own ? own : top_.get(key);
+    }
+
+    const toml::table& top_;
+    const toml::table* profile_ = nullptr;
+};
+
+CodexConfiguration parsed(std::string_view toml) {
+    if (mayNestDeeply(toml)) return {};
+    const toml::parse_result result = toml::parse(toml);
+    if (!result) return {};
+    const Settings settings(result.table());
+    return {.model = settings.text("model"),
+            .modelContextWindow = settings.number("model_context_window", 1),
+            .modelProvider = settings.text("model_provider"),
+            .projectDocMaxBytes = settings.number("project_doc_max_bytes", 0),
+            .projectDocFallbackFilenames = settings.texts("project_doc_fallback_filenames"),
+            .profile = settings.text("profile")};
+}
+
+} // namespace
+
+CodexConfiguration CodexConfiguration::parse(std::string_view toml) {
+    try {
+        return parsed(toml);
+    } catch (const std::exception&) { // no memory
+        return {};
+    }
+}
+
+CodexConfiguration CodexConfiguration::read(const std::string& path) {
+    const auto text = AtomicFile::read(path, maximumBytes);
+    return text ? parse(*text) : CodexConfiguration();
+}
+
+std::optional<std::string> CodexConfiguration::path(const Environment& environment, const std::string& home) {
+    const auto folder = environment.find("CODEX_HOME");
+    if (folder == environment.end() || folder->second.empty())
+        return FilePath::joined(home, ".codex/config.toml");
+    if (!folder->second.starts_with('/')) return std::nullopt;
+    return FilePath::joined(folder->second, "config.toml");
+}
+
+CodexConfiguration CodexConfiguration::forUser() {
+    const auto file = path(UserFolders::environment(), UserFolders::home());
+    return file ? read(*file) : CodexConfiguration();
+}
+
+} // namespace loadscope
