@@ -14,6 +14,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <unistd.h>
@@ -49,15 +50,48 @@ std::string categoriesSummary(const RecordedScan& scan) {
     return text;
 }
 
+/// One column of the table; those that nothing stands in are left out.
+struct Column {
+    Table::Column head;
+    std::function<Table::Cell(const RecordedScan&)> cell;
+    bool isShown = true;
+};
+
+std::vector<Column> columnsFor(const std::vector<RecordedScan>& scans) {
+    using Scan = RecordedScan;
+    const auto anyHas = [&](const auto& member) {
+        return std::any_of(scans.begin(), scans.end(), [&](const Scan& scan) { return scan.*member; });
+    };
+    return {
+        {{"Date"}, [](const Scan& scan) { return LocaleFormat::dateAndTime(scan.date); }},
+        {{"Repository"}, [](const Scan& scan) { return scan.repositoryName; }},
+        {{"Tool"}, [](const Scan& scan) { return RecordedScanPresentation::toolLabel(scan); }},
+        {{"Version"},
+         [](const Scan& scan) { return scan.toolVersion.value_or(""); },
+         anyHas(&Scan::toolVersion)},
+        {{"Model"}, [](const Scan& scan) { return scan.model.value_or(""); }, anyHas(&Scan::model)},
+        {{"Total", right}, [](const Scan& scan) { return LocaleFormat::grouped(scan.total); }},
+        {{"Band"},
+         [](const Scan& scan) {
+             return Table::Cell(OpinionBands::title(scan.band()), styleOf(scan.band()));
+         }},
+        {{"Categories"}, categoriesSummary},
+    };
+}
+
 std::string historyText(const std::vector<RecordedScan>& scans, const Terminal& terminal) {
-    Table table({{"Date"}, {"Repository"}, {"Tool"}, {"Total", right}, {"Band"}, {"Categories"}});
-    for (const RecordedScan& scan : ScanHistory::newestFirst(scans))
-        table.addRow({LocaleFormat::dateAndTime(scan.date),
-                      scan.repositoryName,
-                      RecordedScanPresentation::toolLabel(scan),
-                      LocaleFormat::grouped(scan.total),
-                      {OpinionBands::title(scan.band()), styleOf(scan.band())},
-                      categoriesSummary(scan)});
+    std::vector<Column> columns = columnsFor(scans);
+    std::erase_if(columns, [](const Column& column) { return !column.isShown; });
+    std::vector<Table::Column> heads;
+    for (const Column& column : columns)
+        heads.push_back(column.head);
+    Table table(std::move(heads));
+    for (const RecordedScan& scan : ScanHistory::newestFirst(scans)) {
+        std::vector<Table::Cell> row;
+        for (const Column& column : columns)
+            row.push_back(column.cell(scan));
+        table.addRow(std::move(row));
+    }
     return table.text(terminal, true);
 }
 

@@ -7,6 +7,18 @@
 #include <algorithm>
 
 namespace loadscope {
+namespace {
+
+/// A version or a name as it may be recorded: what is too long for one is none.
+std::optional<std::string> recordedWord(const std::optional<std::string>& word) {
+    constexpr std::size_t maximumCharacters = 80;
+    if (!word) return std::nullopt;
+    std::string text = Text::repaired(Text::trimmed(*word));
+    if (text.empty() || Text::characterCount(text) > maximumCharacters) return std::nullopt;
+    return text;
+}
+
+} // namespace
 
 RecordedScan RecordedScan::ofReport(const ScanReport& report, Timestamp date, UUID id) {
     std::vector<RecordedCategory> categories;
@@ -20,7 +32,9 @@ RecordedScan RecordedScan::ofReport(const ScanReport& report, Timestamp date, UU
             .total = report.total,
             .categories = std::move(categories),
             .tool = claudeTool,
-            .contextWindow = report.contextWindow};
+            .contextWindow = report.contextWindow,
+            .toolVersion = recordedWord(report.conditions.toolVersion),
+            .model = recordedWord(report.conditions.model)};
 }
 
 RecordedScan RecordedScan::ofCodex(const CodexProbeResult& result, const RepoSelection& selection,
@@ -32,7 +46,9 @@ RecordedScan RecordedScan::ofCodex(const CodexProbeResult& result, const RepoSel
             .total = result.total,
             .categories = {},
             .tool = codexTool,
-            .contextWindow = result.contextWindow};
+            .contextWindow = result.contextWindow,
+            .toolVersion = recordedWord(result.toolVersion),
+            .model = recordedWord(result.model)};
 }
 
 namespace RecordedCategoryName {

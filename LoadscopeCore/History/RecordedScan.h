@@ -39,6 +39,8 @@ struct RecordedScan {
     std::vector<RecordedCategory> categories; ///< in the report's row order; empty for Codex
     std::string tool = claudeTool;
     std::optional<std::int64_t> contextWindow;
+    std::optional<std::string> toolVersion{}; ///< for example "2.1.330"; absent when the tool did not tell
+    std::optional<std::string> model{};       ///< as the tool named it
 
     /// Banded with the record's own window.
     [[nodiscard]] OpinionBand band() const { return OpinionBands::band(total, contextWindow); }

@@ -35,9 +35,11 @@ Object scanObject(const RecordedScan& scan) {
     if (scan.contextWindow) object["contextWindow"] = *scan.contextWindow;
     object["date"] = ScanHistoryFile::iso8601(scan.date);
     object["id"] = scan.id.text();
+    if (scan.model) object["model"] = *scan.model;
     object["repositoryName"] = scan.repositoryName;
     object["repositoryPath"] = scan.repositoryPath;
     object["tool"] = scan.tool;
+    if (scan.toolVersion) object["toolVersion"] = *scan.toolVersion;
     object["total"] = scan.total;
     return object;
 }
@@ -66,14 +68,15 @@ std::string dumped(const Object& object) {
 } // namespace
 
 std::string csv(const std::vector<RecordedScan>& scans) {
-    std::string table = "date,repositoryName,repositoryPath,tool,total,contextWindow,band";
+    std::string table = "date,repositoryName,repositoryPath,tool,total,contextWindow,band,toolVersion,model";
     table += endOfLine;
     for (const RecordedScan& scan : scans) {
         table += ScanHistoryFile::iso8601(scan.date) + ',';
         table += cell(scan.repositoryName) + ',' + cell(scan.repositoryPath) + ',' + cell(scan.tool) + ',';
         table += std::to_string(scan.total) + ',';
         if (scan.contextWindow) table += std::to_string(*scan.contextWindow);
-        table += ',' + OpinionBands::rawValue(scan.band()) + endOfLine;
+        table += ',' + OpinionBands::rawValue(scan.band()) + ',' + cell(scan.toolVersion.value_or("")) + ',' +
+                 cell(scan.model.value_or("")) + endOfLine;
     }
     return table;
 }

@@ -107,12 +107,17 @@ std::optional<std::vector<RecordedCategory>> decodedCategories(const Json::Value
     return categories;
 }
 
-/// The member's string, `fallback` when there is no such member, nothing when it is no string.
-std::optional<std::string> optionalText(const Json::Value& object, std::string_view key,
-                                        const char* fallback) {
-    if (!Json::member(object, key)) return fallback;
-    const std::string* value = text(object, key);
-    return value ? std::optional(*value) : std::nullopt;
+/// The member's value; null when there is none or it is null, which means the same.
+const Json::Value* given(const Json::Value& object, std::string_view key) {
+    const Json::Value* value = Json::member(object, key);
+    return value && !value->is_null() ? value : nullptr;
+}
+
+/// Reads a text that may be absent. False when something else stands in its place.
+bool readIfGiven(const Json::Value& object, std::string_view key, std::optional<std::string>& place) {
+    if (!given(object, key)) return true;
+    if (const std::string* value = text(object, key)) place = *value;
+    return place.has_value();
 }
 
 std::optional<RecordedScan> decodedScan(const Json::Value& scan) {
@@ -124,20 +129,27 @@ std::optional<RecordedScan> decodedScan(const Json::Value& scan) {
     const std::optional<Timestamp> date = parsedDate(*dateText);
     std::optional<UUID> id = UUID::parse(*idText);
     std::optional<std::vector<RecordedCategory>> categories = decodedCategories(scan);
-    std::optional<std::string> tool = optionalText(scan, "tool", RecordedScan::claudeTool);
     const std::optional<std::int64_t> total = Json::integral(Json::member(scan, "total"));
-    if (!date || !id || !categories || !tool || !total) return std::nullopt;
-    const Json::Value* window = Json::member(scan, "contextWindow");
+    if (!date || !id || !categories || !total) return std::nullopt;
+    const Json::Value* window = given(scan, "contextWindow");
     const std::optional<std::int64_t> contextWindow = Json::integral(window);
-    if (window && !window->is_null() && !contextWindow) return std::nullopt;
+    if (window && !contextWindow) return std::nullopt;
+    std::optional<std::string> tool;
+    std::optional<std::string> toolVersion;
+    std::optional<std::string> model;
+    if (!readIfGiven(scan, "tool", tool) || !readIfGiven(scan, "toolVersion", toolVersion) ||
+        !readIfGiven(scan, "model", model))
+        return std::nullopt;
     return RecordedScan{.id = *std::move(id),
                         .repositoryName = *name,
                         .repositoryPath = *path,
                         .date = *date,
                         .total = *total,
                         .categories = *std::move(categories),
-                        .tool = *std::move(tool),
-                        .contextWindow = contextWindow};
+                        .tool = std::move(tool).value_or(RecordedScan::claudeTool),
+                        .contextWindow = contextWindow,
+                        .toolVersion = std::move(toolVersion),
+                        .model = std::move(model)};
 }
 
 // MARK: Writing
@@ -174,9 +186,11 @@ void appendScan(std::string& file, const RecordedScan& scan) {
     if (scan.contextWindow) appendMember(file, "contextWindow", std::to_string(*scan.contextWindow));
     appendMember(file, "date", jsonText(iso8601(scan.date)));
     appendMember(file, "id", jsonText(scan.id.text()));
+    if (scan.model) appendMember(file, "model", jsonText(*scan.model));
     appendMember(file, "repositoryName", jsonText(scan.repositoryName));
     appendMember(file, "repositoryPath", jsonText(scan.repositoryPath));
     appendMember(file, "tool", jsonText(scan.tool));
+    if (scan.toolVersion) appendMember(file, "toolVersion", jsonText(*scan.toolVersion));
     appendMember(file, "total", std::to_string(scan.total));
     file += "\n    }";
 }

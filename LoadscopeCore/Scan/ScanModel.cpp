@@ -119,7 +119,9 @@ void ScanModel::Implementation::finish(const RepoSelection& scanned, ScanStages:
 void ScanModel::Implementation::accept(const RepoSelection& scanned, ScanReport report) {
     std::vector<RecordedScan> scans;
     if (collaborators.historyStore) {
-        scans.push_back(RecordedScan::ofReport(report, std::chrono::system_clock::now(), UUID::generate()));
+        if (!report.conditions.isEstimate)
+            scans.push_back(
+                RecordedScan::ofReport(report, std::chrono::system_clock::now(), UUID::generate()));
         if (const CodexProbeResult* codex = report.codex.result())
             scans.push_back(
                 RecordedScan::ofCodex(*codex, scanned, std::chrono::system_clock::now(), UUID::generate()));

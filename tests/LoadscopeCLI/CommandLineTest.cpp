@@ -112,6 +112,24 @@ TEST(CommandLine, KeepsRanksAndClearsTheHistory) {
     EXPECT_EQ(home.run({"history"}).errors, "No scans recorded.\n");
 }
 
+TEST(CommandLine, ShowsUnderWhichConditionsAScanWasMade) {
+    const DemoHome home;
+    const std::string record = R"({"version": 1, "scans": [{"id": "3F2504E0-4F89-41D3-9A0C-0305E82C3301",
+        "categories": [], "date": "2026-11-16T20:31:31Z", "repositoryName": "app", "repositoryPath": "/src/app",
+        "total": 18342)";
+    const auto table = [&](const std::string& more) {
+        const std::string folder = home.path() + "/.local/share/Loadscope";
+        std::filesystem::create_directories(folder);
+        writeFile(folder + "/scan-history.json", record + more + "}]}");
+        return home.run({"history"}).output;
+    };
+    EXPECT_THAT(table(""), HasSubstr("Tool          Total"));
+    EXPECT_THAT(table(R"(, "model": "claude-sonnet-5")"),
+                AllOf(HasSubstr("  Model             Total"), HasSubstr("  claude-sonnet-5  18,342")));
+    EXPECT_THAT(table(R"(, "toolVersion": "2.1.\u001b[31m")"),
+                AllOf(HasSubstr("  Version        Total"), HasSubstr("  2.1.\\x1b[31m  18,342")));
+}
+
 TEST(CommandLine, WritesForPeopleByTheLocaleAndForProgramsAlwaysTheSame) {
     const DemoHome home;
     const std::string notes = home.repository() + "/CLAUDE.local.md";

@@ -48,5 +48,29 @@ TEST(RecordedScan, TakesTotalsAndRowsFromItsSource) {
     EXPECT_EQ(codex.band(), OpinionBand::excessive);
 }
 
+TEST(RecordedScan, TakesTheVersionAndTheModelWhenTheyAreWords) {
+    using Word = std::optional<std::string>;
+    const std::pair<Word, Word> cases[] = {{std::nullopt, std::nullopt},
+                                           {" 2.1.330 ", "2.1.330"},
+                                           {" \n", std::nullopt},
+                                           {std::string(80, 'x'), std::string(80, 'x')},
+                                           {std::string(81, 'x'), std::nullopt},
+                                           {"a\xff", "a\ufffd"}};
+    for (const auto& [told, recorded] : cases) {
+        ScanReport report;
+        report.conditions.toolVersion = told;
+        report.conditions.model = Word(" claude-sonnet-5");
+        const RecordedScan claude = RecordedScan::ofReport(report, day(1), UUID::generate());
+        EXPECT_EQ(claude.toolVersion, recorded);
+        EXPECT_EQ(claude.model, "claude-sonnet-5");
+        const CodexProbeResult result{
+            .total = 1, .contextWindow = {}, .duration = 1, .toolVersion = "0.169.0", .model = told};
+        const RecordedScan codex =
+            RecordedScan::ofCodex(result, RepoSelection("/r"), day(1), UUID::generate());
+        EXPECT_EQ(codex.toolVersion, "0.169.0");
+        EXPECT_EQ(codex.model, recorded);
+    }
+}
+
 } // namespace
 } // namespace loadscope

@@ -34,9 +34,11 @@ const std::string example = R"({
       "categories" : [],
       "date" : "2026-11-16T20:31:58Z",
       "id" : "9C1D7A52-0B3E-4C8E-8F6A-2B7D5E4F1A90",
+      "model" : "gpt-5.1-codex",
       "repositoryName" : "web-app",
       "repositoryPath" : "\/home\/dev\/src\/web-app",
       "tool" : "codex",
+      "toolVersion" : "0.169.0",
       "total" : 12877
     }
   ],
@@ -59,6 +61,8 @@ std::vector<RecordedScan> decoded(const std::string& text) {
 
 TEST(ScanHistoryFile, WritesWhatItReadToTheByte) {
     EXPECT_EQ(ScanHistoryFile::encode(decoded(example)), example);
+    EXPECT_EQ(decoded(example).at(1).toolVersion, "0.169.0");
+    EXPECT_EQ(decoded(example).at(1).model, "gpt-5.1-codex");
     EXPECT_EQ(ScanHistoryFile::encode({}), "{\n  \"scans\" : [],\n  \"version\" : 1\n}");
     const RecordedScan hostile =
         record(1, "a\x01\"\\\n/\u00e9\xff", day(1) + std::chrono::milliseconds(999), 0);
@@ -79,12 +83,26 @@ TEST(ScanHistoryFile, RefusesWhatItDoesNotWhollyUnderstand) {
          {"\xff\xfe", "[]", R"({"scans":[]})", R"({"version":1})", R"({"version":1,"scans":{}})",
           R"({"version":1,"scans":[1]})", R"({"version":"1","scans":[]})", R"({"version":1.5,"scans":[]})"})
         EXPECT_EQ(refusal(text), Unreadable::corrupt) << text;
-    for (const char* edit :
-         {"18342=18342.5", "18342=\"1\"", "18342=true", "18342=9223372036854775808",
-          "18342=-92233720368547758090", "200000=\"200000\"", "\"claude\"=1", "\"tokens\"=\"x\"",
-          "\"System prompt\"=1", "3F2504E0=3F2504E", "\"id\"=\"x\"", "\"repositoryName\"=\"x\"",
-          "\"repositoryPath\"=\"x\"", "\"categories\"=\"x\"", "\"date\"=\"x\"", "\"total\"=\"x\"",
-          "web-app=web\xff", "\"version\" : 1\n}=\"version\" : 1} x"})
+    for (const char* edit : {"18342=18342.5",
+                             "18342=\"1\"",
+                             "18342=true",
+                             "18342=9223372036854775808",
+                             "18342=-92233720368547758090",
+                             "200000=\"200000\"",
+                             "\"claude\"=1",
+                             "\"0.169.0\"=169",
+                             "\"gpt-5.1-codex\"=[]",
+                             "\"tokens\"=\"x\"",
+                             "\"System prompt\"=1",
+                             "3F2504E0=3F2504E",
+                             "\"id\"=\"x\"",
+                             "\"repositoryName\"=\"x\"",
+                             "\"repositoryPath\"=\"x\"",
+                             "\"categories\"=\"x\"",
+                             "\"date\"=\"x\"",
+                             "\"total\"=\"x\"",
+                             "web-app=web\xff",
+                             "\"version\" : 1\n}=\"version\" : 1} x"})
         EXPECT_EQ(refusal(edited(edit)), Unreadable::corrupt) << edit;
     for (const char* text :
          {R"({"version":2,"scans":{"a":7}})", R"({"version":3})", R"({"version":0,"scans":[]})"})
@@ -98,8 +116,10 @@ TEST(ScanHistoryFile, RefusesWhatItDoesNotWhollyUnderstand) {
 TEST(ScanHistoryFile, ReadsWhatDiffersWithoutHarm) {
     const std::vector<RecordedScan> original = decoded(example);
     for (const char* edit :
-         {"\"tool\" : \"claude\",=", "\"date\"=\"later\" : {\"a\": [1]}, \"date\"", "18342=18342.0",
-          "3F25=3f25", "\"categories\" : [],=\"categories\" : [], \"contextWindow\" : null,",
+         {"\"tool\" : \"claude\",=", "\"tool\" : \"claude\"=\"tool\" : null, \"toolVersion\" : null",
+          "\"tool\" : \"claude\"=\"tool\" : \"claude\", \"model\" : null",
+          "\"date\"=\"later\" : {\"a\": [1]}, \"date\"", "18342=18342.0", "3F25=3f25",
+          "\"categories\" : [],=\"categories\" : [], \"contextWindow\" : null,",
           "\"version\" : 1=\"version\" : 1.0"})
         EXPECT_EQ(decoded(edited(edit)), original) << edit;
     EXPECT_EQ(decoded(edited("\"claude\"=\"gemini\"")).at(0).tool, "gemini");

@@ -94,11 +94,14 @@ TEST(ScanHistoryExport, DefusesAndQuotesCells) {
     RecordedScan scan = record(1, "=cmd|' /C calc'!A0", day(1), 45000);
     scan.repositoryPath = "/src/a,\"b\"\n\xff";
     scan.contextWindow = 200000;
+    scan.toolVersion = "2.1.330";
+    scan.model = "@sonnet,5";
     EXPECT_EQ(
         ScanHistoryExport::csv({scan, record(2, "-1", day(2), -5, {}, "codex")}),
-        "date,repositoryName,repositoryPath,tool,total,contextWindow,band\r\n"
-        "2026-01-01T00:00:00Z,'=cmd|' /C calc'!A0,\"/src/a,\"\"b\"\"\n\ufffd\",claude,45000,200000,heavy\r\n"
-        "2026-01-02T00:00:00Z,'-1,/src/-1,codex,-5,,lean\r\n");
+        "date,repositoryName,repositoryPath,tool,total,contextWindow,band,toolVersion,model\r\n"
+        "2026-01-01T00:00:00Z,'=cmd|' /C calc'!A0,\"/src/a,\"\"b\"\"\n\ufffd\",claude,45000,200000,heavy,"
+        "2.1.330,\"'@sonnet,5\"\r\n"
+        "2026-01-02T00:00:00Z,'-1,/src/-1,codex,-5,,lean,,\r\n");
 }
 
 TEST(ScanHistoryExport, GivesEachRecordItsBand) {
@@ -106,6 +109,12 @@ TEST(ScanHistoryExport, GivesEachRecordItsBand) {
               nlohmann::json::parse(R"({"scans":[{"band":"excessive","categories":[{"name":"x","tokens":2}],
                 "date":"2026-01-01T00:00:00Z","id":"00000000-0000-4000-8000-000000000001",
                 "repositoryName":"A","repositoryPath":"/src/A","tool":"claude","total":60001}]})"));
+    RecordedScan told = record(1, "A", day(1), 0);
+    told.toolVersion = "2.1.330";
+    told.model = "claude-sonnet-5";
+    const auto object = nlohmann::json::parse(ScanHistoryExport::json({told})).at("scans").at(0);
+    EXPECT_EQ(object.at("toolVersion"), "2.1.330");
+    EXPECT_EQ(object.at("model"), "claude-sonnet-5");
     EXPECT_EQ(ScanHistoryExport::json({}), "{\n  \"scans\": []\n}");
 }
 

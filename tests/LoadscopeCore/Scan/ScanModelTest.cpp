@@ -26,6 +26,7 @@ void waitForStop(const std::stop_token& stop) {
 
 struct FakeProbe : ProbeRunning {
     Hook hook = [](const std::stop_token&) {};
+    MeasurementConditions conditions;
     ProbeResult run(const std::string&, const ProbeSettings&, std::stop_token stop) override {
         hook(stop);
         return {.sessionID = "s",
@@ -34,7 +35,8 @@ struct FakeProbe : ProbeRunning {
                 .selfReportedSlabs = {{"System tools", 40000}},
                 .duration = 1,
                 .resolvedCLIPath = "/bin/claude",
-                .contextWindow = 200000};
+                .contextWindow = 200000,
+                .conditions = conditions};
     }
 };
 
@@ -233,6 +235,18 @@ TEST_F(ScanModels, ShowWhyAScanFailedAndRecordNothing) {
     runToEnd(*model);
     EXPECT_TRUE(model->state().isIdle()) << "a cancellation that nobody asked for is no failure either";
     EXPECT_TRUE(model->history().empty());
+}
+
+TEST_F(ScanModels, RecordNoTotalThatTheToolOnlyEstimated) {
+    const auto model = makeModel();
+    probe_->conditions.isEstimate = true;
+    runToEnd(*model);
+    ASSERT_TRUE(model->state().report());
+    EXPECT_TRUE(store_->load().empty());
+    model->setIncludeCodex(true);
+    runToEnd(*model);
+    ASSERT_EQ(model->history().size(), 1U);
+    EXPECT_EQ(model->history()[0].tool, "codex") << "which did not estimate";
 }
 
 TEST_F(ScanModels, ClearTheHistoryButNotTheResult) {
