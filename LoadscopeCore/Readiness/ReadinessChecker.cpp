@@ -4,6 +4,7 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
+#include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
 #include "LoadscopeCore/Platform/Json.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
@@ -41,7 +42,12 @@ ToolReadiness askCodex() {
     const auto execution = ProbeRunner::execute(*cli, {"login", "status"}, UserFolders::temporary(),
                                                 ProbeEnvironment::Tool::codex, statusLimits);
     if (execution.timedOut || execution.readersTimedOut) return ToolReadiness::unknown;
-    return codexStatus(execution.standardOutput + "\n" + execution.standardError, execution.exitCode);
+    const auto status =
+        codexStatus(execution.standardOutput + "\n" + execution.standardError, execution.exitCode);
+    // With a provider of the user's own it needs no sign-in, though it says that there is none.
+    const bool mayAnswer =
+        status == ToolReadiness::signedOut && CodexConfiguration::forUser().namesOwnProvider();
+    return mayAnswer ? ToolReadiness::unknown : status;
 }
 
 /// Whatever goes wrong, a stop included, leaves the sign-in unverified.
@@ -81,7 +87,8 @@ ToolReadiness codexStatus(std::string_view output, std::int32_t exitCode) {
     while (walker.advance()) {
         const std::string_view line = LineBreaks::trimmedLine(walker.line());
         if (line == "Not logged in") return ToolReadiness::signedOut;
-        claimsSignIn = claimsSignIn || line.starts_with("Logged in using ");
+        claimsSignIn = claimsSignIn || line.starts_with("Logged in using ") || line == "API key configured" ||
+                       line.starts_with("API key configured ");
     }
     return claimsSignIn && exitCode == 0 ? ToolReadiness::ready : ToolReadiness::unknown;
 }

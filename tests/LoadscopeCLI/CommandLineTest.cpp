@@ -64,7 +64,7 @@ TEST(CommandLine, ReportsTheStateOfEachTool) {
     const std::vector<Case> cases{
         {"ok", "ok", "ready", "ready", "Signed in"},
         {"signed-out", "signed-out", "signedOut", "signedOut", "Sign-in needed"},
-        {"old-version", "api-key-configured", "unknown", "unknown", "Sign-in could not be verified"},
+        {"old-version", "api-key-configured", "unknown", "ready", "Signed in"},
         {"status-flood", "status-failed", "unknown", "unknown", "Sign-in could not be verified"},
     };
     const DemoHome home;

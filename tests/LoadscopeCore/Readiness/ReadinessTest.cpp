@@ -48,8 +48,46 @@ TEST(ReadinessChecker, JudgesTheAnswersOfTheTools) {
         EXPECT_EQ(codexStatus(text, 1), unknown) << text;
     }
     for (const auto* text :
-         {"Not logged in yet", "Logged in using", "You are Logged in using x", "API key configured"})
+         {"Not logged in yet", "Logged in using", "You are Logged in using x", "No API key configured"})
         EXPECT_EQ(codexStatus(text, 0), unknown) << text;
+}
+
+TEST(ReadinessChecker, UnderstandsTheAnswerOfEveryVersion) {
+    struct Case {
+        const char* name;
+        const char* output;
+        int exitCode;
+        ToolReadiness expected;
+    };
+    for (
+        const Case& c : std::vector<Case>{
+            {"by subscription", R"({"loggedIn":true,"authMethod":"claude.ai","apiProvider":"firstParty"})", 0,
+             ready},
+            {"by key",
+             R"({"loggedIn":true,"authMethod":"api_key","apiProvider":"firstParty","apiKeySource":"X"})", 0,
+             ready},
+            {"by a helper",
+             R"({"loginExpiresAt":null,"loggedIn":true,"authMethod":"api_key_helper","apiKeySource":"apiKeyHelper"})",
+             0, ready},
+            {"by a third party", R"({"loggedIn":true,"authMethod":"third_party","apiProvider":"bedrock"})", 0,
+             ready},
+            {"signed out",
+             R"({"loggedIn":false,"authMethod":"none","configDirectory":"/c","loginExpiresAt":null})", 1,
+             signedOut},
+            {"a version without the command", "", 1, unknown}})
+        EXPECT_EQ(ReadinessChecker::claudeStatus(c.output, c.exitCode), c.expected) << c.name;
+
+    const std::string warning = "\nWARNING: proceeding, even though we could not create PATH aliases: no\n";
+    for (const Case& c : std::vector<Case>{
+             {"by key", "Logged in using an API key - ***\n", 0, ready},
+             {"by key, newer",
+              "API key configured - ***\nAuthentication is checked when you send a request.\n", 0, ready},
+             {"by key, bare", "API key configured\n", 0, ready},
+             {"by key, failed", "API key configured - ***\n", 1, unknown},
+             {"by subscription", "Logged in using ChatGPT\n", 0, ready},
+             {"signed out", "Not logged in\n", 1, signedOut},
+             {"another word", "API key configured-for nobody\n", 0, unknown}})
+        EXPECT_EQ(ReadinessChecker::codexStatus(warning + c.output, c.exitCode), c.expected) << c.name;
 }
 
 /// A home folder with both tools, which do what the test's scripts say.
@@ -64,6 +102,7 @@ protected:
 
 private:
     const ScopedEnvironment environment_{"HOME", home.path()};
+    const ScopedEnvironment codexHome_{"CODEX_HOME", ""};
 };
 
 TEST_F(ReadinessCheckerRun, AsksBothToolsAtTheSameTime) {
@@ -73,6 +112,18 @@ TEST_F(ReadinessCheckerRun, AsksBothToolsAtTheSameTime) {
     script(waitForTheOther("a", "b") + "[ \"$*\" = 'auth status --json' ] && echo '{\"loggedIn\":true}'",
            waitForTheOther("b", "a") + "[ \"$*\" = 'login status' ] && echo 'Not logged in' >&2; exit 1");
     EXPECT_EQ(ReadinessChecker::check({}), (Result{ready, signedOut}));
+}
+
+TEST_F(ReadinessCheckerRun, RefusesNoCodexWithAProviderOfItsOwn) {
+    script("echo '{\"loggedIn\":true}'", "echo 'Not logged in' >&2; exit 1");
+    makeFolder(home.path(".codex"));
+    for (const auto& [toml, expected] : {std::pair("model_provider = \"lab\"", unknown),
+                                         {"model_provider = \"openai\"", signedOut},
+                                         {"model = \"lab\"", signedOut},
+                                         {"model_provider = \"lab", signedOut}}) {
+        writeFile(home.path(".codex/config.toml"), toml);
+        EXPECT_EQ(ReadinessChecker::check({}).codex, expected) << toml;
+    }
 }
 
 TEST_F(ReadinessCheckerRun, LeavesWhatCannotBeAskedUnverified) {
