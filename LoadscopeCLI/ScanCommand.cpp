@@ -6,9 +6,7 @@
 #include "LoadscopeCLI/Folder.h"
 #include "LoadscopeCLI/ScanRun.h"
 #include "LoadscopeCLI/ScanText.h"
-#include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
-#include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
 #include <CLI/CLI.hpp>
@@ -46,34 +44,11 @@ constexpr const char* examples = R"(Examples:
 
 Exit codes: 0 measured, 1 failed, 2 wrong usage, 3 above --max-tokens, 130 interrupted.)";
 
-/// The words for a Codex that cannot take part, and its case for scripts.
-struct CodexFailure {
-    explicit CodexFailure(ToolReadiness readiness) {
-        if (readiness == ToolReadiness::notInstalled) {
-            caseName = "codexNotFound";
-            headline = "Could not find the codex command.";
-            detail = "Looked in:";
-            for (const auto& place : CodexCLILocator::searchedPaths({}, UserFolders::home()))
-                detail += "\n  • " + place;
-            detail += '\n';
-        } else {
-            caseName = "codexNotAuthenticated";
-            headline = "Codex is not signed in.";
-            detail = "Run `codex login` in Terminal and sign in, then scan again. ";
-        }
-        detail += "Leave out --include-codex to measure Claude Code alone. Nothing was measured.";
-    }
-
-    std::string caseName;
-    std::string headline;
-    std::string detail;
-};
-
-ExitCode showScanFailure(const Options& options, Terminal& errors, std::string_view caseName,
-                         const std::string& headline, const std::string& detail) {
-    showFailure(errors, headline, detail);
+ExitCode showScanFailure(const Options& options, Terminal& errors, const ProbeError& error) {
+    showFailure(errors, error.headline(), error.detail());
     if (!options.json) return ExitCode::failure;
-    return writeResult(ScanReportJson::failure(caseName, headline, detail) + '\n', ExitCode::failure);
+    return writeResult(ScanReportJson::failure(error.caseName(), error.headline(), error.detail()) + '\n',
+                       ExitCode::failure);
 }
 
 ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& report) {
@@ -90,9 +65,7 @@ ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& 
 
 ExitCode scan(const Options& options) {
     Terminal errors(STDERR_FILENO);
-    const auto fail = [&](const ProbeError& error) {
-        return showScanFailure(options, errors, error.caseName(), error.headline(), error.detail());
-    };
+    const auto fail = [&](const ProbeError& error) { return showScanFailure(options, errors, error); };
     const auto folder = absoluteFolder(options.folder);
     if (!folder) return fail(ProbeError::RepositoryUnreadable{options.folder});
     const ScanOutcome outcome = runScan({.folder = *folder,
@@ -103,10 +76,6 @@ ExitCode scan(const Options& options) {
     if (const auto* report = std::get_if<std::shared_ptr<const ScanReport>>(&outcome))
         return showReport(options, errors, **report);
     if (const auto* error = std::get_if<ProbeError>(&outcome)) return fail(*error);
-    if (const auto* blocked = std::get_if<CodexBlocked>(&outcome)) {
-        const CodexFailure failure(blocked->readiness);
-        return showScanFailure(options, errors, failure.caseName, failure.headline, failure.detail);
-    }
     return showInterrupted(errors, "Interrupted: the scan was stopped and nothing was recorded.");
 }
 

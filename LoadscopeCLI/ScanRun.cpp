@@ -5,6 +5,7 @@
 #include "LoadscopeCLI/LoopUIThread.h"
 #include "LoadscopeCLI/Readiness.h"
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
+#include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Scan/FolderAccess.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
@@ -12,18 +13,33 @@
 namespace loadscope {
 namespace {
 
-/// Why the tools do not permit the scan, if so.
-std::optional<ScanOutcome> blocker(const ScanRequest& request, const ReadinessChecker::Result& readiness) {
-    if (readiness.claude == ToolReadiness::notInstalled)
+/// Why Claude Code does not permit the scan, if so.
+std::optional<ProbeError> blocker(ToolReadiness claude) {
+    if (claude == ToolReadiness::notInstalled)
         return ProbeError(ProbeError::CLINotFound{ClaudeCLILocator::searchedPaths({}, UserFolders::home())});
-    if (blocksScan(readiness.claude)) return ProbeError(ProbeError::NotAuthenticated{});
-    if (request.includeCodex && blocksScan(readiness.codex)) return CodexBlocked{readiness.codex};
+    if (blocksScan(claude)) return ProbeError(ProbeError::NotAuthenticated{});
     return std::nullopt;
 }
 
-ScanOutcome measure(const ScanRequest& request, LoopUIThread& loop, Terminal& errors) {
+/// Stands in for a Codex of which it is known already that it would not answer.
+class UnavailableCodex : public CodexProbeRunning {
+public:
+    explicit UnavailableCodex(ToolReadiness readiness) : readiness_(readiness) {}
+
+    CodexScanOutcome run(const std::string& /*repository*/, std::stop_token /*stop*/) override {
+        return CodexScanOutcome::unavailable(readiness_ == ToolReadiness::notInstalled
+                                                 ? CodexProbe::notInstalledReason
+                                                 : CodexProbe::signedOutReason);
+    }
+
+private:
+    ToolReadiness readiness_;
+};
+
+ScanOutcome measure(const ScanRequest& request, ToolReadiness codex, LoopUIThread& loop, Terminal& errors) {
     auto collaborators = ScanModel::Collaborators::forUser();
     if (!request.records) collaborators.historyStore = nullptr;
+    if (blocksScan(codex)) collaborators.codexRunner = std::make_shared<UnavailableCodex>(codex);
     ScanModel model(loop, std::move(collaborators));
     const auto subscription = model.observe([&] {
         if (model.state().isScanning()) errors.showProgress(model.scanStage());
@@ -48,12 +64,14 @@ ScanOutcome runScan(const ScanRequest& request, Terminal& errors) {
     if (!runOnWorker(loop, [&](const std::stop_token&) { unreadable = FolderAccess::check(request.folder); }))
         return ScanInterrupted{};
     if (unreadable) return *unreadable;
+    ToolReadiness codex = ToolReadiness::unknown;
     if (request.checksReadiness) {
         const auto readiness = checkReadiness(loop, errors);
         if (!readiness) return ScanInterrupted{};
-        if (auto outcome = blocker(request, *readiness)) return *outcome;
+        if (const auto error = blocker(readiness->claude)) return *error;
+        codex = readiness->codex;
     }
-    return measure(request, loop, errors);
+    return measure(request, codex, loop, errors);
 }
 
 } // namespace loadscope

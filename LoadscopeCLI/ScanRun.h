@@ -4,7 +4,6 @@
 
 #include "LoadscopeCLI/Terminal.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
-#include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Report/ScanReport.h"
 
 #include <memory>
@@ -25,16 +24,11 @@ struct ScanRequest {
 /// A scan was interrupted by a signal; its child has ended and nothing was recorded.
 struct ScanInterrupted {};
 
-/// Codex was asked for and cannot be measured: not installed, or signed out.
-struct CodexBlocked {
-    ToolReadiness readiness = ToolReadiness::unknown;
-};
+using ScanOutcome = std::variant<std::shared_ptr<const ScanReport>, ProbeError, ScanInterrupted>;
 
-using ScanOutcome =
-    std::variant<std::shared_ptr<const ScanReport>, ProbeError, CodexBlocked, ScanInterrupted>;
-
-/// Checks the folder and the tools, measures and records, with the stages shown on `errors`. Blocks until the
-/// scan has ended or a signal has stopped it.
+/// Checks the folder and the tools, measures and records, with the stages shown on `errors`. A Codex that is
+/// not installed or not signed in is left out with its reason. Blocks until the scan has ended or a signal
+/// has stopped it.
 [[nodiscard]] ScanOutcome runScan(const ScanRequest& request, Terminal& errors);
 
 } // namespace loadscope

@@ -72,6 +72,8 @@ class CodexProbe : public CodexProbeRunning {
 public:
     static constexpr const char* notInstalledReason =
         "Codex CLI not found — install `codex` to add a Codex column.";
+    static constexpr const char* signedOutReason =
+        "Codex is not signed in. Run `codex login` in Terminal and sign in, then scan again.";
 
     explicit CodexProbe(std::optional<std::string> cliOverride = {},
                         double timeoutSeconds = CodexProbeRunner::defaultTimeoutSeconds);
