@@ -2,9 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 
+#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
+#include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "tests/Support/ScopedEnvironment.h"
+#include "tests/Support/TemporaryFolder.h"
 
+#include <deque>
 #include <gtest/gtest.h>
 
 namespace loadscope {
@@ -34,6 +39,41 @@ TEST(ProbeEnvironment, DropsOnlyWhatWouldRedirectTheChild) {
         {Tool::claude, {{"CLAUDE_CONFIG_DIR", "  "}}, {}}};
     for (const auto& [tool, base, expected] : cases)
         EXPECT_EQ(ProbeEnvironment::childEnvironment(tool, base, "/w"), expected);
+}
+
+TEST(ProbeEnvironment, HoldsForTheSessionsOfBothTools) {
+    struct Variable {
+        const char* name;
+        const char* value;
+        bool reachesClaude, reachesCodex;
+    };
+    const Variable variables[] = {{"CLAUDECODE", "1", false, false},
+                                  {"ANTHROPIC_BASE_URL", "https://other", false, false},
+                                  {"ANTHROPIC_API_KEY", "key", false, false},
+                                  {"ANTHROPIC_AUTH_TOKEN", "token", false, false},
+                                  {"CLAUDE_CODE_USE_BEDROCK", "1", false, false},
+                                  {"CLAUDE_CODE_", "1", false, false},
+                                  {"CLAUDE_CODE_OAUTH_TOKEN", "own", true, false},
+                                  {"CLAUDE_CONFIG_DIR", "/own", true, false},
+                                  {"CLAUDECODE_X", "1", true, true},
+                                  {"ANTHROPIC_MODEL", "opus", true, true}};
+    const TemporaryFolder home;
+    std::deque<ScopedEnvironment> set;
+    set.emplace_back("HOME", home.path());
+    for (const Variable& variable : variables)
+        set.emplace_back(variable.name, variable.value);
+    for (const std::string tool : {"claude", "codex"})
+        writeExecutable(home.path(".local/bin/" + tool), "#!/bin/sh\nenv >\"$HOME/" + tool + "\"\n");
+
+    EXPECT_THROW(ProbeRunner::forUser().run(home.path(), {}, {}), ProbeError) << "it prints no report";
+    std::ignore = CodexProbe().run(home.path(), {});
+    const std::string claude = "\n" + readFile(home.path("claude")),
+                      codex = "\n" + readFile(home.path("codex"));
+    for (const auto& [name, value, reachesClaude, reachesCodex] : variables) {
+        const std::string line = std::string("\n") + name + "=" + value + "\n";
+        EXPECT_EQ(claude.find(line) != std::string::npos, reachesClaude) << name;
+        EXPECT_EQ(codex.find(line) != std::string::npos, reachesCodex) << name;
+    }
 }
 
 TEST(TranscriptLocator, MakesConfigurationFoldersAbsolute) {

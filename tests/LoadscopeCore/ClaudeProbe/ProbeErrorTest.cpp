@@ -15,11 +15,30 @@ TEST(ProbeError, BuildsItsTextsFromWhatItCarries) {
         {ProbeError::SessionFailed{"\n " + std::string(600, 'x')}, std::string(500, 'x') + "…"},
         {ProbeError::NoTranscript{"/p"},
          "No session transcript was found under /p, and the CLI reported no usable "
-         "startup usage. Nothing was measured."}};
+         "startup usage. Nothing was measured."},
+        {ProbeError::MultiTurnUsageOnly{3}, "No session transcript was found, and the CLI usage block covers "
+                                            "3 turns. That block accumulates across "
+                                            "turns, so it double-counts cached tokens and cannot be shown as "
+                                            "the startup total. Nothing was measured — "
+                                            "try again."},
+        {ProbeError::UnknownTurnCount{}, "No session transcript was found, and the CLI did not report how "
+                                         "many turns its usage block covers. That "
+                                         "block accumulates across turns, so it can only be trusted for a "
+                                         "single-turn session. Nothing was measured "
+                                         "— try again."},
+        {ProbeError::UnreadableContextReport{},
+         "`/context` returned output with no token table this app recognises, and the session produced no "
+         "usage "
+         "figures either. Claude Code may have changed the report it prints. Nothing was measured."}};
     for (const auto& [error, detail] : cases)
         EXPECT_EQ(error.detail(), detail) << error.caseName();
-    EXPECT_NE(ProbeError(ProbeError::MultiTurnUsageOnly{3}).detail().find("covers 3 turns."),
-              std::string::npos);
+    const std::string unreadable = ProbeError(ProbeError::RepositoryUnreadable{"/r"}).detail();
+    EXPECT_TRUE(unreadable.starts_with("/r exists but its contents could not be listed. ")) << unreadable;
+    EXPECT_TRUE(unreadable.ends_with("Nothing was measured and none of your Claude allowance was used."));
+    const std::string signedOut = ProbeError(ProbeError::NotAuthenticated{}).detail();
+    EXPECT_TRUE(signedOut.starts_with("Run `claude` in ")) << signedOut;
+    EXPECT_TRUE(
+        signedOut.ends_with(" and sign in, then scan again. This app never handles Claude credentials."));
     EXPECT_EQ(ProbeError(ProbeError::TimedOut{}).headline(), "The probe session took longer than 5 minutes.");
     EXPECT_EQ(ProbeError(ProbeError::UnreadableContextReport{}).caseName(), "unreadableContextReport");
 }

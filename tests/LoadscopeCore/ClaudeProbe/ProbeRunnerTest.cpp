@@ -79,7 +79,7 @@ TEST_F(ProbeRunnerTest, TrustsTheReportThenTheTranscriptThenASingleTurn) {
         {resultObject("Tokens: 5k / 1.2.3", usage), true, "contextCommand: 5000 with 0 row"},
         {resultObject(table, usage, "1"), true, "transcript: 19000 with 1 row"},
         {resultObject(table, usage, "1"), false, "cliUsage: 18003 with 1 row"},
-        {resultObject(table, usage, "3"), false, "multiTurnUsageOnly"},
+        {resultObject(table, usage, "2"), false, "multiTurnUsageOnly"},
         {resultObject(table, usage), false, "unknownTurnCount"},
         {resultObject("", usage, "\"1\""), false, "unknownTurnCount"},
         {resultObject(table, usage, "0"), false, "noTranscript"},
@@ -139,6 +139,15 @@ TEST_F(ProbeRunnerTest, EndsTheToolWhenCancelled) {
     EXPECT_THROW(run(stop.get_token()), CancellationError);
 }
 
+TEST(ProbeRunner, IsPatientByDefault) {
+    const ProbeRunner runner = ProbeRunner::forUser();
+    EXPECT_EQ(runner.limits.timeoutSeconds, 300);
+    EXPECT_EQ(runner.limits.killGraceSeconds, 5);
+    EXPECT_EQ(runner.limits.readerGraceSeconds, 5);
+    EXPECT_EQ(runner.transcriptRetries, 12);
+    EXPECT_EQ(runner.transcriptRetryDelay, 0.4);
+}
+
 TEST_F(ProbeRunnerTest, WaitsForATranscriptThatComesLate) {
     runner.transcriptRetries = 4000;
     runner.transcriptRetryDelay = 0.005;
@@ -160,8 +169,14 @@ TEST_F(ProbeRunnerTest, WaitsForATranscriptThatComesLate) {
 }
 
 TEST(TotalSource, IsMadeBackFromItsRawValueOnly) {
-    for (const auto source : {TotalSource::contextCommand, TotalSource::transcript, TotalSource::cliUsage})
+    std::string labels;
+    for (const auto source : {TotalSource::contextCommand, TotalSource::transcript, TotalSource::cliUsage}) {
         EXPECT_EQ(totalSourceFromRawValue(rawValue(source)), source);
+        labels += label(source) + "; ";
+    }
+    EXPECT_EQ(labels,
+              "Claude Code's own `/context` report; session transcript: first assistant message usage; "
+              "CLI result usage block (no transcript found); ");
     for (const auto* text : {"", "Transcript", "cliUsage ", "context"})
         EXPECT_EQ(totalSourceFromRawValue(text), std::nullopt) << text;
 }

@@ -46,6 +46,16 @@ std::string attributed(const std::string& description) {
     return text + std::to_string(outcome.remainder) + (outcome.overAttributed ? " over" : "");
 }
 
+TEST(Provenance, IsToldBesideEachRow) {
+    const std::pair<Provenance, std::string> cases[] = {
+        {Provenance::claudeReported, "reported by Claude"},
+        {Provenance::selfReported, "reported by Claude Code's /context"},
+        {Provenance::localEstimate, "measured on disk at ~4 bytes/token (estimate)"},
+        {Provenance::remainder, "derived: total minus attributed"}};
+    for (const auto& [provenance, text] : cases)
+        EXPECT_EQ(sourceLabel(provenance), text);
+}
+
 TEST(SlabAttributor, ExplainsReportedCategoriesByLocalEstimates) {
     const std::pair<std::string, std::string> cases[] = {
         {"24000: System prompt=3000, System tools=12000, Memory files=5000, Messages=200 | Repository "

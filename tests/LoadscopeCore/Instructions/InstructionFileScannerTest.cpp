@@ -198,6 +198,16 @@ TEST_F(InstructionFileScannerTest, StopsAtDepthAndBudget) {
     EXPECT_TRUE(scanned().ends_with("c5 r/ana/app/last"));
 }
 
+TEST_F(InstructionFileScannerTest, ClimbsAtMost64Folders) {
+    std::string path = "/h";
+    for (int depth = 1; depth <= 70; ++depth)
+        path += "/" + std::to_string(depth);
+    const auto folders = ancestorDirectories(path, "/h");
+    ASSERT_EQ(folders.size(), 64U);
+    EXPECT_TRUE(folders.front().ends_with("/68/69"));
+    EXPECT_TRUE(folders.back().ends_with("/5/6"));
+}
+
 /// What a scan of a tree without special files must find, computed from the tree's description alone.
 struct TreeModel {
     std::string home;

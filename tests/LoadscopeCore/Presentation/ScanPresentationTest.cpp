@@ -81,34 +81,49 @@ TEST_F(ScanPresentationTest, NotesOnlyWhatApplies) {
     const Case cases[] = {
         {10000, 9000, 2500, "combined",
          "The attributed rows — the categories reported by Claude Code's `/context` plus "
-         "this app's local file estimates — add up"},
-        {8000, 9000, 2500, "cliReported", "The categories reported by Claude Code's `/context` alone add up"},
-        {10000, 3000, 12000, "localEstimate", "The local file estimates alone add up"},
-        {1000, 3000, 12000, "combined", "The attributed rows —"},
+         "this app's local file estimates —"},
+        {8000, 9000, 2500, "cliReported", "The categories reported by Claude Code's `/context` alone"},
+        {10000, 3000, 12000, "localEstimate", "The local file estimates alone"},
+        {1000, 1000, 2500, "localEstimate", "The local file estimates alone"},
+        {2500, 9000, 2500, "cliReported", "The categories reported by Claude Code's `/context` alone"},
     };
     for (const Case& one : cases) {
         const ScanReport report = reportOf(one.total, {}, one.reported, one.local);
         EXPECT_EQ(rawValue(ScanPresentation::overAttributionSource(report)), one.source);
         const std::string note = ScanPresentation::overAttributionNote(report).value_or("none");
-        EXPECT_TRUE(note.starts_with(one.lead)) << note;
-        EXPECT_TRUE(note.ends_with(
-            " to more than the measured total. The bar's segments therefore exceed the measured "
-            "total of " +
-            LocaleFormat::grouped(one.total) + " tokens, and there is no hidden remainder to show."))
-            << note;
+        EXPECT_EQ(note, std::string(one.lead) +
+                            " add up to more than the measured total. The bar's segments "
+                            "therefore exceed the measured total of " +
+                            LocaleFormat::grouped(one.total) +
+                            " tokens, and there is no hidden remainder to show.");
     }
     ScanReport report = reportOf(12000, {}, 9000, 3000);
     EXPECT_FALSE(ScanPresentation::overAttributionNote(report));
     EXPECT_FALSE(ScanPresentation::unreadableFilesNote(report));
     EXPECT_FALSE(ScanPresentation::unreportedCategoryFilesNote(report));
     EXPECT_FALSE(ScanPresentation::unreportedCategoryFilesNote(reportOf(5, {})));
-    EXPECT_TRUE(ScanPresentation::unreportedCategoryFilesNote(reportOf(5, {}, 0, 1)));
-    for (const auto& [count, start] : {std::pair(1, "1 instruction file could not be read, so"),
-                                       {2, "2 instruction files could not"},
-                                       {1234, "1234 instruction files"}}) {
+    EXPECT_EQ(
+        ScanPresentation::unreportedCategoryFilesNote(reportOf(5, {}, 0, 1)),
+        "Claude Code's `/context` reported no categories for this session, so the \"Startup context "
+        "(categories not self-reported)\" row already carries the whole measured total. The instruction "
+        "files below are local estimates of what makes up that total, not additional tokens on top of it.");
+    for (const auto& [count, files] :
+         {std::pair(1, "1 instruction file"), {2, "2 instruction files"}, {1234, "1234 instruction files"}}) {
         report.fileSet.unreadablePaths.assign(static_cast<std::size_t>(count), "/x");
-        EXPECT_TRUE(ScanPresentation::unreadableFilesNote(report).value_or("none").starts_with(start));
+        const std::string note = ScanPresentation::unreadableFilesNote(report).value_or("none");
+        EXPECT_TRUE(
+            note.starts_with(files + std::string(" could not be read, so the category and file estimates are "
+                                                 "lower than what is really loaded. The measured total is "
+                                                 "unaffected — it is reported by Claude. ")))
+            << note;
     }
+    EXPECT_STREQ(
+        ScanPresentation::splitsEstimateNote,
+        "The category totals below are reported by Claude Code's `/context`; the file splits are estimates "
+        "derived locally from file sizes.");
+    EXPECT_STREQ(
+        CodexPresentation::measurementNote,
+        "Measured: one `codex exec` session started in this folder; the number includes the probe prompt.");
 }
 
 TEST_F(ScanPresentationTest, BuildsReportsFromTheirParts) {

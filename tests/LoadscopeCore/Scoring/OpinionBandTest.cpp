@@ -49,6 +49,7 @@ TEST(OpinionBand, IsNamedAndParsed) {
         texts += OpinionBands::title(band) + " " + OpinionBands::range(band) + ". ";
     }
     EXPECT_EQ(texts, "Lean under 30,000. Heavy 30,000–60,000. Excessive over 60,000. ");
+    EXPECT_STREQ(OpinionBands::opinionNote, "These bands are this app's opinion, not an industry standard.");
     EXPECT_FALSE(OpinionBands::fromRawValue("Lean"));
     EXPECT_EQ(WindowShare::line(45000, 200000), "22.5% of its 200K window.");
     EXPECT_EQ(WindowShare::line(1000001, 1000000), "100.0% of its 1M window.");
