@@ -80,7 +80,7 @@ std::string scanText(const ScanReport& report, const Terminal& terminal) {
     if (!report.files().empty()) text += '\n' + filesTable(report, terminal);
     for (const auto& note :
          {ScanPresentation::unreadableFilesNote(report), ScanPresentation::overAttributionNote(report),
-          ScanPresentation::unreportedCategoryFilesNote(report)})
+          ScanPresentation::unreportedCategoryFilesNote(report), CodexPresentation::note(report.codex)})
         if (note) text += '\n' + Text::visible(*note) + '\n';
     return text;
 }

@@ -111,7 +111,32 @@ std::optional<TokenCount> countInLine(std::string_view line) {
     return count ? count : countUnder("usage", *event);
 }
 
+/// The window of an event or of the object nested in it, when it is one.
+std::optional<std::int64_t> windowIn(const Json::Value& event) {
+    auto window = integer(Json::member(event, "model_context_window"));
+    for (const auto nestedKey : nestedKeys) {
+        const Json::Value* nested = window ? nullptr : Json::objectMember(event, nestedKey);
+        if (nested) window = integer(Json::member(*nested, "model_context_window"));
+    }
+    return window && *window > 0 ? window : std::nullopt;
+}
+
 } // namespace
+
+Header header(std::string_view jsonLines) {
+    constexpr std::size_t mostBytes = 65'536;
+    Header header;
+    LineBreaks::Walker walker(jsonLines.substr(0, mostBytes));
+    while (walker.advance() && !(header.model && header.contextWindow)) {
+        const auto event = Json::parse(LineBreaks::trimmedLine(walker.line()));
+        if (!event || !event->is_object()) continue;
+        const Json::Value* const model = Json::member(*event, "model");
+        if (!header.model && model && model->is_string() && !model->get_ref<const std::string&>().empty())
+            header.model = model->get<std::string>();
+        if (!header.contextWindow) header.contextWindow = windowIn(*event);
+    }
+    return header;
+}
 
 std::optional<TokenCount> firstTokenCount(std::string_view jsonLines) {
     ReportFinder reports(jsonLines);

@@ -5,6 +5,8 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
+#include "LoadscopeCore/CodexProbe/CodexSessionText.h"
+#include "LoadscopeCore/CodexProbe/ReconnectionWatch.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
@@ -15,22 +17,6 @@
 namespace loadscope {
 
 namespace {
-
-/// The last lines that are not blank, joined by line feeds; the output may be large, so from its end.
-std::string lastLines(std::string_view output, std::size_t count) {
-    std::string joined;
-    std::size_t end = output.size();
-    while (count > 0 && end > 0) {
-        const std::size_t start = LineBreaks::lineStart(output, end);
-        const std::string_view line = LineBreaks::trimmedLine(output.substr(start, end - start));
-        if (!line.empty()) {
-            joined.insert(0, joined.empty() ? "" : "\n").insert(0, line);
-            --count;
-        }
-        end = start - LineBreaks::sizeBefore(output, start);
-    }
-    return joined;
-}
 
 /// Every line of a text in one.
 std::string onOneLine(std::string_view text) {
@@ -74,12 +60,51 @@ std::vector<std::string> CodexProbeRunner::arguments(const std::string& reposito
             repository, probePrompt};
 }
 
+std::vector<std::string> CodexProbeRunner::argumentsKeepingRecord(const std::string& repository) {
+    auto list = arguments(repository);
+    std::erase(list, "--ephemeral");
+    return list;
+}
+
 std::string CodexProbeRunner::unreadableDetail(std::int32_t exitCode, std::string_view output,
                                                std::size_t tailLines) {
     std::string detail = "codex ";
     if (exitCode != 0) detail += "exited with code " + std::to_string(exitCode) + " and ";
     detail += "reported no token_count event.\n";
-    return detail + ProbeError::bounded(lastLines(output, tailLines));
+    std::string lines = CodexSessionText::lastLines(output, tailLines);
+    const auto complaint = CodexSessionText::complaint(output);
+    if (complaint && lines.find(*complaint) == std::string::npos) // it tells more than a hint below it
+        lines.insert(0, "\n").insert(0, *complaint);
+    return detail + ProbeError::bounded(lines);
+}
+
+CodexProbeRunner::SessionOutput CodexProbeRunner::session(const std::string& cli,
+                                                          const std::vector<std::string>& list,
+                                                          const std::string& repository,
+                                                          const std::stop_token& stop) const {
+    return ProcessCancellation::run(stop, [&] { return executor(cli, list, repository); });
+}
+
+CodexProbeResult CodexProbeRunner::resultOf(const SessionOutput& session,
+                                            const CodexConfiguration& configuration) {
+    const auto count = CodexOutputParser::firstTokenCount(session.standardOutput);
+    auto lastError = count ? std::nullopt : CodexSessionText::lastError(session.standardOutput);
+    if (session.timedOut && !lastError) throw ProbeError(ProbeError::TimedOut{});
+    if (lastError) {
+        if (const auto complaint = CodexSessionText::complaint(session.standardOutput))
+            *lastError = std::string(*complaint) + '\n' + *lastError;
+        throw ProbeError(ProbeError::UnreadableOutput{ProbeError::bounded(*lastError)});
+    }
+    if (!count)
+        throw ProbeError(
+            ProbeError::UnreadableOutput{unreadableDetail(session.exitCode, session.standardOutput, 3)});
+
+    const auto header = CodexOutputParser::header(session.standardOutput);
+    CodexProbeResult result{.total = count->inputTokens, .contextWindow = count->contextWindow};
+    if (!result.contextWindow) result.contextWindow = header.contextWindow;
+    if (!result.contextWindow) result.contextWindow = configuration.modelContextWindow;
+    result.model = header.model ? header.model : configuration.model;
+    return result;
 }
 
 CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std::stop_token& stop) const {
@@ -91,21 +116,24 @@ CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std:
         throw ProbeError(
             ProbeError::CLINotFound{CodexCLILocator::searchedPaths(cliOverride, UserFolders::home())});
 
-    const auto start = Clock::now();
-    const SessionOutput session = ProcessCancellation::run(
-        stop, [&] { return executor(*availability.path, arguments(repository), repository); });
-    if (session.timedOut) throw ProbeError(ProbeError::TimedOut{});
-
-    const auto count = CodexOutputParser::firstTokenCount(session.standardOutput);
-    if (!count)
-        throw ProbeError(
-            ProbeError::UnreadableOutput{unreadableDetail(session.exitCode, session.standardOutput, 3)});
-    return {count->inputTokens, count->contextWindow,
-            std::chrono::duration<double>(Clock::now() - start).count()};
+    const CodexConfiguration setUp = configuration();
+    auto start = Clock::now();
+    SessionOutput output = session(*availability.path, arguments(repository), repository, stop);
+    const bool keepsRecord =
+        output.exitCode != 0 && !output.timedOut && CodexSessionText::refusesEphemeral(output.standardOutput);
+    if (keepsRecord) {
+        start = Clock::now();
+        output = session(*availability.path, argumentsKeepingRecord(repository), repository, stop);
+    }
+    CodexProbeResult result = resultOf(output, setUp);
+    result.keepsRecord = keepsRecord;
+    result.duration = std::chrono::duration<double>(Clock::now() - start).count();
+    return result;
 }
 
-CodexProbe::CodexProbe(std::optional<std::string> cliOverride, double timeoutSeconds)
-    : runner_{std::move(cliOverride), timeoutSeconds, processExecutor(timeoutSeconds)} {}
+CodexProbe::CodexProbe(std::optional<std::string> cliOverride, double timeoutSeconds,
+                       double reconnectionSeconds)
+    : runner_{std::move(cliOverride), timeoutSeconds, processExecutor(timeoutSeconds, reconnectionSeconds)} {}
 
 CodexProbe::CodexProbe(CodexProbeRunner runner) : runner_(std::move(runner)) {}
 
@@ -117,12 +145,17 @@ CodexScanOutcome CodexProbe::run(const std::string& repository, std::stop_token 
     }
 }
 
-CodexProbeRunner::Executor CodexProbe::processExecutor(double timeoutSeconds) {
-    return [timeoutSeconds](const std::string& cli, const std::vector<std::string>& arguments,
-                            const std::string& repository) {
+CodexProbeRunner::Executor CodexProbe::processExecutor(double timeoutSeconds, double reconnectionSeconds) {
+    return [=](const std::string& cli, const std::vector<std::string>& arguments,
+               const std::string& repository) {
+        const auto watch = [reconnectionSeconds,
+                            reconnections = ReconnectionWatch()](std::span<const char> chunk) mutable {
+            return reconnections.sawLast(chunk) ? std::optional(reconnectionSeconds) : std::nullopt;
+        };
         auto execution = ProbeRunner::execute(
             cli, arguments, repository, ProbeEnvironment::Tool::codex,
-            {timeoutSeconds, ProbeRunner::defaultKillGraceSeconds, ProbeRunner::defaultReaderGraceSeconds});
+            {timeoutSeconds, ProbeRunner::defaultKillGraceSeconds, ProbeRunner::defaultReaderGraceSeconds},
+            watch);
         CodexProbeRunner::SessionOutput session{std::move(execution.standardOutput), execution.exitCode,
                                                 execution.timedOut};
         const std::string_view complaint = Text::trimmed(execution.standardError);

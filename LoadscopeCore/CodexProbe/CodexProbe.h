@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
 #include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
 
 #include <cstdint>
@@ -27,6 +28,16 @@ struct TokenCount {
 /// The first token-usage report of the stream; lines that are not JSON objects are passed over.
 [[nodiscard]] std::optional<TokenCount> firstTokenCount(std::string_view jsonLines);
 
+/// What the beginning of a stream tells of the session; newer versions tell nothing.
+struct Header {
+    std::optional<std::string> model;
+    std::optional<std::int64_t> contextWindow; ///< positive
+    bool operator==(const Header&) const = default;
+};
+
+/// Looks no further than the first 64 KB.
+[[nodiscard]] Header header(std::string_view jsonLines);
+
 } // namespace CodexOutputParser
 
 /// Measures the startup context of Codex for one folder. Blocking; never throws: whatever goes wrong, a stop
@@ -37,8 +48,9 @@ public:
     virtual CodexScanOutcome run(const std::string& repository, std::stop_token stop) = 0;
 };
 
-/// One `codex exec` session with a fixed one-line prompt. Plain value; `executor` runs the session and can be
-/// replaced.
+/// One `codex exec` session with a fixed one-line prompt; a version that does not know the flag against a
+/// record of the session is started once more without it. Plain value; `executor` runs a session and can be
+/// replaced, as can `configuration`, which tells what the stream may not.
 struct CodexProbeRunner {
     static constexpr double defaultTimeoutSeconds = 300;
     static constexpr const char* probePrompt =
@@ -55,16 +67,26 @@ struct CodexProbeRunner {
     std::optional<std::string> cliOverride;
     double timeoutSeconds = defaultTimeoutSeconds;
     Executor executor;
+    std::function<CodexConfiguration()> configuration = CodexConfiguration::forUser;
 
     /// Throws `ProbeError` or `CancellationError`.
     [[nodiscard]] CodexProbeResult run(const std::string& repository, const std::stop_token& stop) const;
 
     [[nodiscard]] static std::vector<std::string> arguments(const std::string& repository);
+    [[nodiscard]] static std::vector<std::string> argumentsKeepingRecord(const std::string& repository);
 
-    /// What a session without a usage report says of itself: its exit code and the last `tailLines` lines
-    /// that it printed.
+    /// What a session without a usage report says of itself: its exit code, the last `tailLines` lines that
+    /// it printed and before them the first that begins with "error:".
     [[nodiscard]] static std::string unreadableDetail(std::int32_t exitCode, std::string_view output,
                                                       std::size_t tailLines);
+
+private:
+    [[nodiscard]] SessionOutput session(const std::string& cli, const std::vector<std::string>& list,
+                                        const std::string& repository, const std::stop_token& stop) const;
+
+    /// Without a count: the session's own last error, else a timeout, else `unreadableDetail`.
+    [[nodiscard]] static CodexProbeResult resultOf(const SessionOutput& session,
+                                                   const CodexConfiguration& configuration);
 };
 
 /// The production probe: turns every failure into an unavailable outcome with a one-line reason.
@@ -75,13 +97,18 @@ public:
     static constexpr const char* signedOutReason =
         "Codex is not signed in. Run `codex login` in Terminal and sign in, then scan again.";
 
+    /// How long a session without a network is waited for after the last of its reconnections.
+    static constexpr double defaultReconnectionSeconds = 20;
+
     explicit CodexProbe(std::optional<std::string> cliOverride = {},
-                        double timeoutSeconds = CodexProbeRunner::defaultTimeoutSeconds);
+                        double timeoutSeconds = CodexProbeRunner::defaultTimeoutSeconds,
+                        double reconnectionSeconds = defaultReconnectionSeconds);
     explicit CodexProbe(CodexProbeRunner runner);
 
     CodexScanOutcome run(const std::string& repository, std::stop_token stop) override;
 
-    [[nodiscard]] static CodexProbeRunner::Executor processExecutor(double timeoutSeconds);
+    [[nodiscard]] static CodexProbeRunner::Executor
+    processExecutor(double timeoutSeconds, double reconnectionSeconds = defaultReconnectionSeconds);
 
     /// The one-line reason for a failure of `CodexProbeRunner::run`.
     [[nodiscard]] static std::string reason(const std::exception_ptr& error);

@@ -144,6 +144,11 @@ std::string summaryLine(const CodexScanOutcome& outcome) {
            toolName + windowPart + ". Band: " + OpinionBands::title(band(*result)) + ".";
 }
 
+std::optional<std::string> note(const CodexScanOutcome& outcome) {
+    const CodexProbeResult* result = outcome.result();
+    return result && result->keepsRecord ? std::optional<std::string>(recordNote) : std::nullopt;
+}
+
 } // namespace CodexPresentation
 
 namespace RecordedScanPresentation {

@@ -55,10 +55,15 @@ inline constexpr const char* measurementNote =
     "Measured: one `codex exec` session started in this folder; the number includes the probe prompt.";
 inline constexpr const char* noBreakdownNote =
     "Codex reports a total and a context window, not a breakdown, so no categories are shown for it.";
+inline constexpr const char* recordNote =
+    "This version of Codex keeps a record of the session: it does not know the flag against it.";
 
 [[nodiscard]] OpinionBand band(const CodexProbeResult& result);
 [[nodiscard]] std::optional<std::string> windowShareLine(const CodexProbeResult& result);
 [[nodiscard]] std::string summaryLine(const CodexScanOutcome& outcome);
+
+/// What there is to know of a measured session beside its numbers.
+[[nodiscard]] std::optional<std::string> note(const CodexScanOutcome& outcome);
 
 } // namespace CodexPresentation
 

@@ -29,6 +29,10 @@ Object texts(const std::vector<std::string>& list) {
     return array;
 }
 
+std::optional<std::string> repaired(const std::optional<std::string>& text) {
+    return text ? std::optional(Text::repaired(*text)) : std::nullopt;
+}
+
 Object rows(const ScanReport& report) {
     Object array = Object::array();
     for (const SlabAttribution& row : report.rows) {
@@ -59,7 +63,10 @@ Object codex(const CodexScanOutcome& outcome) {
         return {{"status", "measured"},
                 {"total", result->total},
                 {"contextWindow", orNull(result->contextWindow)},
-                {"duration", result->duration}};
+                {"duration", result->duration},
+                {"toolVersion", orNull(repaired(result->toolVersion))},
+                {"model", orNull(repaired(result->model))},
+                {"note", orNull(CodexPresentation::note(outcome))}};
     }
     return {{"status", "unavailable"}, {"reason", Text::repaired(*outcome.reason())}};
 }

@@ -163,6 +163,14 @@ TEST(ScanCommand, TakesCodexAlongAndTellsWhyItCouldNot) {
         {{"--include-codex"}, "own-provider", "Codex: not measured — Codex is not signed in."},
         {{"--include-codex", "--skip-check"}, "own-provider", "reported by Codex CLI. Band: Lean."},
         {{"--include-codex", "--skip-check"}, "signed-out", "Codex: not measured — Codex probe failed: "},
+        {{"--include-codex"},
+         "refuses-ephemeral",
+         "\nThis version of Codex keeps a record of the session: it does not know the flag against it.\n"},
+        {{"--include-codex"},
+         "offline",
+         "Codex: not measured — Codex probe failed: Reconnecting... 5/5 (stream disconnected before "
+         "completion: "
+         "failed to lookup address information: Try again).\n"},
         {{"--include-codex"}, "api-key-configured", "reported by Codex CLI. Band: Lean."},
         {{}, "signed-out", "Codex: not measured — Codex was not included in this scan."},
     };
@@ -182,6 +190,8 @@ TEST(ScanCommand, TakesCodexAlongAndTellsWhyItCouldNot) {
     makeFolder(home.path() + "/.codex");
     writeFile(home.path() + "/.codex/config.toml", "model_provider = \"lab\"\n");
     EXPECT_THAT(run({{"--include-codex"}, "own-provider", ""}).output, HasSubstr("reported by Codex CLI."));
+    writeFile(home.path() + "/.codex/config.toml", "model = \"gpt-x\"\nmodel_context_window = 400000\n");
+    EXPECT_THAT(run({{"--include-codex"}, "turn-completed", ""}).output, HasSubstr("% of its 400K window)"));
     home.removeTool("codex");
     const auto missing = home.run({"scan", "--include-codex", "--json"});
     EXPECT_EQ(missing.exitCode, 0);

@@ -18,6 +18,7 @@ CodexCard::CodexCard(const CodexScanOutcome& outcome, QWidget* parent) : ReportS
     content()->addWidget(new ToolLabel(DisplayText::own(CodexPresentation::toolName)));
     if (const CodexProbeResult* result = outcome.result()) {
         showResult(*result);
+        if (const auto note = CodexPresentation::note(outcome)) addLine(DisplayText::own(*note));
     } else {
         auto* reason = new SelectableText(DisplayText::paragraphs(*outcome.reason()));
         reason->setAccessibleName(DisplayText::own(CodexPresentation::toolName));
@@ -32,13 +33,14 @@ void CodexCard::showResult(const CodexProbeResult& result) {
     const OpinionBand band = CodexPresentation::band(result);
     content()->addWidget(
         new StatusPill(DisplayText::own(OpinionBands::title(band)), {}, ThemeColors::text(band)));
-    const auto addLine = [this](const QString& text) {
-        auto* label = new TextLabel(text, TextStyle::body, ThemeColor::secondaryText);
-        label->setWraps();
-        content()->addWidget(label);
-    };
     if (const auto share = CodexPresentation::windowShareLine(result)) addLine(DisplayText::own(*share));
     addLine(DisplayText::own(CodexPresentation::measurementNote));
+}
+
+void CodexCard::addLine(const QString& text) {
+    auto* label = new TextLabel(text, TextStyle::body, ThemeColor::secondaryText);
+    label->setWraps();
+    content()->addWidget(label);
 }
 
 } // namespace loadscope

@@ -16,6 +16,7 @@ public:
 
 private:
     void showResult(const CodexProbeResult& result);
+    void addLine(const QString& text);
 };
 
 } // namespace loadscope

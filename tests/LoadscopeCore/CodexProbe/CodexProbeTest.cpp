@@ -30,6 +30,7 @@ protected:
 
 private:
     const ScopedEnvironment environment_{"HOME", home.path()};
+    const ScopedEnvironment codexHome_{"CODEX_HOME", ""};
 };
 
 /// The count and the window, or the reason without its usual beginning.

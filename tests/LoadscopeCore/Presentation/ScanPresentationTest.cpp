@@ -146,7 +146,7 @@ TEST_F(ScanPresentationTest, BuildsReportsFromTheirParts) {
 TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
     ScanReport report = reportOf(5, {}, 0, 1);
     report.repositoryName = "a\xff\"\x1b";
-    report.codex = CodexScanOutcome::measured({7, 200000, 1.5});
+    report.codex = CodexScanOutcome::measured({7, 200000, 1.5, "0.58.0", "m\xff", true});
     const std::string text = ScanReportJson::report(report);
     EXPECT_TRUE(
         text.starts_with("{\n  \"schemaVersion\": 1,\n  \"repositoryName\": \"a\uFFFD\\\"\\u001b\",\n"))
@@ -160,7 +160,9 @@ TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
         "estimatedTokens": 1}], "inherited": [], "personal": []}, "unreadablePaths": [], "rows": [{"name":
         "Startup context (categories not self-reported)", "tokens": 5, "provenance": "claudeReported", "ordinal": 0,
         "share": 1.0
-}], "codex": {"status": "measured", "total": 7, "contextWindow": 200000, "duration": 1.5}
+}], "codex": {"status": "measured", "total": 7, "contextWindow": 200000, "duration": 1.5,
+        "toolVersion": "0.58.0", "model": "m\uFFFD", "note":
+        "This version of Codex keeps a record of the session: it does not know the flag against it."}
 })json")
             .value();
     for (const auto& [key, value] : expected.items())
