@@ -26,6 +26,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace loadscope {
 
 ContentView::ContentView(ScanModel& model, ReadinessModel& readiness, OnboardingCompletionStore& onboarding,
@@ -132,9 +134,10 @@ void ContentView::openRepository(const std::string& path) {
     selectFolder(path);
 }
 
-void ContentView::clearHistory() {
-    model_.clearHistory();
-    if (model_.history().empty()) return;
+void ContentView::followClearing() {
+    const bool isClearing = model_.historyActivity() == HistoryActivity::clearing;
+    const bool hasEnded = std::exchange(isClearing_, isClearing) && !isClearing;
+    if (!hasEnded || !model_.couldNotClearHistory()) return;
     AlertPanel::tell(pages_, QStringLiteral("The recorded scans could not be deleted"),
                      QStringLiteral("The folder with the recorded data cannot be written to. Nothing was "
                                     "changed on this page."));
@@ -146,6 +149,7 @@ void ContentView::refresh() {
         {model_.state().isScanning(), model_.selection().has_value(), model_.canScan() && permitted});
     sidebar_->refresh();
     refreshPage();
+    followClearing();
 }
 
 void ContentView::refreshPage() {
@@ -158,11 +162,11 @@ void ContentView::refreshPage() {
             trends_ = new TrendsView;
             pages_->addWidget(trends_);
             connect(trends_, &TrendsView::repositoryRequested, this, &ContentView::openRepository);
-            connect(trends_, &TrendsView::clearRequested, this, &ContentView::clearHistory);
+            connect(trends_, &TrendsView::clearRequested, this, [this] { model_.clearHistory(); });
         }
         std::optional<std::string> path;
         if (model_.selection()) path = model_.selection()->path;
-        trends_->refresh(model_.history(), path);
+        trends_->refresh(model_.history(), path, model_.historyActivity());
         pages_->setCurrentWidget(trends_);
         break;
     }
@@ -172,7 +176,7 @@ void ContentView::refreshPage() {
             pages_->addWidget(compare_);
             connect(compare_, &CompareView::repositoryRequested, this, &ContentView::openRepository);
         }
-        compare_->refresh(model_.history());
+        compare_->refresh(model_.history(), model_.historyActivity());
         pages_->setCurrentWidget(compare_);
         break;
     }

@@ -71,7 +71,8 @@ private:
     void connectAll();
     void refresh();
     void refreshPage();
-    void clearHistory();
+    /// Says so when the history could not be deleted.
+    void followClearing();
     void setDropTarget(bool visible);
 
     ScanModel& model_;
@@ -80,6 +81,7 @@ private:
     FolderChooser chooser_;
     AppPage page_ = AppPage::overview;
     bool wasShown_ = false;
+    bool isClearing_ = false;
 
     QWidget* content_; ///< everything but sheets
     WindowToolbar* toolbar_;

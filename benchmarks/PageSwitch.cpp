@@ -85,6 +85,8 @@ double switchTo(AppPage page, int repositories) {
         ContentView window(model, readiness, onboarding,
                            [](QWidget*, const std::function<void(std::string)>&) {});
         window.show();
+        while (model.historyActivity() != HistoryActivity::none)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         settle();
         FirstFrame frame;
         const double time = frame.millisecondsAfter([&] { window.setPage(page); });

@@ -45,6 +45,17 @@ void PushButton::setSymbol(const QString& key) {
     update();
 }
 
+void PushButton::setAvailable(bool available) {
+    keepsKeyboard_ = true;
+    setEnabled(available);
+    keepsKeyboard_ = false;
+}
+
+// The toolkit moves the keyboard on from a widget that is disabled.
+bool PushButton::focusNextPrevChild(bool next) {
+    return keepsKeyboard_ || QPushButton::focusNextPrevChild(next);
+}
+
 void PushButton::setFillsWidth() { setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed); }
 
 QFont PushButton::titleFont() const { return AppTheme::current().font(TextStyle::body, QFont::Medium); }

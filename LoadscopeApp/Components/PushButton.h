@@ -21,6 +21,8 @@ public:
     void setTitle(const QString& title);
     /// Key of an icon shown before the text.
     void setSymbol(const QString& key);
+    /// Enables or disables it for a while: when it has the keyboard, it keeps it.
+    void setAvailable(bool available);
     /// Takes the width that it is given instead of its own.
     void setFillsWidth();
 
@@ -30,6 +32,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     struct Colors {
@@ -43,6 +46,7 @@ private:
 
     Kind kind_;
     QString symbol_;
+    bool keepsKeyboard_ = false;
 };
 
 } // namespace loadscope

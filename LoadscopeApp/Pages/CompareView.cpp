@@ -24,9 +24,11 @@ CompareView::CompareView(QWidget* parent) : PageFrame(parent) {
     column()->addStretch(1);
 }
 
-void CompareView::refresh(const std::vector<RecordedScan>& history) {
-    if (history_ == history) return;
+void CompareView::refresh(const std::vector<RecordedScan>& history, HistoryActivity activity) {
+    const bool isLoading = activity == HistoryActivity::loading;
+    if (history_ == history && isLoading == isLoading_) return;
     history_ = history;
+    isLoading_ = isLoading;
     build();
 }
 
@@ -50,7 +52,7 @@ void CompareView::build() {
         column->addLayout(columns);
         column->addWidget(new CombinedCard(shown));
     } else {
-        const EmptyStateText text = shown.emptyState();
+        const EmptyStateText text = isLoading_ ? EmptyStateText::historyLoading() : shown.emptyState();
         auto* surface = new ReportSurface;
         surface->content()->addWidget(
             new ScanEmptyState(DisplayText::own(text.title), DisplayText::line(text.detail)));

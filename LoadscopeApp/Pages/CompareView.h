@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Components/PageFrame.h"
+#include "LoadscopeCore/History/HistoryActivity.h"
 #include "LoadscopeCore/History/RecordedScan.h"
 
 #include <optional>
@@ -20,7 +21,7 @@ public:
     explicit CompareView(QWidget* parent = nullptr);
 
     /// `history` is oldest first. Costs nothing when it has not changed.
-    void refresh(const std::vector<RecordedScan>& history);
+    void refresh(const std::vector<RecordedScan>& history, HistoryActivity activity = HistoryActivity::none);
 
 Q_SIGNALS:
     /// The user picked one of the ranked repositories.
@@ -30,6 +31,7 @@ private:
     void build();
 
     std::optional<std::vector<RecordedScan>> history_;
+    bool isLoading_ = false;
     QWidget* cards_ = nullptr;
 };
 

@@ -25,8 +25,11 @@ TrendsView::TrendsView(QWidget* parent)
 }
 
 void TrendsView::refresh(const std::vector<RecordedScan>& history,
-                         const std::optional<std::string>& selectedRepositoryPath) {
-    if (presentation_ != nullptr && selectedRepositoryPath == selectedPath_ &&
+                         const std::optional<std::string>& selectedRepositoryPath, HistoryActivity activity) {
+    const bool wasLoading = isLoading();
+    activity_ = activity;
+    if (recordedData_ != nullptr) recordedData_->setClearing(activity == HistoryActivity::clearing);
+    if (presentation_ != nullptr && selectedRepositoryPath == selectedPath_ && wasLoading == isLoading() &&
         history == presentation_->history())
         return;
     selectedPath_ = selectedRepositoryPath;
@@ -48,7 +51,7 @@ void TrendsView::build() {
         column->addWidget(new TrendChartCard(presentation_));
         column->addWidget(new SummaryCard(shown));
     } else {
-        const EmptyStateText text = shown.emptyState();
+        const EmptyStateText text = isLoading() ? EmptyStateText::historyLoading() : shown.emptyState();
         auto* surface = new ReportSurface;
         surface->content()->addWidget(
             new ScanEmptyState(DisplayText::own(text.title), DisplayText::line(text.detail)));
@@ -58,9 +61,10 @@ void TrendsView::build() {
         auto* runs = new PreviousRunsCard(shown);
         connect(runs, &PreviousRunsCard::repositoryRequested, this, &TrendsView::repositoryRequested);
         column->addWidget(runs);
-        auto* data = new RecordedDataCard(presentation_);
-        connect(data, &RecordedDataCard::clearWanted, this, &TrendsView::confirmClear);
-        column->addWidget(data);
+        recordedData_ = new RecordedDataCard(presentation_);
+        recordedData_->setClearing(activity_ == HistoryActivity::clearing);
+        connect(recordedData_, &RecordedDataCard::clearWanted, this, &TrendsView::confirmClear);
+        column->addWidget(recordedData_);
     }
     this->column()->insertWidget(1, cards_);
     cards_->show(); // at once, not only when the event loop comes to it

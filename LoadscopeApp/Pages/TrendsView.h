@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Components/PageFrame.h"
+#include "LoadscopeCore/History/HistoryActivity.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
 #include <QPointer>
@@ -15,6 +16,7 @@
 namespace loadscope {
 
 class PushButton;
+class RecordedDataCard;
 class Sheet;
 
 /// The Trends page: how one repository's startup context has moved over its recorded scans, the newest scans
@@ -27,9 +29,10 @@ public:
     explicit TrendsView(QWidget* parent = nullptr);
 
     /// `history` is oldest first. `selectedRepositoryPath` is the folder chosen in the sidebar. Costs nothing
-    /// when neither has changed.
+    /// when none of them has changed.
     void refresh(const std::vector<RecordedScan>& history,
-                 const std::optional<std::string>& selectedRepositoryPath);
+                 const std::optional<std::string>& selectedRepositoryPath,
+                 HistoryActivity activity = HistoryActivity::none);
 
     /// Asks whether to delete the recorded history; the answer that has the keyboard is No.
     void confirmClear();
@@ -43,11 +46,14 @@ Q_SIGNALS:
 private:
     void build();
     void followInConfirmation();
+    [[nodiscard]] bool isLoading() const { return activity_ == HistoryActivity::loading; }
 
     std::shared_ptr<const TrendsPresentation> presentation_;
     std::optional<std::string> selectedPath_;
+    HistoryActivity activity_ = HistoryActivity::none;
     PageHeader* header_;
     QWidget* cards_ = nullptr;
+    QPointer<RecordedDataCard> recordedData_;
     QPointer<Sheet> confirmation_;
     QPointer<PushButton> deleteButton_;
 };

@@ -25,6 +25,9 @@ public:
 
     /// Creates nothing and reads nothing.
     explicit ScanHistoryStore(std::string directory);
+    virtual ~ScanHistoryStore() = default;
+    ScanHistoryStore(const ScanHistoryStore&) = delete;
+    ScanHistoryStore& operator=(const ScanHistoryStore&) = delete;
 
     /// The user's folder for application data (else the temporary folder) with `directoryName`. Creates
     /// nothing.
@@ -32,17 +35,17 @@ public:
 
     /// The records in the store's order; empty when there is no file or it is unreadable. An unreadable file
     /// is moved to the backup of its reason, or stays where it is when there is such a backup already.
-    [[nodiscard]] std::vector<RecordedScan> load();
+    [[nodiscard]] virtual std::vector<RecordedScan> load();
 
     /// Adds a record, drops the oldest beyond `maximumScans`, writes the file and returns the new list (also
     /// when it could not be written). An unreadable file is first moved to the next free name; when it cannot
     /// be moved, nothing is written.
-    std::vector<RecordedScan> append(const RecordedScan& scan);
+    virtual std::vector<RecordedScan> append(const RecordedScan& scan);
 
     /// Deletes the file and every unreadable file set aside. True when all that was there is gone. A folder
     /// is deleted only when empty. Of a history behind a symbolic link the target is deleted and the link
     /// stays; any other link goes and its target stays.
-    bool clear();
+    virtual bool clear();
 
     [[nodiscard]] const std::string& directory() const { return directory_; }
     [[nodiscard]] std::string filePath() const;

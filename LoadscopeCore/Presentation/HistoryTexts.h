@@ -18,6 +18,11 @@ inline constexpr std::size_t chartPaletteSize = 5;
 struct EmptyStateText {
     std::string title;
     std::string detail;
+
+    /// Until the recorded scans have been read.
+    [[nodiscard]] static EmptyStateText historyLoading() {
+        return {"Reading the recorded scans…", "They appear here as soon as they have been read."};
+    }
     bool operator==(const EmptyStateText&) const = default;
 };
 

@@ -33,6 +33,7 @@ public:
         "totals come from Claude Code's `/context`.";
     static constexpr const char* recordedDataTitle = "Recorded data";
     static constexpr const char* clearButton = "Clear Recorded Data…";
+    static constexpr const char* clearingButton = "Deleting…"; ///< the same button while it is done
     static constexpr const char* clearTitle = "Delete every recorded scan?";
     static constexpr const char* clearMessage =
         "This cannot be undone. The scan currently on screen stays; only the "

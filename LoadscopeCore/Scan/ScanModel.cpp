@@ -6,6 +6,7 @@
 #include "LoadscopeCore/Instructions/InstructionFileScanner.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
+#include "LoadscopeCore/Scan/HistoryWorker.h"
 #include "LoadscopeCore/Scan/ScanStages.h"
 
 #include <chrono>
@@ -60,8 +61,11 @@ struct ScanModel::Implementation : std::enable_shared_from_this<Implementation> 
     std::string scanStage = readyStage;
     bool isCancelling = false;
     bool taskRunning = false;
-    int clearCount = 0;
+    HistoryActivity historyActivity = HistoryActivity::none;
+    bool couldNotClear = false;
     std::jthread task;
+    // In the order of the jobs: no list that was read before a clearing is published after it.
+    std::optional<HistoryWorker> historyWorker{std::in_place};
 
     /// Lets `change` run later on the UI thread and tells the observers after it. Called from any thread.
     template <typename Change>
@@ -79,6 +83,8 @@ struct ScanModel::Implementation : std::enable_shared_from_this<Implementation> 
     void accept(const RepoSelection& scanned, ScanReport report);
     void startRecording(std::vector<RecordedScan> scans);
     void endTask();
+    void startLoading();
+    void startClearing();
 };
 
 void ScanModel::Implementation::start() {
@@ -134,21 +140,13 @@ void ScanModel::Implementation::accept(const RepoSelection& scanned, ScanReport 
     }
 }
 
-/// Writes to disk on a worker: flushing a file, or waiting for another process that writes it, may take
-/// longer than a frame.
 void ScanModel::Implementation::startRecording(std::vector<RecordedScan> scans) {
-    task = std::jthread([this, scans = std::move(scans), clearsBefore = clearCount] {
-        for (const RecordedScan& scan : scans) {
-            post([list = collaborators.historyStore->append(scan),
-                  clearsBefore](Implementation& self) mutable {
-                const bool isStale = self.clearCount != clearsBefore;
-                self.history = isStale ? self.collaborators.historyStore->load() : std::move(list);
+    historyWorker->run([this, scans = std::move(scans)] {
+        for (const RecordedScan& scan : scans)
+            post([list = collaborators.historyStore->append(scan)](Implementation& self) mutable {
+                self.history = std::move(list);
             });
-        }
-        post([](Implementation& self) {
-            self.task.join();
-            self.endTask();
-        });
+        post([](Implementation& self) { self.endTask(); });
     });
 }
 
@@ -157,20 +155,44 @@ void ScanModel::Implementation::endTask() {
     isCancelling = false;
 }
 
+void ScanModel::Implementation::startLoading() {
+    historyActivity = HistoryActivity::loading;
+    historyWorker->run([this] {
+        post([list = collaborators.historyStore->load()](Implementation& self) mutable {
+            self.history = std::move(list);
+            if (self.historyActivity == HistoryActivity::loading)
+                self.historyActivity = HistoryActivity::none;
+        });
+    });
+}
+
+void ScanModel::Implementation::startClearing() {
+    historyActivity = HistoryActivity::clearing;
+    historyWorker->run([this] {
+        post([isCleared = collaborators.historyStore->clear()](Implementation& self) {
+            self.historyActivity = HistoryActivity::none;
+            self.couldNotClear = !isCleared;
+            if (isCleared) self.history.clear();
+        });
+    });
+}
+
 ScanModel::ScanModel(UIThread& uiThread, Collaborators collaborators)
     : implementation_(std::make_shared<Implementation>(uiThread, std::move(collaborators))) {
-    if (const auto& store = implementation_->collaborators.historyStore)
-        implementation_->history = store->load();
+    if (implementation_->collaborators.historyStore) implementation_->startLoading();
 }
 
 ScanModel::~ScanModel() {
     implementation_->task.request_stop();
     if (implementation_->task.joinable()) implementation_->task.join();
+    implementation_->historyWorker.reset();
 }
 
 const ScanState& ScanModel::state() const { return implementation_->state; }
 const std::optional<RepoSelection>& ScanModel::selection() const { return implementation_->selection; }
 const std::vector<RecordedScan>& ScanModel::history() const { return implementation_->history; }
+HistoryActivity ScanModel::historyActivity() const { return implementation_->historyActivity; }
+bool ScanModel::couldNotClearHistory() const { return implementation_->couldNotClear; }
 bool ScanModel::includeCodex() const { return implementation_->includeCodex; }
 const std::string& ScanModel::scanStage() const { return implementation_->scanStage; }
 bool ScanModel::isCancelling() const { return implementation_->isCancelling; }
@@ -182,7 +204,8 @@ bool ScanModel::canScan() const {
 }
 
 bool ScanModel::canClearHistory() const {
-    return implementation_->collaborators.historyStore && !implementation_->history.empty();
+    return implementation_->collaborators.historyStore && !implementation_->history.empty() &&
+           implementation_->historyActivity != HistoryActivity::clearing;
 }
 
 void ScanModel::select(RepoSelection selection) {
@@ -221,10 +244,11 @@ void ScanModel::cancel() {
 }
 
 void ScanModel::clearHistory() {
-    const auto& store = implementation_->collaborators.historyStore;
-    if (store && !store->clear()) return;
-    ++implementation_->clearCount;
-    implementation_->history.clear();
+    if (implementation_->historyActivity == HistoryActivity::clearing) return;
+    if (implementation_->collaborators.historyStore)
+        implementation_->startClearing();
+    else
+        implementation_->history.clear();
     implementation_->observers.notify();
 }
 

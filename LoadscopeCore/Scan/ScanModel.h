@@ -5,6 +5,7 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
+#include "LoadscopeCore/History/HistoryActivity.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
 #include "LoadscopeCore/Platform/Observers.h"
@@ -54,9 +55,10 @@ private:
 };
 
 /// The one stateful object behind the window: the chosen folder, the scan under way or last made, and the
-/// recorded history. Confined to the UI thread; the stages of a scan run on a worker thread of its own and
-/// hand their results over through `UIThread`. Observers are told after each change. Destroying the model
-/// during a scan stops it, ends its child process and waits for the worker.
+/// recorded history. Confined to the UI thread; the stages of a scan run on a worker thread, what the history
+/// asks of the disk on another, and both hand their results over through `UIThread`. Observers are told after
+/// each change. Destroying the model during a scan stops it, ends its child process and waits for the worker;
+/// records that were to be written are written.
 class ScanModel {
 public:
     static constexpr const char* allowanceDisclosure =
@@ -74,7 +76,7 @@ public:
         [[nodiscard]] static Collaborators forUser();
     };
 
-    /// Loads the history when there is a store. `uiThread` must outlive the model.
+    /// Begins to load the history when there is a store. `uiThread` must outlive the model.
     ScanModel(UIThread& uiThread, Collaborators collaborators);
     ~ScanModel();
     ScanModel(const ScanModel&) = delete;
@@ -82,15 +84,19 @@ public:
 
     [[nodiscard]] const ScanState& state() const;
     [[nodiscard]] const std::optional<RepoSelection>& selection() const;
-    /// Recorded scans in the store's order, oldest first.
+    /// Recorded scans in the store's order, oldest first; empty until they have been loaded.
     [[nodiscard]] const std::vector<RecordedScan>& history() const;
+    [[nodiscard]] HistoryActivity historyActivity() const;
+    /// The store could not delete the history when it was last asked to.
+    [[nodiscard]] bool couldNotClearHistory() const;
     [[nodiscard]] bool includeCodex() const;
     [[nodiscard]] const std::string& scanStage() const;
     /// A cancel request is being honoured.
     [[nodiscard]] bool isCancelling() const;
     [[nodiscard]] bool canScan() const;
     [[nodiscard]] bool canClearHistory() const;
-    /// The worker of a scan has not ended yet; true a little longer than the state is scanning.
+    /// The worker of a scan has not ended yet, or its records are still being written; true a little longer
+    /// than the state is scanning.
     [[nodiscard]] bool isScanTaskRunning() const;
 
     /// Ignored during a scan. Otherwise the state becomes idle.
@@ -109,7 +115,9 @@ public:
     /// Asks the scan to stop; further requests are harmless.
     void cancel();
 
-    /// Deletes the recorded history; it stays as it was when the store cannot delete it.
+    /// Asks the store to delete the recorded history, also what is just being recorded, and returns at once.
+    /// The history becomes empty when the store has done so, and stays as it was when it cannot. Further
+    /// requests meanwhile are harmless.
     void clearHistory();
 
     [[nodiscard]] Subscription observe(std::function<void()> observer);

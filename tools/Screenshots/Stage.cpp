@@ -31,7 +31,9 @@ Stage::Stage(const std::vector<RecordedScan>& history)
     : tools(withHistory(folder, history)),
       model(uiThread, tools.collaborators()),
       readiness(uiThread, [this](std::stop_token) { return readinessAnswer; }),
-      view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {}
+      view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {
+    settle([this] { return model.historyActivity() == HistoryActivity::none; });
+}
 
 void Stage::settle(const std::function<bool()>& condition) {
     QElapsedTimer timer;

@@ -21,9 +21,7 @@ public:
     /// Compares the file with what was confirmed; `shown` is the history that the window shows.
     void check(const std::vector<RecordedScan>& shown);
 
-    /// The window or this program has cleared the history just now.
-    void cleared();
-    /// A command that clears the history runs, or has ended.
+    /// The window or a command clears the history, or has ended.
     void clearingBegins();
     void clearingEnds();
     /// A command may have been killed while it wrote.
@@ -46,6 +44,7 @@ public:
     [[nodiscard]] std::size_t confirmedCount() const { return confirmed_.size(); }
 
 private:
+    void cleared();
     [[nodiscard]] bool isDisturbedSince(Timestamp time) const;
     void confirm(const std::vector<RecordedScan>& records);
     void requireConfirmed(const std::vector<RecordedScan>& stored);

@@ -4,7 +4,6 @@
 
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/FolderPanel.h"
-#include "LoadscopeApp/Pages/TrendsView.h"
 #include "tools/Soak/Journal.h"
 
 #include <QAbstractButton>
@@ -32,6 +31,7 @@ ScanModel::Collaborators LiveWindow::collaborators(Dice& dice) {
 
 LiveWindow::LiveWindow(Dice& dice, HistoryWatch& history)
     : history_(history),
+      clearing_{history},
       model_(uiThread_, collaborators(dice)),
       readiness_(uiThread_),
       view_(model_, readiness_, settings_,
@@ -57,7 +57,16 @@ LiveWindow::~LiveWindow() {
     QCoreApplication::processEvents();
 }
 
+void LiveWindow::followClearing() {
+    const bool isClearing = model_.historyActivity() == HistoryActivity::clearing;
+    if (clearing_.isOpen && !isClearing)
+        Journal::current().count(model_.couldNotClearHistory() ? "histories not cleared"
+                                                               : "histories cleared");
+    clearing_.set(isClearing);
+}
+
 void LiveWindow::onModelChanged() {
+    followClearing();
     const ScanState& state = model_.state();
     if (state.isScanning()) {
         if (!scanBegin_) {
@@ -96,22 +105,11 @@ QAbstractButton* LiveWindow::button(const QString& name) const {
 }
 
 bool LiveWindow::isAtRest() const {
-    return !model_.isScanTaskRunning() && !readiness_.isChecking() && view_.findChild<Sheet*>() == nullptr;
-}
-
-void LiveWindow::watchClearing() {
-    auto* trends = view_.findChild<TrendsView*>();
-    if (trends == nullptr || trends == trends_) return;
-    trends_ = trends;
-    // After the window, which was there first, has done it; also when it could delete but a part.
-    QObject::connect(trends, &TrendsView::clearRequested, trends, [this] {
-        history_.cleared();
-        Journal::current().count(model_.history().empty() ? "histories cleared" : "histories not cleared");
-    });
+    return !model_.isScanTaskRunning() && !clearing_.isOpen && !readiness_.isChecking() &&
+           view_.findChild<Sheet*>() == nullptr;
 }
 
 void LiveWindow::check() {
-    watchClearing();
     const ScanState& state = model_.state();
     const bool scanning = state.isScanning();
     require(!scanning || model_.selection().has_value(), "a scan without a folder");
@@ -120,7 +118,7 @@ void LiveWindow::check() {
     require(!scanning || !model_.canScan(), "a second scan is offered");
     require(!model_.scanStage().empty(), "no stage");
     require(model_.canScan() == (model_.selection() && !scanning && !model_.isScanTaskRunning()), "canScan");
-    require(model_.canClearHistory() == !model_.history().empty(), "canClearHistory");
+    require(model_.canClearHistory() == (!model_.history().empty() && !clearing_.isOpen), "canClearHistory");
     require(model_.history().size() <= ScanHistoryStore::maximumScans, "a history that is too long");
     const auto report = state.report();
     require(!report || (model_.selection() && report->repositoryPath == model_.selection()->path),

@@ -16,10 +16,6 @@
 
 class QAbstractButton;
 
-namespace loadscope {
-class TrendsView;
-}
-
 namespace loadscope::soak {
 
 /// The window as the application makes it, over the real tools, history and settings of the home folder; only
@@ -45,21 +41,33 @@ public:
     /// No scan, no check and no sheet.
     [[nodiscard]] bool isAtRest() const;
 
-    /// Has the watch on the history told when the user clears it, once there is a page to do that on.
-    void watchClearing();
-
     /// Ends the program when what the model or the window says cannot be.
     void check();
 
 private:
     static ScanModel::Collaborators collaborators(Dice& dice);
     void onModelChanged();
+    void followClearing();
+
+    /// Tells the watch when the window begins to clear the history, and, at the latest when the model has
+    /// gone, that it has ended.
+    struct Clearing {
+        HistoryWatch& watch;
+        bool isOpen = false;
+
+        void set(bool open) {
+            if (open == isOpen) return;
+            isOpen = open;
+            open ? watch.clearingBegins() : watch.clearingEnds();
+        }
+        ~Clearing() { set(false); }
+    };
 
     HistoryWatch& history_;
+    Clearing clearing_;
     std::optional<std::string> nextChoice_;
     std::optional<Timestamp> scanBegin_;
     bool wasCancelled_ = false;
-    const TrendsView* trends_ = nullptr; ///< whose clearing is watched
 
     QtUIThread uiThread_;
     SettingsStore settings_;

@@ -127,7 +127,6 @@ std::string onboarding(Stage& stage) {
 
 std::string clearHistory(Stage& stage) {
     stage.view().setPage(AppPage::trends);
-    stage.window->watchClearing();
     runEvents(10);
     click(stage.window->button(QStringLiteral("Clear Recorded Data…")));
     runEvents(stage.dice.below(300));

@@ -18,7 +18,8 @@ const QString fileName = QStringLiteral("loadscope-history");
 
 } // namespace
 
-RecordedDataCard::RecordedDataCard(const std::shared_ptr<const TrendsPresentation>& presentation) {
+RecordedDataCard::RecordedDataCard(const std::shared_ptr<const TrendsPresentation>& presentation)
+    : clear_(new PushButton(PushButton::Kind::secondary, DisplayText::own(TrendsPresentation::clearButton))) {
     auto* save = new MenuButton(PushButton::Kind::secondary, QStringLiteral("Export…"));
     const QString title = QStringLiteral("Export Recorded Data");
     save->addChoice(QStringLiteral("CSV Table…"), [this, title, presentation] {
@@ -30,10 +31,8 @@ RecordedDataCard::RecordedDataCard(const std::shared_ptr<const TrendsPresentatio
             this, {title, fileName, QStringLiteral("json"), QStringLiteral("JSON document")},
             QByteArray::fromStdString(ScanHistoryExport::json(presentation->history()) + '\n'));
     });
-    auto* clear =
-        new PushButton(PushButton::Kind::secondary, DisplayText::own(TrendsPresentation::clearButton));
-    clear->setSymbol(QStringLiteral("trash"));
-    connect(clear, &PushButton::clicked, this, &RecordedDataCard::clearWanted);
+    clear_->setSymbol(QStringLiteral("trash"));
+    connect(clear_, &PushButton::clicked, this, &RecordedDataCard::clearWanted);
 
     auto* row = new QHBoxLayout;
     row->setSpacing(8);
@@ -42,8 +41,14 @@ RecordedDataCard::RecordedDataCard(const std::shared_ptr<const TrendsPresentatio
                    1);
     row->addSpacing(Metrics::rowSpacing);
     row->addWidget(save, 0, Qt::AlignVCenter);
-    row->addWidget(clear, 0, Qt::AlignVCenter);
+    row->addWidget(clear_, 0, Qt::AlignVCenter);
     content()->addLayout(row);
+}
+
+void RecordedDataCard::setClearing(bool clearing) {
+    clear_->setTitle(
+        DisplayText::own(clearing ? TrendsPresentation::clearingButton : TrendsPresentation::clearButton));
+    clear_->setAvailable(!clearing);
 }
 
 } // namespace loadscope

@@ -9,6 +9,8 @@
 
 namespace loadscope {
 
+class PushButton;
+
 /// What is recorded, and the ways to take it along or to delete it.
 class RecordedDataCard : public ReportSurface {
     Q_OBJECT
@@ -16,9 +18,15 @@ class RecordedDataCard : public ReportSurface {
 public:
     explicit RecordedDataCard(const std::shared_ptr<const TrendsPresentation>& presentation);
 
+    /// Says that everything is being deleted, and offers it no second time.
+    void setClearing(bool clearing);
+
 Q_SIGNALS:
     /// The user wants to be asked whether to delete everything.
     void clearWanted();
+
+private:
+    PushButton* clear_;
 };
 
 } // namespace loadscope

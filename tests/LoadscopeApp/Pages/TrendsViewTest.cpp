@@ -357,7 +357,7 @@ TEST(Window, SaysThatTheHistoryCouldNotBeDeletedAndKeepsTheKeyboardThere) {
     clear->setFocus();
     clear->click();
     QTest::mouseClick(window.button("Delete 3 Recorded Scans"), Qt::LeftButton);
-    ASSERT_TRUE(window.says("The recorded scans could not be deleted"));
+    ASSERT_TRUE(eventually([&] { return window.says("The recorded scans could not be deleted"); }));
     const auto sheets = [&window] { return window.view.findChildren<Sheet*>().size(); };
     ASSERT_TRUE(eventually([&] { return sheets() == 1 && window.button("OK") != nullptr; }));
     EXPECT_TRUE(window.button("OK")->hasFocus());

@@ -50,7 +50,9 @@ public:
 
     void show() {
         view.show();
-        EXPECT_TRUE(eventually([this] { return !readiness.isChecking(); }));
+        EXPECT_TRUE(eventually([this] {
+            return !readiness.isChecking() && model.historyActivity() != HistoryActivity::loading;
+        }));
     }
     [[nodiscard]] std::string folderPath() const { return folder.path().toStdString(); }
     void choose() { view.selectFolder(folderPath()); }

@@ -3,7 +3,9 @@
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include "LoadscopeCore/Process/CancellationError.h"
+#include "tests/Support/HistoryRecords.h"
 #include "tests/Support/ManualUIThread.h"
+#include "tests/Support/PausingStore.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <atomic>
@@ -11,6 +13,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <mutex>
+#include <thread>
 
 namespace loadscope {
 namespace {
@@ -68,7 +71,7 @@ protected:
     std::shared_ptr<FakeProbe> probe_ = std::make_shared<FakeProbe>();
     std::shared_ptr<FakeCodex> codex_ = std::make_shared<FakeCodex>();
     std::shared_ptr<FakeScanner> scanner_ = std::make_shared<FakeScanner>();
-    std::shared_ptr<ScanHistoryStore> store_ = std::make_shared<ScanHistoryStore>(folder_.path("history"));
+    std::shared_ptr<PausingStore> store_ = std::make_shared<PausingStore>(folder_.path("history"));
     std::vector<std::string> stages_;
     Subscription subscription_;
 
@@ -86,6 +89,11 @@ protected:
     void runToEnd(ScanModel& model) {
         model.scan();
         ASSERT_TRUE(thread_.runUntil([&] { return !model.isScanTaskRunning(); }));
+    }
+
+    [[nodiscard]] bool rests(ScanModel& model) {
+        return thread_.runUntil(
+            [&] { return !model.isScanTaskRunning() && model.historyActivity() == HistoryActivity::none; });
     }
 
     void cancelAt(ScanModel& model, const std::string& stage) {
@@ -249,27 +257,90 @@ TEST_F(ScanModels, RecordNoTotalThatTheToolOnlyEstimated) {
     EXPECT_EQ(model->history()[0].tool, "codex") << "which did not estimate";
 }
 
+TEST_F(ScanModels, LoadTheHistoryWithoutWaitingForIt) {
+    store_->append(record(1, "web", day(1), 10));
+    store_->pauseIn(PausingStore::Operation::load);
+    const auto model = makeModel();
+    EXPECT_EQ(model->historyActivity(), HistoryActivity::loading);
+    EXPECT_TRUE(model->history().empty());
+    EXPECT_FALSE(model->canClearHistory());
+    EXPECT_TRUE(model->canScan());
+    bool isTold = false;
+    const auto subscription = model->observe([&] { isTold = !model->history().empty(); });
+    store_->goOn();
+    ASSERT_TRUE(rests(*model));
+    EXPECT_TRUE(isTold);
+    EXPECT_TRUE(model->canClearHistory());
+    EXPECT_EQ(ScanModel(thread_, {probe_, scanner_, nullptr, codex_}).historyActivity(),
+              HistoryActivity::none);
+}
+
 TEST_F(ScanModels, ClearTheHistoryButNotTheResult) {
     const auto model = makeModel();
     EXPECT_FALSE(model->canClearHistory());
     runToEnd(*model);
-    EXPECT_TRUE(model->canClearHistory());
+    store_->pauseIn(PausingStore::Operation::clear);
     model->clearHistory();
+    EXPECT_EQ(model->historyActivity(), HistoryActivity::clearing);
+    EXPECT_EQ(model->history().size(), 1U) << "until the store has done it";
+    EXPECT_FALSE(model->canClearHistory());
+    model->clearHistory();
+    store_->goOn();
+    ASSERT_TRUE(rests(*model));
+    EXPECT_FALSE(model->couldNotClearHistory());
     EXPECT_TRUE(model->history().empty());
     EXPECT_TRUE(model->state().report());
     EXPECT_FALSE(std::filesystem::exists(store_->filePath()));
 
-    model->scan();
-    ASSERT_TRUE(thread_.runUntil([&] { return model->state().report() != nullptr; }));
-    model->clearHistory(); // while the new record is being written
-    ASSERT_TRUE(thread_.runUntil([&] { return !model->isScanTaskRunning(); }));
-    EXPECT_EQ(model->history().size(), store_->load().size()) << "what is shown is what is stored";
+    runToEnd(*model);
+    std::filesystem::remove(store_->filePath());
+    makeFolder(store_->filePath() + "/in the way");
+    model->clearHistory();
+    ASSERT_TRUE(rests(*model));
+    EXPECT_TRUE(model->couldNotClearHistory());
+    EXPECT_EQ(model->history().size(), 1U);
 
     const auto unrecorded = makeModel(false);
     runToEnd(*unrecorded);
     EXPECT_TRUE(unrecorded->state().report());
     EXPECT_TRUE(unrecorded->history().empty());
     EXPECT_FALSE(unrecorded->canClearHistory());
+}
+
+TEST_F(ScanModels, AreGuardedWhileARecordIsBeingWritten) {
+    store_->append(record(1, "web", day(1), 10));
+    const auto model = makeModel();
+    ASSERT_TRUE(rests(*model));
+    store_->pauseIn(PausingStore::Operation::append);
+    model->scan();
+    ASSERT_TRUE(thread_.runUntil([&] { return model->state().report() && store_->isWaiting(); }));
+    EXPECT_TRUE(model->isScanTaskRunning());
+    EXPECT_FALSE(model->canScan());
+    model->scan();
+    EXPECT_TRUE(model->state().report()) << "no second scan yet";
+    const RepoSelection other(makeFolder(folder_.path("other")));
+    model->select(other);
+    EXPECT_EQ(model->selection(), other) << "the scan itself has ended";
+    EXPECT_TRUE(model->state().isIdle());
+    EXPECT_FALSE(model->canScan());
+    model->clearHistory();
+    store_->goOn();
+    ASSERT_TRUE(rests(*model));
+    EXPECT_TRUE(model->canScan());
+    EXPECT_TRUE(model->history().empty()) << "the list that was written before does not come back";
+    EXPECT_TRUE(store_->load().empty()) << "what is shown is what is stored";
+}
+
+TEST_F(ScanModels, WriteWhatWasMeasuredWhenDestroyed) {
+    auto model = makeModel();
+    store_->pauseIn(PausingStore::Operation::append);
+    model->scan();
+    ASSERT_TRUE(thread_.runUntil([&] { return model->state().report() && store_->isWaiting(); }));
+    std::thread letGo([this] { store_->goOn(); });
+    model.reset();
+    letGo.join();
+    ASSERT_EQ(store_->load().size(), 1U);
+    EXPECT_EQ(store_->load()[0].repositoryName, "my app");
 }
 
 TEST_F(ScanModels, StopTheWorkWhenDestroyedInTheMiddle) {
