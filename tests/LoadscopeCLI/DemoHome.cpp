@@ -97,7 +97,7 @@ CommandRun DemoHome::runShell(const std::string& script, const std::vector<std::
 }
 
 CommandRun DemoHome::runOnTerminal(const std::vector<std::string>& arguments,
-                                   const std::vector<std::string>& variables) const {
+                                   const std::vector<std::string>& variables, std::string_view typed) const {
     std::vector<std::string> texts{LOADSCOPE_COMMAND};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
     std::vector<std::string> settings;
@@ -121,6 +121,7 @@ CommandRun DemoHome::runOnTerminal(const std::vector<std::string>& arguments,
         _exit(127);
     }
     CommandRun run;
+    if (write(terminal, typed.data(), typed.size()) < 0) return run;
     run.output = everything(terminal);
     int status = 0;
     waitpid(child, &status, 0);

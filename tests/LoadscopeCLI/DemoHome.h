@@ -39,9 +39,10 @@ public:
     [[nodiscard]] CommandRun runShell(const std::string& script,
                                       const std::vector<std::string>& variables = {}) const;
 
-    /// On a terminal of 100 columns; everything that it printed is in `output`.
+    /// On a terminal of 100 columns, where somebody has typed; everything that it printed is in `output`.
     [[nodiscard]] CommandRun runOnTerminal(const std::vector<std::string>& arguments,
-                                           const std::vector<std::string>& variables = {}) const;
+                                           const std::vector<std::string>& variables = {},
+                                           std::string_view typed = {}) const;
 
     /// Starts the command, waits until a process of this home runs `program`, sends the signal.
     [[nodiscard]] CommandRun runAndSignal(const std::vector<std::string>& arguments,

@@ -43,6 +43,10 @@ TEST(BarChartGeometry, DrawsOneSeriesInCloseRows) {
     EXPECT_EQ(chart.marks()[0].rect, (RectF{14, 5, 100, 12}));
     EXPECT_EQ(chart.marks()[1].rect, (RectF{14, 49, 200, 12}));
     EXPECT_TRUE(chart.ticks().empty());
+    const BarChartData bare = {{"", ""}, {{{0, 50}}}, 50};
+    EXPECT_EQ(BarChartGeometry(bare, 214, sixPointText(), BarChartStyle::column()).marks()[0].rect,
+              (RectF{0, 5, 214, 12}))
+        << "without labels no room for them";
 }
 
 TEST(BarChartGeometry, StaysInsideAndReadableForAnyData) {

@@ -116,6 +116,7 @@ TEST_F(ScanModels, RunTheStagesInOrderAndRecordEachMeasuredTool) {
                                                  "Counting local instruction files…"}));
     ASSERT_TRUE(model->state().report());
     EXPECT_EQ(model->state().report()->total, 45000);
+    EXPECT_FALSE(model->state() == ScanState::scanning() || ScanState() == model->state());
     EXPECT_EQ(*model->state().report()->codex.reason(), "Codex was not included in this scan.");
     EXPECT_EQ(model->history().size(), 1U);
     EXPECT_EQ(codex_->runs, 0);
