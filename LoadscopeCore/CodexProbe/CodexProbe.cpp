@@ -31,6 +31,12 @@ std::string onOneLine(std::string_view text) {
     return joined;
 }
 
+/// What is too long for a name is none.
+std::optional<std::string> modelName(std::optional<std::string> name) {
+    constexpr std::size_t mostCharacters = 80;
+    return name && Text::characterCount(*name) <= mostCharacters ? name : std::nullopt;
+}
+
 std::string descriptionOf(const std::exception_ptr& error) {
     try {
         std::rethrow_exception(error);
@@ -103,7 +109,7 @@ CodexProbeResult CodexProbeRunner::resultOf(const SessionOutput& session,
     CodexProbeResult result{.total = count->inputTokens, .contextWindow = count->contextWindow};
     if (!result.contextWindow) result.contextWindow = header.contextWindow;
     if (!result.contextWindow) result.contextWindow = configuration.modelContextWindow;
-    result.model = header.model ? header.model : configuration.model;
+    result.model = modelName(header.model ? header.model : configuration.model);
     return result;
 }
 

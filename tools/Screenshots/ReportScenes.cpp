@@ -64,7 +64,7 @@ Case unreported() {
 Case overAttributed() {
     Case result{QStringLiteral("over-attributed")};
     result.probe = without(200'000, 20'000);
-    result.codex = CodexScanOutcome::measured({9'000, std::nullopt, 12.0});
+    result.codex = CodexScanOutcome::measured({9'000, std::nullopt, 12.0, "0.58.0", "gpt-5-codex", true});
     return result;
 }
 

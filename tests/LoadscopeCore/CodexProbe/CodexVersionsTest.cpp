@@ -130,6 +130,7 @@ TEST_F(CodexVersion, TakesFromTheConfigurationWhatItsStreamDoesNotTell) {
              {older + counted, {"gpt-b", 64000}, "gpt-5-codex", 272000},
              {newer + counted, {"gpt-b", 64000}, "gpt-b", 64000},
              {newer + counted, {}, {}, {}},
+             {newer + counted, {std::string(81, 'm')}, {}, {}},
              {older + R"({"usage":{"input_tokens":1},"model_context_window":8})", {}, "gpt-5-codex", 8}}) {
         const auto* const result = measure({c.output, 0, false}, c.configuration);
         ASSERT_NE(result, nullptr) << c.output;
