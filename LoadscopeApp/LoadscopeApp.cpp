@@ -16,7 +16,6 @@
 #include "LoadscopeApp/TerminationSignals.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Version.h"
-#include "LoadscopeCore/Process/LoginShell.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
@@ -107,10 +106,9 @@ struct LoadscopeApp::Parts {
     DesktopAppearance desktop;
     TerminationSignals signals_;
     QtUIThread uiThread;
-    std::optional<LoginShell::Closing> closing; ///< once the window is closed
     SettingsStore settings;
     ScanModel model{uiThread, ScanModel::Collaborators::forUser()};
-    ReadinessModel readiness{uiThread};
+    ReadinessModel readiness{uiThread, ReadinessChecker::checkForWindow};
     ContentView window{model, readiness, settings, FolderPanel::open};
     OpenEvents openEvents{window};
 };
@@ -128,7 +126,6 @@ int LoadscopeApp::run(const std::optional<std::string>& folder) {
     parts.window.show();
     const int exitCode = QApplication::exec();
     parts.settings.saveWindow(parts.window, *parts.window.splitter());
-    parts.closing.emplace();
     // Gone from the screen at once, while the child of a scan may take a moment to end.
     parts.window.hide();
     QCoreApplication::processEvents();

@@ -16,7 +16,7 @@ namespace {
 /// Why Claude Code does not permit the scan, if so.
 std::optional<ProbeError> blocker(ToolReadiness claude) {
     if (claude == ToolReadiness::notInstalled)
-        return ProbeError(ProbeError::CLINotFound{ClaudeCLILocator::searchedPaths({}, UserFolders::home())});
+        return ProbeError(ProbeError::CLINotFound{ClaudeCLILocator::searchedForUser()});
     if (blocksScan(claude)) return ProbeError(ProbeError::NotAuthenticated{});
     return std::nullopt;
 }

@@ -6,6 +6,7 @@
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/LoginShell.h"
+#include "LoadscopeCore/Process/SearchPath.h"
 
 namespace loadscope::ClaudeCLILocator {
 
@@ -14,28 +15,36 @@ std::vector<std::string> candidates(const std::optional<std::string>& override, 
         override, {home + "/.local/bin/claude", "/opt/homebrew/bin/claude", "/usr/local/bin/claude"});
 }
 
-std::vector<std::string> searchedPaths(const std::optional<std::string>& override, const std::string& home) {
-    std::vector<std::string> places = candidates(override, home);
+std::vector<std::string> searchedPaths(const std::optional<std::string>& override, const std::string& home,
+                                       const std::vector<std::string>& pathFolders) {
+    std::vector<std::string> places =
+        CommandSearch::withFolders(candidates(override, home), pathFolders, "claude");
     places.emplace_back(loginShellProbeLabel);
     return places;
 }
 
 std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds) {
-    return LoginShell::output(shell, "command -v claude", timeoutSeconds, loginShellKillGraceSeconds);
+    return CommandSearch::pathFromLoginShell(shell, "claude", timeoutSeconds, loginShellKillGraceSeconds);
 }
 
 std::string resolve(const std::optional<std::string>& override, const std::string& home,
-                    const ExecutableTest& isExecutable, const LoginShellLookup& loginShellLookup) {
-    const std::vector<std::string> places = candidates(override, home);
+                    const ExecutableTest& isExecutable, const LoginShellLookup& loginShellLookup,
+                    const std::vector<std::string>& pathFolders) {
+    const std::vector<std::string> places =
+        CommandSearch::withFolders(candidates(override, home), pathFolders, "claude");
     if (auto found = CommandSearch::find(places, isExecutable, loginShellLookup)) return *std::move(found);
-    throw ProbeError(ProbeError::CLINotFound{searchedPaths(override, home)});
+    throw ProbeError(ProbeError::CLINotFound{searchedPaths(override, home, pathFolders)});
 }
 
 std::string resolveForUser(const std::optional<std::string>& override) {
-    return resolve(override, UserFolders::home(), FilePath::isExecutableFile, [] {
-        return CommandSearch::absolutePathFromLoginShell("claude", loginShellTimeoutSeconds,
-                                                         loginShellKillGraceSeconds);
-    });
+    return resolve(
+        override, UserFolders::home(), FilePath::isExecutableFile,
+        [] { return loginShellPath(LoginShell::path(), loginShellTimeoutSeconds); },
+        SearchPath::folders(SearchPath::current()));
+}
+
+std::vector<std::string> searchedForUser(const std::optional<std::string>& override) {
+    return searchedPaths(override, UserFolders::home(), SearchPath::folders(SearchPath::current()));
 }
 
 } // namespace loadscope::ClaudeCLILocator

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-/// Finds the `claude` executable: a configured path, the usual places, then whatever the user's login shell
-/// would run.
+/// Finds the `claude` executable: a configured path, the usual places, the folders of `PATH`, then whatever
+/// the user's login shell would run.
 namespace loadscope::ClaudeCLILocator {
 
 inline constexpr const char* loginShellProbeLabel = "zsh -lc 'command -v claude'";
@@ -23,20 +23,26 @@ using CommandSearch::LoginShellLookup;
 [[nodiscard]] std::vector<std::string> candidates(const std::optional<std::string>& override,
                                                   const std::string& home);
 
-/// The candidates and then the login shell's label: every place that a search tries.
+/// The candidates, the command in each of the other folders, and then the login shell's label: every place
+/// that a search tries.
 [[nodiscard]] std::vector<std::string> searchedPaths(const std::optional<std::string>& override,
-                                                     const std::string& home);
+                                                     const std::string& home,
+                                                     const std::vector<std::string>& pathFolders = {});
 
-/// What the login shell answers to "command -v claude", untrimmed; nothing when it fails or takes longer than
-/// `timeoutSeconds`. Blocking, bounded by the time-out plus its grace periods.
+/// Where the login shell has the command from, as `CommandSearch::pathFromLoginShell` says; nothing when it
+/// takes longer than `timeoutSeconds`. Blocking, bounded by the time-out plus its grace periods.
 [[nodiscard]] std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds);
 
 /// The first place that holds an executable. Throws `ProbeError` (`CLINotFound` with every place searched).
 [[nodiscard]] std::string resolve(const std::optional<std::string>& override, const std::string& home,
                                   const ExecutableTest& isExecutable,
-                                  const LoginShellLookup& loginShellLookup);
+                                  const LoginShellLookup& loginShellLookup,
+                                  const std::vector<std::string>& pathFolders = {});
 
-/// `resolve` over the real file system, the user's home folder and login shell.
+/// `resolve` over the real file system, the user's home folder, search path and login shell.
 [[nodiscard]] std::string resolveForUser(const std::optional<std::string>& override = {});
+
+/// The places that such a search tries.
+[[nodiscard]] std::vector<std::string> searchedForUser(const std::optional<std::string>& override = {});
 
 } // namespace loadscope::ClaudeCLILocator

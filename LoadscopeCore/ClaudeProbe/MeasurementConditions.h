@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
+#include "LoadscopeCore/Process/SearchPath.h"
 
 #include <cstdint>
 #include <optional>
@@ -10,13 +11,6 @@
 #include <vector>
 
 namespace loadscope {
-
-/// Where the search path of the tool came from.
-enum class SearchPathSource {
-    inherited,         ///< from whoever started this program: a terminal, say
-    shell,             ///< the user's shell was asked
-    shellDidNotAnswer, ///< it was asked in vain: the path is the inherited one
-};
 
 /// Space that a report counts into its total although nothing is loaded there.
 struct ReservedSpace {

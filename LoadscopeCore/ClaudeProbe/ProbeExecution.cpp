@@ -6,35 +6,11 @@
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/OutputCollector.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
+#include "LoadscopeCore/Process/SearchPath.h"
 #include "LoadscopeCore/Process/TimeLimit.h"
 
 namespace loadscope {
 namespace {
-
-/// Launches the child through the token that is current on this thread, if any, and makes the token forget it
-/// at the end.
-class RegisteredLaunch {
-public:
-    RegisteredLaunch(const std::shared_ptr<ChildProcess>& child,
-                     const std::shared_ptr<ReaderDeadline>& readers)
-        : token_(ProcessCancellation::current()) {
-        if (token_) {
-            token_->registerProcess(child, readers);
-        } else {
-            child->launch();
-        }
-    }
-    ~RegisteredLaunch() {
-        if (token_) token_->clearProcess();
-    }
-    RegisteredLaunch(const RegisteredLaunch&) = delete;
-    RegisteredLaunch& operator=(const RegisteredLaunch&) = delete;
-
-    [[nodiscard]] bool isCancelled() const { return token_ && token_->isCancelled(); }
-
-private:
-    ProcessCancellation* token_;
-};
 
 std::string decoded(std::string bytes) {
     if (!Text::isValidUTF8(bytes)) bytes.clear();
@@ -77,7 +53,7 @@ ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::v
         .arguments = arguments,
         .workingFolder = repository,
         .environment =
-            ProbeEnvironment::childEnvironment(tool, UserFolders::environment(), UserFolders::current()),
+            ProbeEnvironment::childEnvironment(tool, SearchPath::environmentFor(cli), UserFolders::current()),
     });
     const auto deadline = std::make_shared<ReaderDeadline>();
     try {

@@ -114,6 +114,7 @@ ProbeResult ProbeRunner::run(const std::string& repository, const ProbeSettings&
 
     ProbeResult result;
     result.conditions.requestedModel = settings.model;
+    result.conditions.pathSource = SearchPath::source();
     result.resolvedCLIPath =
         ProcessCancellation::run(stop, [&] { return ClaudeCLILocator::resolveForUser(cliOverride); });
 

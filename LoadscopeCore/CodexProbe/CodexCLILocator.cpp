@@ -5,6 +5,7 @@
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/LoginShell.h"
+#include "LoadscopeCore/Process/SearchPath.h"
 
 namespace loadscope::CodexCLILocator {
 
@@ -13,26 +14,34 @@ std::vector<std::string> candidates(const std::optional<std::string>& override, 
                                             "/opt/homebrew/bin/codex", "/usr/local/bin/codex"});
 }
 
-std::vector<std::string> searchedPaths(const std::optional<std::string>& override, const std::string& home) {
-    std::vector<std::string> places = candidates(override, home);
+std::vector<std::string> searchedPaths(const std::optional<std::string>& override, const std::string& home,
+                                       const std::vector<std::string>& pathFolders) {
+    std::vector<std::string> places =
+        CommandSearch::withFolders(candidates(override, home), pathFolders, "codex");
     places.emplace_back(loginShellProbeLabel);
     return places;
 }
 
 CodexAvailability locate(const std::optional<std::string>& override, const std::string& home,
-                         const ExecutableTest& isExecutable, const LoginShellLookup& loginShellLookup) {
-    return {CommandSearch::find(candidates(override, home), isExecutable, loginShellLookup)};
+                         const ExecutableTest& isExecutable, const LoginShellLookup& loginShellLookup,
+                         const std::vector<std::string>& pathFolders) {
+    return {CommandSearch::find(CommandSearch::withFolders(candidates(override, home), pathFolders, "codex"),
+                                isExecutable, loginShellLookup)};
 }
 
 std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds) {
-    return LoginShell::output(shell, "command -v codex", timeoutSeconds, loginShellKillGraceSeconds);
+    return CommandSearch::pathFromLoginShell(shell, "codex", timeoutSeconds, loginShellKillGraceSeconds);
 }
 
 CodexAvailability locateForUser(const std::optional<std::string>& override) {
-    return locate(override, UserFolders::home(), FilePath::isExecutableFile, [] {
-        return CommandSearch::absolutePathFromLoginShell("codex", loginShellTimeoutSeconds,
-                                                         loginShellKillGraceSeconds);
-    });
+    return locate(
+        override, UserFolders::home(), FilePath::isExecutableFile,
+        [] { return loginShellPath(LoginShell::path(), loginShellTimeoutSeconds); },
+        SearchPath::folders(SearchPath::current()));
+}
+
+std::vector<std::string> searchedForUser(const std::optional<std::string>& override) {
+    return searchedPaths(override, UserFolders::home(), SearchPath::folders(SearchPath::current()));
 }
 
 } // namespace loadscope::CodexCLILocator

@@ -19,8 +19,8 @@ struct CodexAvailability {
     bool operator==(const CodexAvailability&) const = default;
 };
 
-/// Finds the `codex` executable: a configured path, the usual places, then whatever the user's login shell
-/// would run.
+/// Finds the `codex` executable: a configured path, the usual places, the folders of `PATH`, then whatever
+/// the user's login shell would run.
 namespace CodexCLILocator {
 
 inline constexpr const char* loginShellProbeLabel = "zsh -lc 'command -v codex'";
@@ -33,21 +33,27 @@ using CommandSearch::LoginShellLookup;
 [[nodiscard]] std::vector<std::string> candidates(const std::optional<std::string>& override,
                                                   const std::string& home);
 
-/// The candidates and then the login shell's label: every place that a search tries.
+/// The candidates, the command in each of the other folders, and then the login shell's label: every place
+/// that a search tries.
 [[nodiscard]] std::vector<std::string> searchedPaths(const std::optional<std::string>& override,
-                                                     const std::string& home);
+                                                     const std::string& home,
+                                                     const std::vector<std::string>& pathFolders = {});
 
 /// Never fails: what cannot be tried counts as not there.
 [[nodiscard]] CodexAvailability locate(const std::optional<std::string>& override, const std::string& home,
                                        const ExecutableTest& isExecutable,
-                                       const LoginShellLookup& loginShellLookup);
+                                       const LoginShellLookup& loginShellLookup,
+                                       const std::vector<std::string>& pathFolders = {});
 
-/// What the login shell answers to "command -v codex", untrimmed. Blocking, bounded by the time-out plus its
-/// grace periods.
+/// Where the login shell has the command from, as `CommandSearch::pathFromLoginShell` says; nothing when it
+/// takes longer than `timeoutSeconds`. Blocking, bounded by the time-out plus its grace periods.
 [[nodiscard]] std::optional<std::string> loginShellPath(const std::string& shell, double timeoutSeconds);
 
-/// `locate` over the real file system, the user's home folder and login shell.
+/// `locate` over the real file system, the user's home folder, search path and login shell.
 [[nodiscard]] CodexAvailability locateForUser(const std::optional<std::string>& override = {});
+
+/// The places that such a search tries.
+[[nodiscard]] std::vector<std::string> searchedForUser(const std::optional<std::string>& override = {});
 
 } // namespace CodexCLILocator
 } // namespace loadscope

@@ -119,8 +119,7 @@ CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std:
     const auto availability =
         ProcessCancellation::run(stop, [&] { return CodexCLILocator::locateForUser(cliOverride); });
     if (!availability.path)
-        throw ProbeError(
-            ProbeError::CLINotFound{CodexCLILocator::searchedPaths(cliOverride, UserFolders::home())});
+        throw ProbeError(ProbeError::CLINotFound{CodexCLILocator::searchedForUser(cliOverride)});
 
     const CodexConfiguration setUp = configuration();
     auto start = Clock::now();

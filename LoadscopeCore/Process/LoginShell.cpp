@@ -4,110 +4,109 @@
 
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Platform/UUID.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/OutputCollector.h"
+#include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/TimeLimit.h"
-
-#include <csignal>
-#include <mutex>
-#include <set>
 
 namespace loadscope::LoginShell {
 namespace {
 
 constexpr std::chrono::seconds readerGrace(1);
+constexpr double noGrace = 0; // an interactive shell ignores the polite request, and has nothing to lose
 
-/// The lookups under way.
-class Lookups {
-public:
-    /// Launches the shell unless the program is closing. Held across the launch, so that closing sees either
-    /// no child, and prevents it, or the launched one, and kills it. Throws `LaunchError`.
-    bool launch(ChildProcess& child) {
-        const std::lock_guard lock(mutex_);
-        if (closing_) return false;
-        child.launch();
-        children_.insert(&child);
-        return true;
-    }
-    void forget(ChildProcess& child) {
-        const std::lock_guard lock(mutex_);
-        children_.erase(&child);
-    }
-    [[nodiscard]] bool isClosing() const {
-        const std::lock_guard lock(mutex_);
-        return closing_;
-    }
-    void setClosing(bool closing) {
-        const std::lock_guard lock(mutex_);
-        closing_ = closing;
-        if (!closing) return;
-        for (ChildProcess* const child : children_)
-            ChildProcess::Hold(*child).signalGroup(SIGKILL);
-    }
+constexpr const char* preferred = "/bin/zsh";
+constexpr const char* lastResort = "/bin/sh";
 
-private:
-    mutable std::mutex mutex_;
-    bool closing_ = false;
-    std::set<ChildProcess*> children_;
-};
-
-Lookups& lookups() {
-    static Lookups all;
-    return all;
+std::optional<std::string> passwordDatabaseShell() {
+    auto own = UserFolders::passwordDatabaseShell();
+    return own && FilePath::isExecutableFile(*own) ? own : std::nullopt;
 }
 
-/// Takes a launched child from the lookups before it goes, whatever happens to its lookup.
-class Forgetting {
-public:
-    explicit Forgetting(ChildProcess& child) : child_(child) {}
-    ~Forgetting() { lookups().forget(child_); }
-    Forgetting(const Forgetting&) = delete;
-    Forgetting& operator=(const Forgetting&) = delete;
-
-private:
-    ChildProcess& child_;
+struct Run {
+    std::int32_t status = 0;
+    std::string bytes;
 };
+
+/// Nothing when the shell could not be started or was too slow.
+std::optional<Run> run(const std::string& shell, std::vector<std::string> arguments, double timeoutSeconds,
+                       double killGraceSeconds) {
+    const auto child =
+        std::make_shared<ChildProcess>(ChildProcess::Options{.executable = shell,
+                                                             .arguments = std::move(arguments),
+                                                             .workingFolder = {},
+                                                             .environment = UserFolders::environment(),
+                                                             .capturesStandardError = false});
+    const auto deadline = std::make_shared<ReaderDeadline>();
+    try {
+        const RegisteredLaunch launch(child, deadline, noGrace);
+        OutputCollector collector(child->standardOutput(), deadline);
+        TimeLimit limit(*child, timeoutSeconds, killGraceSeconds);
+        const ChildProcess::Termination termination = child->wait();
+        limit.cancel();
+        deadline->expireAt(ReaderDeadline::Clock::now() + readerGrace);
+        collector.join();
+        if (launch.isCancelled()) throw CancellationError();
+        if (limit.hasFired()) return std::nullopt;
+        return Run{termination.status, collector.takeBytes()};
+    } catch (const LaunchError&) {
+        return std::nullopt;
+    }
+}
+
+std::optional<std::string> readable(std::string_view bytes) {
+    if (!Text::isValidUTF8(bytes)) return std::nullopt;
+    return std::string(bytes);
+}
 
 } // namespace
 
 std::string path() {
-    std::string preferred = "/bin/zsh";
     if (FilePath::isExecutableFile(preferred)) return preferred;
-    if (const auto own = UserFolders::passwordDatabaseShell(); own && FilePath::isExecutableFile(*own))
-        return *own;
-    return "/bin/sh";
+    return passwordDatabaseShell().value_or(lastResort);
+}
+
+std::string userShell() {
+    const Environment environment = UserFolders::environment();
+    const auto named = environment.find("SHELL");
+    if (named != environment.end() && named->second.starts_with('/') &&
+        FilePath::isExecutableFile(named->second))
+        return named->second;
+    if (auto own = passwordDatabaseShell()) return *std::move(own);
+    return FilePath::isExecutableFile(preferred) ? preferred : lastResort;
 }
 
 std::optional<std::string> output(const std::string& shell, const std::string& command, double timeoutSeconds,
                                   double killGraceSeconds) {
-    ChildProcess child({.executable = shell,
-                        .arguments = {"-lc", command},
-                        .workingFolder = {},
-                        .environment = UserFolders::environment(),
-                        .capturesStandardError = false});
-    try {
-        if (!lookups().launch(child)) return std::nullopt;
-    } catch (const LaunchError&) {
-        return std::nullopt;
-    }
-    const Forgetting forgetting(child);
-    const auto deadline = std::make_shared<ReaderDeadline>();
-    OutputCollector collector(child.standardOutput(), deadline);
-    TimeLimit limit(child, timeoutSeconds, killGraceSeconds);
-    const ChildProcess::Termination termination = child.wait();
-    limit.cancel();
-    const auto now = ReaderDeadline::Clock::now();
-    deadline->expireAt(lookups().isClosing() ? now : now + readerGrace);
-    collector.join();
-    if (limit.hasFired() || termination.status != 0) return std::nullopt;
-    std::string bytes = collector.takeBytes();
-    if (!Text::isValidUTF8(bytes)) return std::nullopt;
-    return bytes;
+    const auto finished = run(shell, {"-lc", command}, timeoutSeconds, killGraceSeconds);
+    if (!finished || finished->status != 0) return std::nullopt;
+    return readable(finished->bytes);
 }
 
-Closing::Closing() { lookups().setClosing(true); }
+std::optional<std::string> answer(const std::string& shell, Start start, const std::string& command,
+                                  double timeoutSeconds, double killGraceSeconds) {
+    // The marker stands in two pieces in the command, so that a shell which repeats its commands does not
+    // print it. A quoted name is no alias.
+    const std::string first = UUID::generate().text();
+    const std::string second = UUID::generate().text();
+    std::string printMarker = "'printf' '%s%s' '";
+    printMarker.append(first).append("' '").append(second).append("'");
+    std::vector<std::string> arguments{"-lc"};
+    if (start == Start::interactive) arguments = {"-l", "-i", "-c"};
+    arguments.push_back(printMarker + "; " + command + "; " + printMarker);
 
-Closing::~Closing() { lookups().setClosing(false); }
+    const auto finished = run(shell, std::move(arguments), timeoutSeconds, killGraceSeconds);
+    if (!finished) return std::nullopt;
+    const std::string marker = first + second;
+    const std::string_view bytes = finished->bytes;
+    const std::size_t begin = bytes.find(marker);
+    if (begin == std::string_view::npos) return std::nullopt;
+    const std::size_t from = begin + marker.size();
+    const std::size_t end = bytes.find(marker, from);
+    if (end == std::string_view::npos) return std::nullopt;
+    return readable(bytes.substr(from, end - from));
+}
 
 } // namespace loadscope::LoginShell

@@ -23,7 +23,7 @@ ProcessCancellation::Scope::Scope(ProcessCancellation& token) : outer_(currentTo
 ProcessCancellation::Scope::~Scope() { currentToken = outer_; }
 
 void ProcessCancellation::registerProcess(std::shared_ptr<ChildProcess> child,
-                                          std::shared_ptr<ReaderDeadline> readers) {
+                                          std::shared_ptr<ReaderDeadline> readers, double graceSeconds) {
     // Held across the launch: a cancel sees either no child, and prevents the launch, or the launched child,
     // and ends it.
     std::lock_guard lock(mutex_);
@@ -31,6 +31,7 @@ void ProcessCancellation::registerProcess(std::shared_ptr<ChildProcess> child,
     child->launch();
     process_ = std::move(child);
     readers_ = std::move(readers);
+    graceSeconds_ = graceSeconds;
 }
 
 void ProcessCancellation::clearProcess() {
@@ -45,13 +46,27 @@ void ProcessCancellation::cancel() {
     if (readers_)
         readers_->expireAt(ReaderDeadline::Clock::now()); // the output of a cancelled run is dropped anyway
     if (!process_) return;
-    terminator_ =
-        std::jthread([child = process_] { ProcessTermination::terminateThenKill(*child, killGraceSeconds); });
+    terminator_ = std::jthread(
+        [child = process_, grace = graceSeconds_] { ProcessTermination::terminateThenKill(*child, grace); });
 }
 
 bool ProcessCancellation::isCancelled() const {
     std::lock_guard lock(mutex_);
     return cancelled_;
+}
+
+RegisteredLaunch::RegisteredLaunch(const std::shared_ptr<ChildProcess>& child,
+                                   const std::shared_ptr<ReaderDeadline>& readers, double graceSeconds)
+    : token_(ProcessCancellation::current()) {
+    if (token_) {
+        token_->registerProcess(child, readers, graceSeconds);
+    } else {
+        child->launch();
+    }
+}
+
+RegisteredLaunch::~RegisteredLaunch() {
+    if (token_) token_->clearProcess();
 }
 
 } // namespace loadscope

@@ -35,9 +35,10 @@ public:
     template <typename Operation>
     static auto run(std::stop_token stop, Operation&& operation) -> std::invoke_result_t<Operation>;
 
-    /// Launches `child` unless cancelled, and records it with the deadline of its readers. Throws
-    /// `CancellationError` or `LaunchError`.
-    void registerProcess(std::shared_ptr<ChildProcess> child, std::shared_ptr<ReaderDeadline> readers);
+    /// Launches `child` unless cancelled, and records it with the deadline of its readers and the time that a
+    /// cancel leaves it to end by itself. Throws `CancellationError` or `LaunchError`.
+    void registerProcess(std::shared_ptr<ChildProcess> child, std::shared_ptr<ReaderDeadline> readers,
+                         double graceSeconds = killGraceSeconds);
 
     /// Forgets the recorded child, so that a later cancel does not touch it.
     void clearProcess();
@@ -61,7 +62,25 @@ private:
     bool cancelled_ = false;
     std::shared_ptr<ChildProcess> process_;
     std::shared_ptr<ReaderDeadline> readers_;
+    double graceSeconds_ = killGraceSeconds;
     std::jthread terminator_;
+};
+
+/// Launches a child through the token that is current on this thread, if any, and makes the token forget it
+/// at the end.
+class RegisteredLaunch {
+public:
+    RegisteredLaunch(const std::shared_ptr<ChildProcess>& child,
+                     const std::shared_ptr<ReaderDeadline>& readers,
+                     double graceSeconds = ProcessCancellation::killGraceSeconds);
+    ~RegisteredLaunch();
+    RegisteredLaunch(const RegisteredLaunch&) = delete;
+    RegisteredLaunch& operator=(const RegisteredLaunch&) = delete;
+
+    [[nodiscard]] bool isCancelled() const { return token_ && token_->isCancelled(); }
+
+private:
+    ProcessCancellation* token_;
 };
 
 template <typename Operation>

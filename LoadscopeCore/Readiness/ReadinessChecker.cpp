@@ -8,6 +8,7 @@
 #include "LoadscopeCore/Platform/Json.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
+#include "LoadscopeCore/Process/SearchPath.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 
 #include <future>
@@ -71,6 +72,14 @@ Result check(std::stop_token stop) {
         result = {statusOf(stop, askClaude), statusOf(stop, askCodex)};
     }
     return result;
+}
+
+Result checkForWindow(std::stop_token stop) {
+    try {
+        if (!SearchPath::wasStartedFromTerminal()) SearchPath::askShell(stop);
+    } catch (const std::exception&) { // stopped, or no thread is to be had: the inherited path has to do
+    }
+    return check(std::move(stop));
 }
 
 ToolReadiness claudeStatus(std::string_view standardOutput, std::int32_t exitCode) {

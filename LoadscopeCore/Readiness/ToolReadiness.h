@@ -42,6 +42,10 @@ struct Result {
 /// with their grace periods. Never throws; a check that was stopped is `unknown`.
 [[nodiscard]] Result check(std::stop_token stop);
 
+/// The same for a window: when no terminal started it, the user's shell is asked first for the search path,
+/// for at most 5 seconds more.
+[[nodiscard]] Result checkForWindow(std::stop_token stop);
+
 /// Judges `claude auth status --json`.
 [[nodiscard]] ToolReadiness claudeStatus(std::string_view standardOutput, std::int32_t exitCode);
 

@@ -160,4 +160,9 @@ void DemoHome::removeTool(std::string_view name) const {
     std::filesystem::remove(home_.path(".local/bin/" + std::string(name)));
 }
 
+void DemoHome::moveTools(const std::string& folder) const {
+    for (const std::string name : {"/claude", "/codex"})
+        std::filesystem::rename(home_.path(".local/bin") + name, folder + name);
+}
+
 } // namespace loadscope

@@ -54,6 +54,9 @@ public:
 
     void removeTool(std::string_view name) const;
 
+    /// Moves all stand-ins to the folder.
+    void moveTools(const std::string& folder) const;
+
 private:
     [[nodiscard]] Environment environment(const std::vector<std::string>& variables) const;
 

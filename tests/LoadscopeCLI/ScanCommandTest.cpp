@@ -212,8 +212,24 @@ TEST(ScanCommand, NamesEveryPlaceWhereItLookedForTheTool) {
         EXPECT_EQ(run.json()["error"]["case"], "cliNotFound");
         EXPECT_EQ(run.errors, "Could not find the claude command.\nLooked in:\n  • " + home.path() +
                                   "/.local/bin/claude\n  • /opt/homebrew/bin/claude\n"
-                                  "  • /usr/local/bin/claude\n  • zsh -lc 'command -v claude'\n");
+                                  "  • /usr/local/bin/claude\n  • /usr/bin/claude\n  • /bin/claude\n"
+                                  "  • zsh -lc 'command -v claude'\n");
     }
+}
+
+TEST(ScanCommand, FindsAToolAndItsServersThatOnlyThePathNames) {
+    const DemoHome home;
+    const std::string folder = makeFolder(home.path() + "/my tools");
+    home.moveTools(folder);
+    writeFile(home.repository() + "/.mcp.json", "{\"command\": \"near\"}\n{\"command\": \"far\"}\n");
+    writeExecutable(folder + "/near", "");
+    const std::string mode = "LOADSCOPE_DEMO_CLAUDE=servers-in-path";
+    const auto found = home.run({"scan", "--json"}, {"PATH=" + folder + ":/usr/bin:/bin", mode});
+    ASSERT_EQ(found.exitCode, 0) << found.errors;
+    EXPECT_EQ(found.json()["resolvedCLIPath"], folder + "/claude");
+    writeExecutable(folder + "/far", "");
+    const auto more = home.run({"scan", "--json"}, {"PATH=" + folder + ":/usr/bin:/bin", mode});
+    EXPECT_GT(more.json()["total"], found.json()["total"]);
 }
 
 TEST(ScanCommand, RefusesAFolderThatCannotBeListedBeforeAnyToolStarts) {

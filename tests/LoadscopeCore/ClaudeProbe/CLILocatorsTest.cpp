@@ -21,6 +21,7 @@ TEST(CLILocators, SearchTheOverrideThenThePlacesThenTheShell) {
         Answer shellAnswer;
         Answer expected; ///< nothing: not found
     };
+    const Paths path{"/p", "/q"};
     const std::string home = "/u/.local/bin/", brew = "/opt/homebrew/bin/", local = "/usr/local/bin/";
     for (const std::string tool : {"claude", "codex"}) {
         const std::vector<Case> cases{
@@ -33,15 +34,17 @@ TEST(CLILocators, SearchTheOverrideThenThePlacesThenTheShell) {
             {"a place before the shell", {}, {local + tool, "/n/x"}, "/n/x", local + tool},
             {"an answer that is not executable", {}, {}, "/n/x", {}},
             {"a blank answer", {}, {""}, " \n", {}},
-            {"no answer", {}, {}, {}, {}}};
+            {"no answer", {}, {}, {}, {}},
+            {"a folder of the path", {}, {"/p/" + tool, "/q/" + tool}, "/n/x", "/p/" + tool},
+            {"a place before the path", {}, {"/p/" + tool, local + tool}, {}, local + tool}};
         for (const Case& testCase : cases) {
             const auto isExecutable = [&](const auto& path) { return testCase.executables.contains(path); };
             const auto shell = [&] { return testCase.shellAnswer; };
             Answer found;
             try {
                 found = tool == "codex"
-                            ? CodexCLILocator::locate(testCase.override, "/u", isExecutable, shell).path
-                            : ClaudeCLILocator::resolve(testCase.override, "/u", isExecutable, shell);
+                            ? CodexCLILocator::locate(testCase.override, "/u", isExecutable, shell, path).path
+                            : ClaudeCLILocator::resolve(testCase.override, "/u", isExecutable, shell, path);
             } catch (const ProbeError& error) {
                 EXPECT_TRUE(error.is<ProbeError::CLINotFound>()) << testCase.name;
             }
@@ -51,6 +54,9 @@ TEST(CLILocators, SearchTheOverrideThenThePlacesThenTheShell) {
 }
 
 TEST(CLILocators, NameEveryPlaceTheySearch) {
+    EXPECT_EQ(ClaudeCLILocator::searchedPaths({}, "/u", {"/p", "/usr/local/bin", "/"}),
+              (Paths{"/u/.local/bin/claude", "/opt/homebrew/bin/claude", "/usr/local/bin/claude", "/p/claude",
+                     "/claude", "zsh -lc 'command -v claude'"}));
     EXPECT_EQ(CodexCLILocator::searchedPaths(" \u00a0\t", "/u"),
               (Paths{"/u/.npm-global/bin/codex", "/u/.local/bin/codex", "/opt/homebrew/bin/codex",
                      "/usr/local/bin/codex", "zsh -lc 'command -v codex'"}));

@@ -3,7 +3,6 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
-#include "LoadscopeCore/Process/LoginShell.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/ProcessTermination.h"
 #include "tests/Support/TemporaryFolder.h"
@@ -291,47 +290,6 @@ TEST_F(ChildRuns, AreOutOfReachOnceTheyHaveBeenReaped) {
     EXPECT_EQ(child.wait().status, 5);
     EXPECT_FALSE(ChildProcess::Hold(child).isValid());
     ProcessTermination::terminateThenKill(child, 5);
-}
-
-TEST_F(ChildRuns, AnswerForTheLoginShell) {
-    TemporaryFolder folder;
-    const auto shell = [&](const std::string& body) {
-        const std::string path = folder.path() + "/shell";
-        std::ofstream(path) << "#!/bin/sh\n" << body << "\n";
-        chmod(path.c_str(), 0755);
-        return path;
-    };
-    struct Case {
-        const char* body;
-        std::optional<std::string> expected;
-    };
-    for (const Case& c :
-         {Case{R"(printf '%s %s' "$1" "$2")", "-lc command -v claude"}, Case{"echo no; exit 1", std::nullopt},
-          Case{R"(printf '\377')", std::nullopt}, Case{"exec sleep 60", std::nullopt},
-          Case{"trap '' TERM; while :; do sleep 1; done", std::nullopt}}) {
-        const auto start = Clock::now();
-        EXPECT_EQ(LoginShell::output(shell(c.body), "command -v claude", 0.5, 0.2), c.expected) << c.body;
-        EXPECT_LT(Clock::now() - start, std::chrono::seconds(10)) << c.body;
-    }
-    EXPECT_EQ(LoginShell::output(folder.path() + "/missing", "true", 1, 1), std::nullopt);
-}
-
-TEST_F(ChildRuns, LetNobodyWaitForALoginShellWhenTheProgramCloses) {
-    TemporaryFolder folder;
-    const std::string shell =
-        writeExecutable(folder.path("shell"), "#!/bin/sh\ntrap '' TERM\n: >\"$2\"\nsleep 60 & wait\n");
-    const std::string started = folder.path("started");
-    const auto ask = [&] { return LoginShell::output(shell, started, 50, 50); };
-    auto answer = std::async(std::launch::async, ask);
-    ASSERT_TRUE(waitFor([&] { return access(started.c_str(), F_OK) == 0; }));
-    const auto start = Clock::now();
-    {
-        const LoginShell::Closing closing;
-        EXPECT_EQ(answer.get(), std::nullopt);
-        EXPECT_EQ(ask(), std::nullopt) << "a new one is not begun";
-    }
-    EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
-    EXPECT_EQ(LoginShell::output("/bin/sh", "echo found", 50, 50), "found\n");
 }
 
 } // namespace

@@ -2,26 +2,23 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Process/CommandSearch.h"
 
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
-
 #include <gtest/gtest.h>
 
 namespace loadscope {
 namespace {
 
-TEST(CommandSearch, TakesOnlyAWholePathFromTheLoginShell) {
-    const TemporaryFolder home;
-    const ScopedEnvironment environment("HOME", home.path());
-    for (const char* profile : {".profile", ".zprofile"})
-        writeFile(home.path(profile), "PATH=\"$HOME/bin:$PATH\"\nloadscope_function() { :; }\n");
-    const std::string tool = writeExecutable(home.path("bin/loadscope-tool"), "#!/bin/sh\n");
-    const auto answer = [](const char* name) {
-        return CommandSearch::absolutePathFromLoginShell(name, 50, 5);
-    };
-    EXPECT_EQ(answer("loadscope-tool"), tool + "\n");
-    EXPECT_EQ(answer("loadscope_function"), std::nullopt) << "a bare name would be looked for in any folder";
-    EXPECT_EQ(answer("loadscope-missing"), std::nullopt);
+TEST(CommandSearch, ReadsWhatShellsSayOfACommand) {
+    const std::vector<std::pair<const char*, std::optional<std::string>>> cases{
+        {"/usr/bin/tool\n", "/usr/bin/tool"},
+        {"tool: aliased to /opt/x\n/usr/bin/tool\n", "/opt/x"},
+        {"alias tool='/opt/a b/tool -v'\n/usr/bin/tool", "/usr/bin/tool"},
+        {"tool='\\''/opt/a b/tool'\\'' -v'", std::nullopt},
+        {R"(alias tool=''\''/opt/a b/tool'\'' -v')", "/opt/a b/tool"},
+        {"tools='/opt/x'\ntool\n./tool\n", std::nullopt},
+        {"tool=\"/opt/x\\", "/opt/x\\"},
+        {"\n\n", std::nullopt}};
+    for (const auto& [answer, expected] : cases)
+        EXPECT_EQ(CommandSearch::pathInAnswer(answer, "tool"), expected) << answer;
 }
 
 } // namespace
