@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeCore/ClaudeProbe/MissingInterpreter.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/Platform/Text.h"
@@ -43,6 +44,25 @@ ProbeRunner::Execution collect(ChildProcess& child, TimeLimit& limit, ReaderDead
     return execution;
 }
 
+/// What a shell and `env` end with when a program cannot be started.
+bool couldNotStart(std::int32_t exitCode) { return exitCode == 126 || exitCode == 127; }
+
+/// Why the tool's script found no interpreter, if that is why it ended.
+std::optional<ProbeError> missingInterpreter(const std::string& cli,
+                                             const ProbeRunner::Execution& execution) {
+    if (!couldNotStart(execution.exitCode) || !Text::trimmed(execution.standardOutput).empty()) return {};
+    const auto name = MissingInterpreter::inErrorText(execution.standardError);
+    if (!name) return {};
+    return ProbeError(ProbeError::UnreadableOutput{
+        MissingInterpreter::detail(cli, *name, SearchPath::environmentFor(cli)["PATH"])});
+}
+
+std::string describe(const LaunchError& error, const std::string& cli) {
+    if (const auto interpreter = MissingInterpreter::ofScript(cli))
+        return MissingInterpreter::detail(cli, *interpreter, {});
+    return "Could not start " + cli + ": " + error.what();
+}
+
 } // namespace
 
 ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::vector<std::string>& arguments,
@@ -63,9 +83,10 @@ ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::v
         OutputCollector error(child->standardError(), deadline);
         Execution execution = collect(*child, limit, *deadline, output, error, limits.readerGraceSeconds);
         if (launch.isCancelled()) throw CancellationError();
+        if (const auto error = missingInterpreter(cli, execution)) throw ProbeError(*error);
         return execution;
     } catch (const LaunchError& error) {
-        throw ProbeError(ProbeError::UnreadableOutput{"Could not start " + cli + ": " + error.what()});
+        throw ProbeError(ProbeError::UnreadableOutput{describe(error, cli)});
     }
 }
 

@@ -94,7 +94,8 @@ public:
 
     /// Runs one child of `tool` in `repository` within `limits` and collects what it writes. Blocking.
     /// Honours the `ProcessCancellation` that is current on this thread. Throws `ProbeError`
-    /// (`UnreadableOutput`) when the child cannot be started and `CancellationError` when it was cancelled.
+    /// (`UnreadableOutput`) when the child, or the interpreter of its script, cannot be started and
+    /// `CancellationError` when it was cancelled.
     /// The child, its descriptors and its threads are gone on return.
     [[nodiscard]] static Execution execute(const std::string& cli, const std::vector<std::string>& arguments,
                                            const std::string& repository, ProbeEnvironment::Tool tool,

@@ -230,6 +230,11 @@ TEST(ScanCommand, FindsAToolAndItsServersThatOnlyThePathNames) {
     writeExecutable(folder + "/far", "");
     const auto more = home.run({"scan", "--json"}, {"PATH=" + folder + ":/usr/bin:/bin", mode});
     EXPECT_GT(more.json()["total"], found.json()["total"]);
+
+    writeExecutable(folder + "/claude", "#!/usr/bin/env no-such-node\n");
+    const auto lost = home.run({"scan", "--skip-check"}, {"PATH=" + folder + ":/usr/bin:/bin"});
+    EXPECT_EQ(lost.exitCode, 1);
+    EXPECT_THAT(lost.errors, HasSubstr(folder + "/claude: its interpreter `no-such-node` was not found."));
 }
 
 TEST(ScanCommand, RefusesAFolderThatCannotBeListedBeforeAnyToolStarts) {

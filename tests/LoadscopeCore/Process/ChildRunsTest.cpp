@@ -264,6 +264,11 @@ TEST_F(ChildRuns, SayWhyTheyCouldNotStart) {
         {plain, folder.path(), "Permission denied"},
         {foreign, folder.path(), "Exec format error"},
         {LOADSCOPE_TEST_CHILD, missing, "No such file or directory (" + missing + ")"},
+        {writeExecutable(folder.path("orphan"), "#! /no/such/node --flag\n"), folder.path(),
+         "its interpreter /no/such/node does not exist."},
+        {writeExecutable(folder.path("lost"), "#!/usr/bin/env no-such-node\n"), folder.path(),
+         "its interpreter `no-such-node` was not found. It lies outside the PATH that was used: " +
+             UserFolders::environment().at("PATH")},
     };
     for (const Case& c : cases) {
         try {
