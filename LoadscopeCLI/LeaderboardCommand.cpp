@@ -9,6 +9,7 @@
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/ConditionTexts.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -30,6 +31,7 @@ constexpr const char* examples = R"(Examples:
   loadscope leaderboard --json | jq -r '.entries[] | select(.trend == "up") | .repositoryName')";
 
 Table::Cell change(const LeaderboardEntry& entry) {
+    if (entry.followsOtherModel()) return {ConditionTexts::otherModel, TextStyle::dim};
     const auto delta = entry.delta();
     if (!delta) return "";
     return *delta == 0 ? LocaleFormat::grouped(0) : Table::Cell::own(LocaleFormat::signedGrouped(*delta));

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/Presentation/HistoryTexts.h"
 
 namespace loadscope {
 
@@ -12,11 +12,10 @@ class TrendPill : public Pill {
     Q_OBJECT
 
 public:
-    TrendPill(std::optional<TrendDirection> trend, std::optional<std::int64_t> delta,
-              QWidget* parent = nullptr);
+    explicit TrendPill(const TrendPillText& text, QWidget* parent = nullptr);
 
 private:
-    static Look lookFor(std::optional<TrendDirection> trend, std::optional<std::int64_t> delta);
+    static Look lookFor(const TrendPillText& pill);
 };
 
 } // namespace loadscope

@@ -32,21 +32,30 @@ LeaderboardEntry makeEntry(std::vector<const RecordedScan*> group) {
     std::stable_sort(group.begin(), group.end(), [](const RecordedScan* left, const RecordedScan* right) {
         return std::tie(left->date, left->id) < std::tie(right->date, right->id);
     });
-    LeaderboardEntry entry{*group.back(), std::nullopt, static_cast<std::int64_t>(group.size())};
-    if (group.size() > 1) entry.previousTotal = group[group.size() - 2]->total;
+    LeaderboardEntry entry{*group.back(), std::nullopt, static_cast<std::int64_t>(group.size()),
+                           std::nullopt};
+    if (group.size() > 1) {
+        const RecordedScan& previous = *group[group.size() - 2];
+        entry.previousTotal = previous.total;
+        entry.previousModel = previous.model;
+    }
     return entry;
 }
 
 } // namespace
 
+bool LeaderboardEntry::followsOtherModel() const {
+    return latest.model && previousModel && *latest.model != *previousModel;
+}
+
 std::optional<TrendDirection> LeaderboardEntry::trend() const {
-    if (!previousTotal) return std::nullopt;
+    if (!previousTotal || followsOtherModel()) return std::nullopt;
     if (latest.total == *previousTotal) return TrendDirection::flat;
     return latest.total > *previousTotal ? TrendDirection::up : TrendDirection::down;
 }
 
 std::optional<std::int64_t> LeaderboardEntry::delta() const {
-    if (!previousTotal) return std::nullopt;
+    if (!previousTotal || followsOtherModel()) return std::nullopt;
     SaturatingSum difference;
     difference.add(latest.total);
     difference.subtract(*previousTotal);
@@ -67,6 +76,24 @@ std::vector<RecordedScan> scans(const std::vector<RecordedScan>& history, std::s
 std::optional<std::string> mostRecentRepositoryPath(const std::vector<RecordedScan>& history) {
     if (history.empty()) return std::nullopt;
     return history.back().repositoryPath;
+}
+
+std::vector<ScanChange> changes(const std::vector<RecordedScan>& scans) {
+    using Kind = ScanChange::Kind;
+    std::vector<ScanChange> found;
+    const std::string* version = nullptr;
+    const std::string* model = nullptr;
+    const auto follow = [&](Kind kind, std::size_t scan, const std::optional<std::string>& told,
+                            const std::string*& known) {
+        if (!told) return;
+        if (known && *known != *told) found.push_back({kind, scan, *known, *told});
+        known = &*told;
+    };
+    for (std::size_t i = 0; i < scans.size(); ++i) {
+        follow(Kind::version, i, scans[i].toolVersion, version);
+        follow(Kind::model, i, scans[i].model, model);
+    }
+    return found;
 }
 
 std::vector<RecordedScan> latestPerRepository(const std::vector<RecordedScan>& history,

@@ -16,16 +16,32 @@ namespace loadscope {
 
 enum class TrendDirection { up, down, flat };
 
-/// One repository's line in a tool's ranking.
+/// One repository's line in a tool's ranking. Two scans with different models have no trend: their totals are
+/// of two kinds. A scan that does not tell its model is compared with any.
 struct LeaderboardEntry {
     RecordedScan latest;
     std::optional<std::int64_t> previousTotal; ///< of the scan before `latest`
     std::int64_t scanCount = 0;
+    std::optional<std::string> previousModel{}; ///< of the scan before `latest`
 
     [[nodiscard]] const UUID& id() const { return latest.id; }
+    /// The scan before `latest` is known to have used another model.
+    [[nodiscard]] bool followsOtherModel() const;
     [[nodiscard]] std::optional<TrendDirection> trend() const;
     [[nodiscard]] std::optional<std::int64_t> delta() const;
     bool operator==(const LeaderboardEntry&) const = default;
+};
+
+/// The version or the model of a tool changed between two scans.
+struct ScanChange {
+    enum class Kind { version, model };
+
+    Kind kind = Kind::version;
+    std::size_t scan = 0; ///< position of the first scan after the change
+    std::string before;
+    std::string after;
+
+    bool operator==(const ScanChange&) const = default;
 };
 
 /// An axis on which the categories of several scans line up. The n-th category of a name within one scan
@@ -79,6 +95,10 @@ namespace ScanHistory {
 
 /// Repository of the last record, if there is one.
 [[nodiscard]] std::optional<std::string> mostRecentRepositoryPath(const std::vector<RecordedScan>& history);
+
+/// What changed within the scans of one repository and tool, in input order; the version first. A scan that
+/// does not tell is passed over: the next one that does is compared with the last one that did.
+[[nodiscard]] std::vector<ScanChange> changes(const std::vector<RecordedScan>& scans);
 
 /// The newest record of each repository, by repository name, then path.
 [[nodiscard]] std::vector<RecordedScan> latestPerRepository(const std::vector<RecordedScan>& history,

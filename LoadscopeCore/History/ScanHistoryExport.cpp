@@ -56,8 +56,8 @@ const char* name(TrendDirection trend) {
     return "flat";
 }
 
-template <typename Number>
-Object orNull(const std::optional<Number>& value) {
+template <typename Value>
+Object orNull(const std::optional<Value>& value) {
     return value ? Object(*value) : Object(nullptr);
 }
 
@@ -96,6 +96,8 @@ std::string leaderboardJson(std::string_view tool, const std::vector<Leaderboard
                         {"repositoryPath", entry.latest.repositoryPath},
                         {"total", entry.latest.total},
                         {"previousTotal", orNull(entry.previousTotal)},
+                        {"model", orNull(entry.latest.model)},
+                        {"previousModel", orNull(entry.previousModel)},
                         {"scanCount", entry.scanCount},
                         {"trend", trend ? Object(name(*trend)) : Object(nullptr)},
                         {"delta", orNull(entry.delta())}});

@@ -19,7 +19,8 @@ namespace loadscope::ScanHistoryExport {
 /// the end.
 [[nodiscard]] std::string json(const std::vector<RecordedScan>& scans);
 
-/// One object with the "tool" and its "entries" in the order given; what an entry lacks is null. Indented,
+/// One object with the "tool" and its "entries" in the order given; what an entry lacks is null, as "trend"
+/// and "delta" are between two models. Indented,
 /// without a line feed at the end.
 [[nodiscard]] std::string leaderboardJson(std::string_view tool,
                                           const std::vector<LeaderboardEntry>& entries);

@@ -88,7 +88,7 @@ std::vector<ComparePresentation::LeaderboardRow> ComparePresentation::rows(const
                                    LocaleFormat::date(latest.date);
         rows.push_back({{rows.size() + 1, names.of(latest), detail, LocaleFormat::grouped(latest.total),
                          latest.band(), OpinionBands::title(latest.band()), latest.repositoryPath},
-                        TrendPillText::of(entry.trend(), entry.delta())});
+                        TrendPillText::of(entry)});
     }
     return rows;
 }

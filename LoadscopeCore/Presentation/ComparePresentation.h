@@ -28,7 +28,7 @@ public:
     static constexpr const char* methodTitle = "How to read this";
     static constexpr std::array methodSentences = {
         "The ranking uses each repository's latest scan; the pill beside it compares that scan with the one "
-        "before.",
+        "before. Totals of two models are not compared: the pill then says \"other model\".",
         "Claude Code and Codex load different things, so each has a ranking of its own and totals are never "
         "added up.",
         "Every chart lists the same categories in the same order. An empty place means that the scan had no "

@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Presentation/HistoryTexts.h"
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/ConditionTexts.h"
 
 namespace loadscope {
 
@@ -17,6 +18,11 @@ TrendPillText TrendPillText::of(std::optional<TrendDirection> trend, std::option
         return {LocaleFormat::signedGrouped(*delta), "arrow.down.right", OpinionBand::lean};
     }
     return {};
+}
+
+TrendPillText TrendPillText::of(const LeaderboardEntry& entry) {
+    if (entry.followsOtherModel()) return {ConditionTexts::otherModel, "", std::nullopt};
+    return of(entry.trend(), entry.delta());
 }
 
 } // namespace loadscope

@@ -27,7 +27,8 @@ struct EmptyStateText {
 };
 
 /// A capsule that tells how a repository's total moved. Without a trend there is no symbol and no tint but
-/// the secondary colour; so it is with an unchanged total, whose symbol is "equal".
+/// the secondary colour; so it is with an unchanged total, whose symbol is "equal". After a scan with another
+/// model it says so instead.
 struct TrendPillText {
     std::string text;
     std::string symbol;
@@ -35,6 +36,7 @@ struct TrendPillText {
 
     [[nodiscard]] static TrendPillText of(std::optional<TrendDirection> trend,
                                           std::optional<std::int64_t> delta);
+    [[nodiscard]] static TrendPillText of(const LeaderboardEntry& entry);
     bool operator==(const TrendPillText&) const = default;
 };
 

@@ -37,7 +37,7 @@ RowButton* makeRow(const ComparePresentation::LeaderboardRow& row, const Leaderb
     if (text.rank) rank = static_cast<int>(*text.rank);
     auto* button = new RowButton(
         new HistoryRow({rank, title, detail, entry.latest.total, ThemeColors::text(text.band), band},
-                       new TrendPill(entry.trend(), entry.delta())),
+                       new TrendPill(row.trend)),
         QStringLiteral("%1. %2, %3, %4 tokens, %5, %6")
             .arg(QString::fromStdString(LocaleFormat::grouped(rank.value_or(0))), title, detail,
                  DisplayText::own(text.value), band, DisplayText::own(row.trend.text)));

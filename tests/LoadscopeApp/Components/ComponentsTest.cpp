@@ -37,21 +37,20 @@ namespace {
 TEST(TrendPill, NamesTheChangeInWordsAndColour) {
     using enum TrendDirection;
     struct Case {
-        std::optional<TrendDirection> trend;
-        std::optional<std::int64_t> delta;
+        TrendPillText pill;
         QString text;
         QString symbol;
         ThemeColor tint;
     };
     const std::vector<Case> cases{
-        {{}, {}, "First scan", "", ThemeColor::secondaryText},
-        {up, {}, "First scan", "", ThemeColor::secondaryText},
-        {flat, 0, "±0", "equal", ThemeColor::secondaryText},
-        {up, 4'120, "+4,120", "arrow.up.right", ThemeColor::bandHeavy},
-        {down, -7'000, "-7,000", "arrow.down.right", ThemeColor::bandLean},
+        {TrendPillText::of({}, {}), "First scan", "", ThemeColor::secondaryText},
+        {TrendPillText::of(up, {}), "First scan", "", ThemeColor::secondaryText},
+        {TrendPillText::of(flat, 0), "±0", "equal", ThemeColor::secondaryText},
+        {TrendPillText::of(up, 4'120), "+4,120", "arrow.up.right", ThemeColor::bandHeavy},
+        {TrendPillText::of(down, -7'000), "-7,000", "arrow.down.right", ThemeColor::bandLean},
     };
     for (const Case& testCase : cases) {
-        const TrendPill pill(testCase.trend, testCase.delta);
+        const TrendPill pill(testCase.pill);
         EXPECT_EQ(pill.look().text, testCase.text);
         EXPECT_EQ(pill.look().symbol, testCase.symbol);
         EXPECT_EQ(pill.look().tint, testCase.tint);

@@ -35,7 +35,7 @@ TEST(ScanHistory, RanksTheHeaviestFirst) {
     EXPECT_EQ(
         nlohmann::json::parse(ScanHistoryExport::leaderboardJson("claude", entries)).at("entries").at(1),
         nlohmann::json::parse(R"({"repositoryName":"A","repositoryPath":"/src/A","total":12000,
-                                        "previousTotal":10000,"scanCount":2,"trend":"up","delta":2000})"));
+                                        "previousTotal":10000,"model":null,"previousModel":null,"scanCount":2,"trend":"up","delta":2000})"));
     const std::string alone = ScanHistoryExport::leaderboardJson("codex", {entries.at(0)});
     EXPECT_NE(alone.find("\"previousTotal\": null"), std::string::npos) << alone;
     EXPECT_NE(alone.find("\"trend\": null,\n      \"delta\": null"), std::string::npos) << alone;
@@ -49,6 +49,48 @@ TEST(ScanHistory, ComparesEachScanWithTheOneBeforeIt) {
     EXPECT_TRUE(entry(7, 7).trend() == TrendDirection::flat && entry(7, 7).delta() == 0);
     EXPECT_TRUE(entry(9, 8).trend() == TrendDirection::down && entry(9, 8).delta() == -1);
     EXPECT_EQ(entry(-2, most).delta(), most);
+}
+
+TEST(ScanHistory, ComparesNoTotalsOfTwoModels) {
+    using Model = std::optional<std::string>;
+    const std::tuple<Model, Model, bool> cases[] = {{std::nullopt, std::nullopt, true},
+                                                    {"sonnet", "sonnet", true},
+                                                    {"sonnet", "opus", false},
+                                                    {std::nullopt, "opus", true},
+                                                    {"sonnet", std::nullopt, true}};
+    for (const auto& [before, after, isCompared] : cases) {
+        std::vector<RecordedScan> history{record(1, "A", day(1), 100), record(2, "A", day(2), 300)};
+        history[0].model = before;
+        history[1].model = after;
+        const LeaderboardEntry entry = leaderboard(history, "claude").at(0);
+        const std::string name = before.value_or("-") + " " + after.value_or("-");
+        EXPECT_EQ(entry.followsOtherModel(), !isCompared) << name;
+        EXPECT_EQ(entry.delta(), isCompared ? std::optional(200) : std::nullopt) << name;
+        EXPECT_EQ(entry.trend().has_value(), isCompared) << name;
+        const auto json =
+            nlohmann::json::parse(ScanHistoryExport::leaderboardJson("claude", {entry}))["entries"][0];
+        EXPECT_EQ(json["previousTotal"], 100) << name;
+        EXPECT_EQ(json["delta"].is_null(), !isCompared) << name;
+        EXPECT_EQ(json["previousModel"].is_null(), !before) << name;
+    }
+}
+
+TEST(ScanHistory, FindsWhatChangedBetweenTwoScans) {
+    using enum ScanChange::Kind;
+    const std::pair<const char*, const char*> told[] = {
+        {"", ""}, {"1", "a"}, {"1", "a"}, {"2", "b"}, {"", ""}, {"", "b"}, {"3", ""}, {"3", "c"}, {"2", "c"}};
+    std::vector<RecordedScan> scans;
+    for (const auto& [version, model] : told) {
+        scans.push_back(record(1, "A", day(1), 1));
+        if (*version) scans.back().toolVersion = version;
+        if (*model) scans.back().model = model;
+    }
+    EXPECT_EQ(ScanHistory::changes(scans), (std::vector<ScanChange>{{version, 3, "1", "2"},
+                                                                    {model, 3, "a", "b"},
+                                                                    {version, 6, "2", "3"},
+                                                                    {model, 7, "b", "c"},
+                                                                    {version, 8, "3", "2"}}));
+    EXPECT_TRUE(ScanHistory::changes({}).empty());
 }
 
 TEST(ScanHistory, PicksTheNewestOfEachRepository) {

@@ -57,6 +57,12 @@ TEST(ComparePresentation, RanksRepositoriesAndTellsEqualNamesApart) {
     EXPECT_EQ(page.columns()[0].label, "app — /x/app");
     EXPECT_EQ(page.columns()[2].label, "c");
     EXPECT_EQ(ComparePresentation::text(page.columns()[1]).pill, "Excessive · over 60,000");
+    LeaderboardEntry entry{scan("/c", 4, 12000), 10000, 2};
+    EXPECT_EQ(TrendPillText::of(entry).text, "+2,000");
+    entry.latest.model = "claude-opus-5";
+    EXPECT_EQ(TrendPillText::of(entry).text, "+2,000") << "the scan before does not tell";
+    entry.previousModel = "claude-sonnet-5";
+    EXPECT_EQ(TrendPillText::of(entry), (TrendPillText{"other model", "", std::nullopt}));
     EXPECT_EQ(TrendPillText::of(TrendDirection::down, -7000),
               (TrendPillText{"-7,000", "arrow.down.right", OpinionBand::lean}));
 }
