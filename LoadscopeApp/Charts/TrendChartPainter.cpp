@@ -78,6 +78,29 @@ void paintThresholdLabels(QPainter& painter, const Geometry& geometry) {
     }
 }
 
+void paintChangeLines(QPainter& painter, const Geometry& geometry, const std::vector<std::size_t>& palette) {
+    const AppTheme& theme = AppTheme::current();
+    for (const Geometry::Change& change : geometry.changes()) {
+        QPen pen(theme.chartColor(palette.at(change.series)), 1);
+        pen.setCapStyle(Qt::FlatCap);
+        if (!change.isMajor) pen.setDashPattern({Geometry::changeDash, Geometry::changeDash});
+        painter.setPen(pen);
+        const double x = crisp(change.top.x);
+        painter.drawLine(QPointF(x, change.top.y), QPointF(x, geometry.plot().bottom()));
+    }
+}
+
+void paintChangeLabels(QPainter& painter, const Geometry& geometry) {
+    const AppTheme& theme = AppTheme::current();
+    painter.setFont(theme.font(TextStyle::caption));
+    painter.setPen(theme.color(ThemeColor::secondaryText));
+    for (const Geometry::Change& change : geometry.changes()) {
+        if (change.labelRect)
+            ReadingText::draw(painter, qt(*change.labelRect), Qt::AlignCenter | Qt::TextDontClip,
+                              DisplayText::own(change.label));
+    }
+}
+
 void paintPoint(QPainter& painter, const Geometry::Mark& mark, double radius, const QColor& color) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
@@ -91,6 +114,7 @@ void paint(QPainter& painter, const Geometry& geometry, const std::vector<std::s
     painter.setRenderHint(QPainter::Antialiasing);
     paintAxes(painter, geometry);
     paintThresholdRules(painter, geometry);
+    paintChangeLines(painter, geometry, palette);
     painter.setBrush(Qt::NoBrush);
     for (std::size_t series = 0; series < geometry.lines().size(); ++series) {
         const Geometry::Line& line = geometry.lines()[series];
@@ -103,6 +127,7 @@ void paint(QPainter& painter, const Geometry& geometry, const std::vector<std::s
     for (const Geometry::Mark& mark : geometry.marks())
         paintPoint(painter, mark, Geometry::pointRadius, theme.chartColor(palette.at(mark.series)));
     paintThresholdLabels(painter, geometry);
+    paintChangeLabels(painter, geometry);
 }
 
 void paintSelection(QPainter& painter, const Geometry& geometry, const Geometry::Mark& mark,
@@ -115,6 +140,16 @@ void paintSelection(QPainter& painter, const Geometry& geometry, const Geometry:
     paintPoint(painter, mark, Geometry::selectedPointRadius, theme.chartColor(palette.at(mark.series)));
 }
 
+double tooltipHeight(std::size_t conditionLines) {
+    const AppTheme& theme = AppTheme::current();
+    const double caption = QFontMetricsF(theme.font(TextStyle::caption)).height();
+    const double height = caption + QFontMetricsF(theme.font(TextStyle::headline)).height() +
+                          QFontMetricsF(theme.font(TextStyle::caption, QFont::Medium)).height() +
+                          2 * tooltipLineGap +
+                          static_cast<double>(conditionLines) * (caption + tooltipLineGap);
+    return std::ceil(height) + 2 * Geometry::tooltipPadding;
+}
+
 QSizeF tooltipSize(const TrendsPresentation::Tooltip& tooltip) {
     const AppTheme& theme = AppTheme::current();
     const QFontMetricsF caption(theme.font(TextStyle::caption));
@@ -122,12 +157,11 @@ QSizeF tooltipSize(const TrendsPresentation::Tooltip& tooltip) {
     const QFont headline = theme.font(TextStyle::headline);
     const double total = TabularDigits::width(DisplayText::own(tooltip.total), headline) + tooltipUnitGap +
                          caption.horizontalAdvance(QStringLiteral("tokens"));
-    const double width = std::max({caption.horizontalAdvance(DisplayText::own(tooltip.heading)), total,
-                                   medium.horizontalAdvance(DisplayText::own(tooltip.bandTitle))});
-    const double height =
-        caption.height() + QFontMetricsF(headline).height() + medium.height() + 2 * tooltipLineGap;
-    constexpr double inset = 2 * Geometry::tooltipPadding;
-    return {std::ceil(width) + inset, std::ceil(height) + inset};
+    double width = std::max({caption.horizontalAdvance(DisplayText::own(tooltip.heading)), total,
+                             medium.horizontalAdvance(DisplayText::own(tooltip.bandTitle))});
+    for (const std::string& line : tooltip.conditions)
+        width = std::max(width, caption.horizontalAdvance(DisplayText::own(line)));
+    return {std::ceil(width) + 2 * Geometry::tooltipPadding, tooltipHeight(tooltip.conditions.size())};
 }
 
 void paintTooltip(QPainter& painter, const QRectF& area, const TrendsPresentation::Tooltip& tooltip) {
@@ -159,6 +193,15 @@ void paintTooltip(QPainter& painter, const QRectF& area, const TrendsPresentatio
     painter.setFont(medium);
     painter.setPen(theme.color(ThemeColors::text(tooltip.band)));
     ReadingText::draw(painter, baseline, DisplayText::own(tooltip.bandTitle));
+
+    painter.setFont(caption);
+    painter.setPen(theme.color(ThemeColor::secondaryText));
+    double descent = QFontMetricsF(medium).descent();
+    for (const std::string& line : tooltip.conditions) {
+        baseline.ry() += descent + tooltipLineGap + QFontMetricsF(caption).ascent();
+        descent = QFontMetricsF(caption).descent();
+        ReadingText::draw(painter, baseline, DisplayText::own(line));
+    }
 }
 
 } // namespace loadscope::TrendChartPainter

@@ -24,6 +24,8 @@ void paint(QPainter& painter, const TrendChartGeometry& geometry, const std::vec
 void paintSelection(QPainter& painter, const TrendChartGeometry& geometry,
                     const TrendChartGeometry::Mark& mark, const std::vector<std::size_t>& palette);
 
+/// Of a tooltip with so many lines of conditions.
+[[nodiscard]] double tooltipHeight(std::size_t conditionLines);
 [[nodiscard]] QSizeF tooltipSize(const TrendsPresentation::Tooltip& tooltip);
 void paintTooltip(QPainter& painter, const QRectF& area, const TrendsPresentation::Tooltip& tooltip);
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Geometry/TrendChartGeometry.h"
 
+#include "LoadscopeCore/Geometry/Flags.h"
 #include "LoadscopeCore/Geometry/LabelRow.h"
 #include "LoadscopeCore/Geometry/ValueAxis.h"
 
@@ -24,6 +25,14 @@ std::vector<std::size_t> orderByDate(const std::vector<TrendChartData::Point>& p
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return points[a].date < points[b].date; });
     return order;
+}
+
+/// Of the labels of changes: those that part the points stand above the others.
+std::size_t labelRows(const std::vector<TrendChartData::Change>& changes) {
+    const auto isMajor = [](const TrendChartData::Change& change) { return change.isMajor; };
+    const bool some = std::any_of(changes.begin(), changes.end(), isMajor);
+    const bool all = std::all_of(changes.begin(), changes.end(), isMajor);
+    return changes.empty() ? 0 : some && !all ? 2 : 1;
 }
 
 std::uint64_t distance(Timestamp a, Timestamp b) {
@@ -60,6 +69,7 @@ TrendChartGeometry::TrendChartGeometry(const TrendChartData& data, SizeF size, c
     timeAxis_ = TimeAxis(dates);
     layOutPlot(data, size_, text);
     layOutMarks(data);
+    layOutChanges(data, text);
     layOutTimeTicks(size_, text);
     layOutThresholds(data, text);
 }
@@ -69,7 +79,8 @@ double TrendChartGeometry::yOf(std::int64_t value, std::int64_t upperBound) cons
 }
 
 void TrendChartGeometry::layOutPlot(const TrendChartData& data, SizeF size, const TextMeasure& text) {
-    const double top = std::min(text.lineHeight / 2, size.height);
+    const double labels = static_cast<double>(labelRows(data.changes)) * (text.lineHeight + flagRowGap);
+    const double top = std::min(std::max(text.lineHeight / 2, labels), size.height);
     plot_.y = top;
     plot_.height = usableLength(size.height - top - text.lineHeight - axisGap);
     const auto intervals = static_cast<std::size_t>(std::clamp(plot_.height / valueTickDistance, 1.0, 8.0));
@@ -130,6 +141,36 @@ void TrendChartGeometry::layOutMarks(const TrendChartData& data) {
     }
 }
 
+void TrendChartGeometry::layOutChanges(const TrendChartData& data, const TextMeasure& text) {
+    const auto halfway = [this](const TrendChartData::Change& change) {
+        std::optional<double> before;
+        for (const Mark& mark : marks_) {
+            if (mark.series != change.series) continue;
+            if (mark.point == change.point) return (before.value_or(mark.position.x) + mark.position.x) / 2;
+            before = mark.position.x;
+        }
+        return plot_.x;
+    };
+    for (const TrendChartData::Change& change : data.changes)
+        changes_.push_back(
+            {change.series, change.isMajor, {halfway(change), plot_.y}, change.label, change.shortLabel, {}});
+    std::stable_sort(changes_.begin(), changes_.end(),
+                     [](const Change& a, const Change& b) { return a.top.x < b.top.x; });
+
+    const bool hasTwoRows = labelRows(data.changes) == 2;
+    std::vector<Flag> flags;
+    for (const Change& change : changes_)
+        flags.push_back({change.top.x, hasTwoRows && !change.isMajor ? std::size_t{1} : 0, change.label,
+                         change.shortLabel});
+    const double left = std::min(plot_.x, size_.width);
+    const std::vector<PlacedFlag> placed = placeFlags(flags, {left, 0, size_.width - left, plot_.y}, text);
+    for (std::size_t i = 0; i < placed.size(); ++i) {
+        changes_[i].label = placed[i].label;
+        changes_[i].labelRect = placed[i].rect;
+        if (placed[i].rect) changes_[i].top.y = placed[i].rect->y;
+    }
+}
+
 void TrendChartGeometry::layOutThresholds(const TrendChartData& data, const TextMeasure& text) {
     if (!data.showsThresholds) return;
     const std::pair<OpinionBand, std::int64_t> anchors[] = {
@@ -166,7 +207,8 @@ std::optional<std::size_t> TrendChartGeometry::markAt(double x) const { return m
 RectF TrendChartGeometry::tooltipRect(std::size_t mark, SizeF tooltip) const {
     const double left = marks_.at(mark).position.x - tooltip.width / 2;
     const double rightmost = std::max(0.0, size_.width - tooltip.width);
-    return {std::clamp(left, 0.0, rightmost), plot_.y - tooltipDistance - tooltip.height, tooltip.width,
+    const double top = changes_.empty() ? plot_.y : 0;
+    return {std::clamp(left, 0.0, rightmost), top - tooltipDistance - tooltip.height, tooltip.width,
             tooltip.height};
 }
 

@@ -27,9 +27,19 @@ struct TrendChartData {
         std::int64_t total = 0;
     };
 
+    /// Something else changed between a point and the one before it.
+    struct Change {
+        std::size_t series = 0;
+        std::size_t point = 0;
+        bool isMajor = false; ///< the points before it do not compare with those after it
+        std::string label;
+        std::string shortLabel; ///< for where the label finds no room
+    };
+
     std::vector<std::vector<Point>> series; ///< the points of one series in any order
     std::int64_t upperBound = normalUpperBound;
     bool showsThresholds = false;
+    std::vector<Change> changes{}; ///< oldest first
 
     /// Top of the value axis for the largest total: 69,000, or 1.15 times a total above 60,000.
     [[nodiscard]] static std::int64_t upperBoundFor(std::int64_t largestTotal);
@@ -50,6 +60,7 @@ public:
     static constexpr double tooltipPadding = 7;
     static constexpr double thresholdLabelDistance = 4;
     static constexpr double thresholdDash = 4; ///< points drawn, then as many left out
+    static constexpr double changeDash = 2;
 
     struct Tick {
         std::string label;
@@ -65,6 +76,15 @@ public:
     struct Line {
         PointF start;
         std::vector<CurveSegment> segments;
+    };
+    /// A vertical line halfway between two points, from `top` to the bottom of the plot.
+    struct Change {
+        std::size_t series = 0;
+        bool isMajor = false;
+        PointF top;
+        std::string label; ///< the one that found room
+        std::string shortLabel;
+        std::optional<RectF> labelRect; ///< above the plot; nothing when there is no room
     };
     struct Threshold {
         OpinionBand band = OpinionBand::heavy;
@@ -83,6 +103,8 @@ public:
     [[nodiscard]] const std::vector<Line>& lines() const { return lines_; } ///< one per series
     [[nodiscard]] const std::vector<Threshold>& thresholds() const { return thresholds_; }
 
+    [[nodiscard]] const std::vector<Change>& changes() const { return changes_; } ///< oldest first
+
     /// The points of all series by date; on equal dates the earlier series comes first.
     [[nodiscard]] const std::vector<Mark>& marks() const { return marks_; }
 
@@ -93,14 +115,15 @@ public:
     [[nodiscard]] std::optional<std::size_t> markAt(double x) const;
     [[nodiscard]] std::optional<std::size_t> markNearest(Timestamp date) const;
 
-    /// Where the tooltip of a mark goes: above the plot and within the chart's sides. Its top may lie above
-    /// the chart.
+    /// Where the tooltip of a mark goes: above the plot and its labels and within the chart's sides. Its top
+    /// may lie above the chart.
     [[nodiscard]] RectF tooltipRect(std::size_t mark, SizeF tooltip) const;
 
 private:
     void layOutPlot(const TrendChartData& data, SizeF size, const TextMeasure& text);
     void layOutTimeTicks(SizeF size, const TextMeasure& text);
     void layOutMarks(const TrendChartData& data);
+    void layOutChanges(const TrendChartData& data, const TextMeasure& text);
     void layOutThresholds(const TrendChartData& data, const TextMeasure& text);
     [[nodiscard]] double yOf(std::int64_t value, std::int64_t upperBound) const;
 
@@ -111,6 +134,7 @@ private:
     std::vector<Tick> timeTicks_;
     std::vector<Line> lines_;
     std::vector<Mark> marks_;
+    std::vector<Change> changes_;
     std::vector<Timestamp> markDates_;
     std::vector<Threshold> thresholds_;
 };

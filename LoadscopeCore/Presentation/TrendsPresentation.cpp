@@ -5,6 +5,7 @@
 #include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/SaturatingSum.h"
+#include "LoadscopeCore/Presentation/ConditionTexts.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <algorithm>
@@ -39,12 +40,19 @@ TrendsPresentation::TrendsPresentation(std::vector<RecordedScan> history,
     for (std::size_t i = 0; i < std::size(tools); ++i) {
         std::vector<RecordedScan> scans = ScanHistory::scans(history_, *shownPath_, tools[i]);
         if (scans.empty()) continue;
-        scans_.insert(scans_.end(), scans.begin(), scans.end());
-        series_.push_back(
-            {std::string(tools[i]), RecordedScanPresentation::labelForTool(tools[i]), i, std::move(scans)});
+        for (std::size_t scan = 0; scan < scans.size(); ++scan)
+            places_.push_back({series_.size(), scan});
+        std::vector<ScanChange> changes = ScanHistory::changes(scans);
+        series_.push_back({std::string(tools[i]), RecordedScanPresentation::labelForTool(tools[i]), i,
+                           std::move(scans), std::move(changes)});
     }
-    std::stable_sort(scans_.begin(), scans_.end(),
-                     [](const RecordedScan& a, const RecordedScan& b) { return a.date < b.date; });
+    const auto scanAt = [this](const Place& place) -> const RecordedScan& {
+        return series_[place.series].scans[place.scan];
+    };
+    std::stable_sort(places_.begin(), places_.end(),
+                     [&](const Place& a, const Place& b) { return scanAt(a).date < scanAt(b).date; });
+    for (const Place& place : places_)
+        scans_.push_back(scanAt(place));
 }
 
 const TrendsPresentation::ToolSeries* TrendsPresentation::seriesOf(std::string_view tool) const {
@@ -68,31 +76,22 @@ std::string TrendsPresentation::summaryToolLabel() const {
         seriesOf(RecordedScan::claudeTool) != nullptr ? RecordedScan::claudeTool : RecordedScan::codexTool);
 }
 
+std::size_t TrendsPresentation::driftStart() const {
+    std::size_t start = 0;
+    if (series_.empty()) return start;
+    for (const ScanChange& change : series_.front().changes)
+        if (change.kind == ScanChange::Kind::model) start = change.scan;
+    return start;
+}
+
 std::int64_t TrendsPresentation::drift() const {
     const std::vector<RecordedScan>& scans = summarySeries();
     SaturatingSum drift;
     if (!scans.empty()) {
         drift.add(scans.back().total);
-        drift.subtract(scans.front().total);
+        drift.subtract(scans[driftStart()].total);
     }
     return drift.value();
-}
-
-std::int64_t TrendsPresentation::upperBound() const {
-    std::int64_t largest = 0;
-    for (const RecordedScan& scan : scans_) {
-        largest = std::max(largest, scan.total);
-    }
-    return TrendChartData::upperBoundFor(largest);
-}
-
-std::optional<std::size_t> TrendsPresentation::selectedScan(std::optional<Timestamp> selectedDate) const {
-    if (!selectedDate) return std::nullopt;
-    std::vector<Timestamp> dates;
-    for (const RecordedScan& scan : scans_) {
-        dates.push_back(scan.date);
-    }
-    return nearestDate(dates, *selectedDate);
 }
 
 std::size_t TrendsPresentation::repositoryCount() const {
@@ -124,41 +123,6 @@ EmptyStateText TrendsPresentation::emptyState() const {
                                      LocaleFormat::date(date) + ". Scan again to plot a line."};
 }
 
-bool TrendsPresentation::showsThresholds() const {
-    return !scans_.empty() && std::none_of(scans_.begin(), scans_.end(), [](const RecordedScan& scan) {
-        return scan.contextWindow.has_value();
-    });
-}
-
-std::string TrendsPresentation::chartCaption() const {
-    if (showsThresholds()) {
-        return "Hover the chart to read a single scan. Dashed lines mark the band thresholds, which are "
-               "absolute anchors.";
-    }
-    return "Hover the chart to read a single scan. The band thresholds are not drawn: they are absolute "
-           "anchors, while "
-           "a point whose tool reported a context window is banded against that window, so such a point can "
-           "sit above "
-           "the Excessive line and still read Heavy.";
-}
-
-TrendChartData TrendsPresentation::chart() const {
-    TrendChartData data{{}, upperBound(), showsThresholds()};
-    for (const ToolSeries& series : series_) {
-        std::vector<TrendChartData::Point>& points = data.series.emplace_back();
-        for (const RecordedScan& scan : series.scans) {
-            points.push_back({scan.date, scan.total});
-        }
-    }
-    return data;
-}
-
-TrendsPresentation::Tooltip TrendsPresentation::tooltip(std::size_t scan) const {
-    const RecordedScan& s = scans_.at(scan);
-    return {RecordedScanPresentation::toolLabel(s) + " · " + LocaleFormat::date(s.date),
-            LocaleFormat::grouped(s.total), OpinionBands::title(s.band()), s.band()};
-}
-
 std::string TrendsPresentation::summaryDetail() const {
     return "Read from the " + summaryToolLabel() +
            " scans above. Two tools measure two different sessions, so their totals are never combined.";
@@ -174,11 +138,21 @@ std::vector<TrendsPresentation::Metric> TrendsPresentation::metrics() const {
         metrics.push_back({"Band", OpinionBands::title(last.band()),
                            RecordedScanPresentation::bandScaleCaption(last), last.band()});
     }
-    const std::int64_t change = drift();
-    metrics.push_back({"Drift across recorded scans", LocaleFormat::signedGrouped(change),
-                       grouped(summary.size()) + " recorded " + summaryToolLabel() + " scans",
-                       change <= 0 ? OpinionBand::lean : OpinionBand::heavy});
+    metrics.push_back(driftMetric());
     return metrics;
+}
+
+TrendsPresentation::Metric TrendsPresentation::driftMetric() const {
+    constexpr const char* title = "Drift across recorded scans";
+    const std::size_t start = driftStart();
+    const std::size_t count = summarySeries().size() - start;
+    const std::string caption = start > 0
+                                    ? plural(count, "recorded scan", "recorded scans") + " with this model"
+                                    : grouped(count) + " recorded " + summaryToolLabel() + " scans";
+    if (start > 0 && count == 1) return {title, ConditionTexts::otherModel, caption, std::nullopt};
+    const std::int64_t change = drift();
+    return {title, LocaleFormat::signedGrouped(change), caption,
+            change <= 0 ? OpinionBand::lean : OpinionBand::heavy};
 }
 
 std::string TrendsPresentation::runsDetail() const {

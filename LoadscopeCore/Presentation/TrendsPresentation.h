@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/Geometry/TrendChartGeometry.h"
-#include "LoadscopeCore/History/RecordedScan.h"
+#include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/Presentation/HistoryTexts.h"
 
 #include <array>
@@ -49,6 +49,8 @@ public:
         "against a context window that its tool reported, because the same total can then fall into another "
         "band.",
         "Lines are smoothed between scans; only the points were measured.",
+        "A dotted upright line stands where the tool's version changed between two scans, a solid one where "
+        "its model did. Totals of two models are not compared, so the drift begins anew there.",
         "\"Other (name withheld)\" stands for a category whose name looked like a file or a path. Such names "
         "are not "
         "recorded."};
@@ -59,6 +61,7 @@ public:
         std::string label;
         std::size_t paletteIndex = 0;
         std::vector<RecordedScan> scans; ///< in the order of the history
+        std::vector<ScanChange> changes; ///< within `scans`
     };
 
     /// A number of the summary card.
@@ -75,9 +78,10 @@ public:
         std::string total;   ///< to be followed by "tokens"
         std::string bandTitle;
         OpinionBand band = OpinionBand::lean;
+        std::vector<std::string> conditions{}; ///< version and model, as far as they are known
 
         /// The same in one line, for assistive technologies.
-        [[nodiscard]] std::string spoken() const { return heading + ": " + total + " tokens, " + bandTitle; }
+        [[nodiscard]] std::string spoken() const;
     };
 
     struct Run {
@@ -102,7 +106,7 @@ public:
     [[nodiscard]] const std::vector<RecordedScan>& summarySeries() const;
     [[nodiscard]] std::string summaryToolLabel() const;
 
-    /// Last total of the summary series minus its first.
+    /// Last total of the summary series minus its first one by the model that is known last.
     [[nodiscard]] std::int64_t drift() const;
 
     /// Top of the value axis.
@@ -129,6 +133,9 @@ public:
     [[nodiscard]] TrendChartData chart() const;
     [[nodiscard]] Tooltip tooltip(std::size_t scan) const;
 
+    /// Lines of conditions in the tallest tooltip.
+    [[nodiscard]] std::size_t mostConditionLines() const;
+
     [[nodiscard]] std::string summaryDetail() const;
     [[nodiscard]] std::vector<Metric> metrics() const;
     [[nodiscard]] std::string runsDetail() const;
@@ -140,13 +147,24 @@ public:
     [[nodiscard]] static std::string categorySummary(const RecordedScan& scan);
 
 private:
+    /// Where a scan stands among the series.
+    struct Place {
+        std::size_t series = 0;
+        std::size_t scan = 0;
+    };
+
     [[nodiscard]] const ToolSeries* seriesOf(std::string_view tool) const;
+    [[nodiscard]] bool hasChanges() const;
+    /// Position of the first scan in the summary series that compares with its last.
+    [[nodiscard]] std::size_t driftStart() const;
+    [[nodiscard]] Metric driftMetric() const;
 
     std::vector<RecordedScan> history_;
     std::optional<std::string> shownPath_;
     Timestamp now_;
     std::vector<ToolSeries> series_;
     std::vector<RecordedScan> scans_;
+    std::vector<Place> places_; ///< of `scans_`
     std::vector<RecordedScan> listedRuns_;
 };
 

@@ -27,6 +27,11 @@ public:
         scans_.back().contextWindow = tokens;
         return *this;
     }
+    History& by(const std::string& version, const std::string& model = {}) {
+        scans_.back().toolVersion = version;
+        if (!model.empty()) scans_.back().model = model;
+        return *this;
+    }
     History& path(const std::string& path) {
         scans_.back().repositoryPath = path;
         return *this;

@@ -25,19 +25,25 @@ std::vector<RecordedScan> demo(bool withWindows) {
     const std::int64_t web[] = {31'200, 33'900, 33'600, 34'100, 47'300,
                                 61'400, 60'200, 58'000, 52'000, 45'000};
     for (int i = 0; i < 10; ++i) {
-        history.add("web-app", at(285 + 4 * i + i % 3, 20, 31), web[i], typical(web[i], 2'875));
+        history.add("web-app", at(285 + 4 * i + i % 3, 20, 31), web[i], typical(web[i], 2'875))
+            .by(i < 3   ? "2.1.275"
+                : i < 8 ? "2.1.300"
+                        : "2.1.330",
+                i < 6 ? "claude-sonnet-4-6" : "claude-sonnet-5");
         if (withWindows) history.window(200'000);
     }
     const std::int64_t codex[] = {22'400, 23'100, 26'200, 39'300, 41'300, 41'200};
     for (int i = 0; i < 6; ++i) {
-        history.add("web-app", at(285 + 7 * i, 20, 32), codex[i], {}, RecordedScan::codexTool);
+        history.add("web-app", at(285 + 7 * i, 20, 32), codex[i], {}, RecordedScan::codexTool)
+            .by(i < 4 ? "0.125.0" : "0.169.0");
         if (withWindows) history.window(272'000);
     }
     for (int i = 0; i < 12; ++i) {
         Categories categories = typical(84'790 + 375 * i, 2'400);
         categories[2].tokens = 44'000;
         categories.push_back({RecordedCategoryName::withheld, 700});
-        history.add("monorepo", at(287 + 3 * i, 16, 47), 84'790 + 375 * i, std::move(categories));
+        history.add("monorepo", at(287 + 3 * i, 16, 47), 84'790 + 375 * i, std::move(categories))
+            .by("2.1.330", i < 11 ? "claude-sonnet-4-6" : "claude-sonnet-5");
         if (withWindows) history.window(200'000);
     }
     for (int i = 0; i < 11; ++i) {

@@ -39,8 +39,8 @@ TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& 
     content()->addWidget(CardPieces::caption(DisplayText::own(presentation->chartCaption())));
     // The tooltip stands above the plot; it must not cover the header.
     AppTheme::bind(this, [this, tooltipRoom] {
-        const double above = TrendChartPainter::tooltipSize(chart_->presentation().tooltip(0)).height() +
-                             TrendChartGeometry::tooltipDistance - chart_->shapes().plot().y;
+        const double height = TrendChartPainter::tooltipHeight(chart_->presentation().mostConditionLines());
+        const double above = -chart_->shapes().tooltipRect(0, {0, height}).y;
         const int room = static_cast<int>(std::ceil(above)) - content()->spacing();
         tooltipRoom->changeSize(0, std::max(0, room), QSizePolicy::Minimum, QSizePolicy::Fixed);
         content()->invalidate();

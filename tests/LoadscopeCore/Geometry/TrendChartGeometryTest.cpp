@@ -125,16 +125,50 @@ TEST(TrendChartGeometry, LaysOutTheChartAsText) {
     EXPECT_EQ(chart.tooltipRect(3, {900, 50}).x, 0) << "wider than the chart: its start is what can be read";
 }
 
+TEST(TrendChartGeometry, MarksChangesHalfwayWithoutCollisions) {
+    const Timestamp start = localTime(2026, 10, 12);
+    const auto texts = [&](std::vector<TrendChartData::Change> changes, double width) {
+        TrendChartData data = someChart(start);
+        data.changes = std::move(changes);
+        const TrendChartGeometry chart(data, {width, 260}, sixPointText());
+        std::string text = asText(chart.plot().y) + "\n";
+        for (const auto& change : chart.changes())
+            text += asText(change.top) +
+                    (change.labelRect ? " " + change.label + " in " + asText(*change.labelRect) : "") + "\n";
+        return text;
+    };
+    // Points of the first series stand at 26, 360 and 695, those of the second at 26 and 695.
+    EXPECT_EQ(texts({{0, 2, false, "2.1.330", ""}, {0, 0, false, "2.1.300", ""}}, 700),
+              "14\n193,0 2.1.300 in 197,0 42x12\n527,0 2.1.330 in 531,0 42x12\n");
+    EXPECT_EQ(
+        texts({{0, 2, true, "model changed", ""}, {0, 2, false, "2.1.330", ""}, {1, 1, false, "0.2", ""}},
+              700),
+        "28\n360,14 0.2 in 364,14 18x12\n527,0 model changed in 531,0 78x12\n"
+        "527,14 2.1.330 in 531,14 42x12\n")
+        << "one of another kind has a row of its own";
+    EXPECT_EQ(texts({{0, 2, false, "2.1.330", ""}, {1, 1, false, std::string(56, 'x'), ""}}, 700),
+              "14\n360,14\n527,0 2.1.330 in 531,0 42x12\n")
+        << "the newer label stays";
+    EXPECT_EQ(texts({{0, 2, true, "m", ""}, {1, 1, false, std::string(27, 'x'), ""}}, 700),
+              "28\n360,14 xxxxxxxxxxxxxxxxxxxxxxxxxxx in 194,14 162x12\n527,0 m in 531,0 6x12\n")
+        << "to the left of its line when another one would cross it";
+    EXPECT_EQ(texts({{0, 2, true, std::string(40, 'm'), "short"}}, 300), "14\n227,0 short in 231,0 30x12\n");
+}
+
 TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
     const Timestamp start = localTime(2026, 10, 12);
     const std::vector<TrendChartData::Point> sameMoment(9, {start, -7});
     const std::vector<TrendChartData::Point> extremes = {
         {Timestamp::min(), largest}, {start, 0}, {Timestamp::max(), 1'000'000'000'000'000}};
-    const TrendChartData charts[] = {{},
-                                     {{{}, {}}},
-                                     {{sameMoment, sameMoment}, 69000, true},
-                                     someChart(start),
-                                     {{extremes}, largest, true}};
+    TrendChartData charts[] = {{},
+                               {{{}, {}}},
+                               {{sameMoment, sameMoment}, 69000, true},
+                               someChart(start),
+                               {{extremes}, largest, true}};
+    for (TrendChartData& data : charts)
+        for (std::size_t series = 0; series < data.series.size(); ++series)
+            for (std::size_t point = 0; point < data.series[series].size(); ++point)
+                data.changes.push_back({series, point, point % 3 == 1, "a label", "a"});
     for (const TrendChartData& data : charts) {
         forAwkwardSizes([&](SizeF size, const RectF& box) {
             SCOPED_TRACE(std::to_string(size.width) + " x " + std::to_string(size.height));
@@ -151,6 +185,16 @@ TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
             }
             for (const auto& [band, value, label, y, rect] : chart.thresholds()) {
                 ASSERT_TRUE(rect.x >= 0 && rect.y >= 0 && rect.right() <= box.width + 1e-6) << label;
+            }
+            for (std::size_t i = 0; i < chart.changes().size(); ++i) {
+                const auto& change = chart.changes()[i];
+                ASSERT_TRUE(isWithin(change.labelRect.value_or(box), box));
+                ASSERT_TRUE(isWithin({change.top.x, chart.plot().y, 0, 0}, chart.plot()));
+                for (std::size_t other = 0; other < i; ++other) {
+                    const auto& first = chart.changes()[other].labelRect;
+                    if (!first || !change.labelRect || first->y != change.labelRect->y) continue;
+                    ASSERT_TRUE(first->right() < change.labelRect->x || change.labelRect->right() < first->x);
+                }
             }
             EXPECT_EQ(chart.markAt(size.width / 2).has_value(), !chart.marks().empty());
         });

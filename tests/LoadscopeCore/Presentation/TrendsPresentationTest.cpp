@@ -96,6 +96,58 @@ TEST(TrendsPresentation, SummarisesTheShownRepository) {
     EXPECT_EQ(trends({}, "/none").metrics().back().caption, "0 recorded Codex scans");
 }
 
+RecordedScan by(const std::string& version, const std::string& model, RecordedScan scan) {
+    if (!version.empty()) scan.toolVersion = version;
+    if (!model.empty()) scan.model = model;
+    return scan;
+}
+
+TEST(TrendsPresentation, MarksWhatChangedBetweenTwoScans) {
+    const TrendsPresentation page =
+        trends({by("2.1.300", "sonnet", scan("a", 1, 100)), by("0.1", "", scan("a", 1, 7, "codex")),
+                by("2.1.330", "sonnet", scan("a", 2, 200)), by("2.1.330", "opus\x1b[1m", scan("a", 3, 400)),
+                by("0.2", "", scan("a", 3, 7, "codex")), scan("a", 4, 700),
+                by("", "opus\x1b[1m", scan("a", 5, 900))});
+    std::string marks;
+    for (const auto& change : page.chart().changes)
+        marks += std::to_string(change.series) + "/" + std::to_string(change.point) +
+                 (change.isMajor ? " ! " : " ") + change.label + " (" + change.shortLabel + ")\n";
+    EXPECT_EQ(marks, "0/1 2.1.330 (2.1.330)\n"
+                     "0/2 ! model changed: sonnet → opus\\x1b[1m (model changed)\n"
+                     "1/1 Codex 0.2 (Codex 0.2)\n");
+    const char* spoken[] = {"100 tokens, Lean, version 2.1.300 · model sonnet",
+                            "7 tokens, Lean, version 0.1",
+                            "200 tokens, Lean, version changed: 2.1.300 → 2.1.330, model sonnet",
+                            "400 tokens, Lean, version 2.1.330, model changed: sonnet → opus\\x1b[1m",
+                            "7 tokens, Lean, version changed: 0.1 → 0.2",
+                            "700 tokens, Lean",
+                            "900 tokens, Lean, model opus\\x1b[1m"};
+    for (std::size_t i = 0; i < std::size(spoken); ++i) {
+        EXPECT_TRUE(page.tooltip(i).spoken().ends_with(std::string(": ") + spoken[i]))
+            << page.tooltip(i).spoken();
+        EXPECT_LE(page.tooltip(i).conditions.size(), page.mostConditionLines());
+    }
+    EXPECT_TRUE(page.chartCaption().ends_with("changed.")) << page.chartCaption();
+    EXPECT_EQ(trends(webApp).mostConditionLines(), 0U);
+    EXPECT_EQ(trends({by("1", "", scan("a", 1, 1))}).mostConditionLines(), 1U);
+}
+
+TEST(TrendsPresentation, MeasuresTheDriftWithinOneModel) {
+    const std::string title = "Drift across recorded scans";
+    const std::vector<std::pair<std::vector<std::string>, TrendsPresentation::Metric>> cases = {
+        {{"", "x", ""}, {title, "+200", "3 recorded Claude Code scans", OpinionBand::heavy}},
+        {{"x", "y", "y"}, {title, "+100", "2 recorded scans with this model", OpinionBand::heavy}},
+        {{"x", "", "y"}, {title, "other model", "1 recorded scan with this model", std::nullopt}}};
+    for (const auto& [models, drift] : cases) {
+        Scans history;
+        for (const std::string& model : models) {
+            const int number = static_cast<int>(history.size()) + 1;
+            history.push_back(by("", model, scan("a", number, 100 * number)));
+        }
+        EXPECT_EQ(trends(history).metrics().back(), drift) << models[0] << models[1] << models[2];
+    }
+}
+
 TEST(TrendsPresentation, DrawsThresholdsOnlyWhereTheyJudgedEveryScan) {
     EXPECT_TRUE(trends(webApp).showsThresholds());
     EXPECT_EQ(trends(webApp).chartCaption(), "Hover the chart to read a single scan. Dashed lines mark the "
