@@ -6,6 +6,7 @@
 #include "LoadscopeCore/Platform/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -87,10 +88,7 @@ std::optional<double> decimalNumber(std::string_view text) {
     return number;
 }
 
-bool isLeftOut(const std::string& lowercasedName) {
-    return lowercasedName == "category" || lowercasedName == "free space" ||
-           lowercasedName == "autocompact buffer" || lowercasedName.ends_with("(deferred)");
-}
+constexpr std::array<std::string_view, 3> reservedNames{"autocompact buffer", "compact buffer", "reserved"};
 
 /// Name and count of a table row with at least three cells.
 struct RowCells {
@@ -170,14 +168,28 @@ std::vector<SelfReportedSlab> categories(std::string_view text) {
     return rows;
 }
 
-std::optional<SelfReportedSlab> parseRow(std::string_view line) {
+RowKind kindOf(std::string_view name) {
+    const std::string lowercased = Text::lowercased(name);
+    if (lowercased == "free space") return RowKind::free;
+    if (lowercased.ends_with("(deferred)")) return RowKind::deferred;
+    const bool isReserved = std::ranges::find(reservedNames, lowercased) != reservedNames.end();
+    return isReserved ? RowKind::reserved : RowKind::loaded;
+}
+
+std::optional<SelfReportedSlab> anyRow(std::string_view line) {
     const auto cells = leadingCells(line);
     if (!cells || cells->name.empty()) return std::nullopt;
     const bool isAlignment = cells->name.find_first_not_of("-:") == std::string_view::npos;
-    if (isAlignment || isLeftOut(Text::lowercased(cells->name))) return std::nullopt;
+    if (isAlignment || Text::lowercased(cells->name) == "category") return std::nullopt;
     const auto tokens = tokenCount(cells->count);
     if (!tokens) return std::nullopt;
     return SelfReportedSlab{std::string(cells->name), *tokens};
+}
+
+std::optional<SelfReportedSlab> parseRow(std::string_view line) {
+    auto row = anyRow(line);
+    if (row && kindOf(row->name) != RowKind::loaded) return std::nullopt;
+    return row;
 }
 
 ContextBreakdown parse(std::string_view text) {

@@ -42,14 +42,21 @@ struct Totals {
 /// Total and window of the first "Tokens: total / window" in the text.
 [[nodiscard]] std::optional<Totals> reportedTotals(std::string_view text);
 
-/// Rows of the first table, in the order of the text; free space, the autocompact buffer and deferred items
-/// are left out.
+/// Rows of the first table, in the order of the text; free and reserved space and deferred items are left
+/// out.
 [[nodiscard]] std::vector<SelfReportedSlab> categories(std::string_view text);
 
 /// A count such as 18.4k, 1,234 or **8**; nothing for anything else, or beyond 64 bits.
 [[nodiscard]] std::optional<std::int64_t> tokenCount(std::string_view text);
 
 [[nodiscard]] std::optional<SelfReportedSlab> parseRow(std::string_view line);
+
+/// What a row of the category table stands for, by its name.
+enum class RowKind { loaded, deferred, reserved, free };
+[[nodiscard]] RowKind kindOf(std::string_view name);
+
+/// `parseRow` that leaves nothing out but the header and the rule below it.
+[[nodiscard]] std::optional<SelfReportedSlab> anyRow(std::string_view line);
 
 } // namespace ContextBreakdownParser
 } // namespace loadscope

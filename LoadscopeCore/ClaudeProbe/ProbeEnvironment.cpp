@@ -4,6 +4,8 @@
 
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 
+#include <functional>
+
 namespace loadscope::ProbeEnvironment {
 
 std::string rawValue(Tool tool) { return tool == Tool::claude ? "claude" : "codex"; }
@@ -20,15 +22,50 @@ std::set<std::string> scrubbedExactKeys(Tool tool) {
     return keys;
 }
 
-Environment childEnvironment(Tool tool, const Environment& base, const std::string& workingDirectory) {
-    const auto preserved = preservedKeys(tool);
-    const auto scrubbed = scrubbedExactKeys(tool);
+namespace {
+
+constexpr const char* nestedSessionKey = "CLAUDECODE";
+constexpr const char* serversKey = "MCP_CONNECTION_NONBLOCKING";
+
+/// The rule for one variable of one tool.
+class Rule {
+public:
+    Rule(Tool tool, const Options& options)
+        : preserved_(preservedKeys(tool)),
+          scrubbed_(scrubbedExactKeys(tool)),
+          keepsSignIn_(options.keepsSignIn && tool == Tool::claude) {}
+
+    [[nodiscard]] bool concerns(const std::string& name) const {
+        return preserved_.contains(name) || scrubbed_.contains(name) || name.starts_with(scrubbedKeyPrefix);
+    }
+    [[nodiscard]] bool removes(const std::string& name) const {
+        if (keepsSignIn_) return name == nestedSessionKey;
+        return concerns(name) && !preserved_.contains(name);
+    }
+
+private:
+    std::set<std::string> preserved_;
+    std::set<std::string> scrubbed_;
+    bool keepsSignIn_;
+};
+
+std::vector<std::string> namesIn(const Environment& base,
+                                 const std::function<bool(const std::string& name)>& isWanted) {
+    std::vector<std::string> names;
+    for (const auto& [name, value] : base) {
+        if (isWanted(name)) names.push_back(name);
+    }
+    return names;
+}
+
+} // namespace
+
+Environment childEnvironment(Tool tool, const Environment& base, const std::string& workingDirectory,
+                             const Options& options) {
+    const Rule rule(tool, options);
     Environment environment = base;
-    std::erase_if(environment, [&](const auto& variable) {
-        const std::string& name = variable.first;
-        if (preserved.contains(name)) return false;
-        return scrubbed.contains(name) || name.starts_with(scrubbedKeyPrefix);
-    });
+    std::erase_if(environment, [&](const auto& variable) { return rule.removes(variable.first); });
+    if (options.waitsForServers && tool == Tool::claude) environment[serversKey] = "0";
 
     const auto configDir = environment.find(TranscriptLocator::configDirEnvironmentKey);
     if (configDir != environment.end()) {
@@ -40,6 +77,26 @@ Environment childEnvironment(Tool tool, const Environment& base, const std::stri
         }
     }
     return environment;
+}
+
+std::vector<std::string> removedVariables(Tool tool, const Environment& base, const Options& options) {
+    const Rule rule(tool, options);
+    return namesIn(base, [&](const std::string& name) { return rule.removes(name); });
+}
+
+std::vector<std::string> keptVariables(Tool tool, const Environment& base, const Options& options) {
+    const Rule rule(tool, options);
+    return namesIn(base, [&](const std::string& name) { return rule.concerns(name) && !rule.removes(name); });
+}
+
+std::vector<std::string> removedSignInVariables(const Environment& base) {
+    const Rule rule(Tool::claude, {});
+    return namesIn(base, [&](const std::string& name) {
+        const bool signsIn = name.starts_with("ANTHROPIC_") || name.starts_with("CLAUDE_CODE_USE_") ||
+                             name.find("TOKEN") != std::string::npos ||
+                             name.find("API_KEY") != std::string::npos;
+        return signsIn && rule.removes(name);
+    });
 }
 
 } // namespace loadscope::ProbeEnvironment

@@ -27,6 +27,7 @@ constexpr std::array<FixedTexts, std::variant_size_v<ProbeError::Case>> fixedTex
     {"timedOut", "The probe session took longer than 5 minutes."},
     {"unknownTurnCount", "The probe session did not produce a startup total."},
     {"unreadableContextReport", "Claude Code's `/context` report could not be read."},
+    {"incompleteContextReport", "Claude Code could not count its startup context."},
 }};
 
 struct Detail {
@@ -60,9 +61,14 @@ struct Detail {
                " turns. That block accumulates across turns, so it double-counts cached tokens and cannot be "
                "shown as the startup total. Nothing was measured — try again.";
     }
-    std::string operator()(const ProbeError::NotAuthenticated&) const {
-        return "Run `claude` in Terminal and sign in, then scan again. This app never handles Claude "
-               "credentials.";
+    std::string operator()(const ProbeError::NotAuthenticated& error) const {
+        std::string text = "Run `claude` in Terminal and sign in, then scan again. This app never handles "
+                           "Claude credentials.";
+        if (error.removedVariables.empty()) return text;
+        text += " These variables were removed for the scan, so that it measures your own sign-in: ";
+        for (const std::string& name : error.removedVariables)
+            text += (&name == &error.removedVariables.front() ? "" : ", ") + name;
+        return text + ". `loadscope scan --keep-environment` passes them on.";
     }
     std::string operator()(const ProbeError::TimedOut&) const {
         return "Nothing was measured. Try again, or try a smaller repository.";
@@ -72,10 +78,19 @@ struct Detail {
                "covers. That block accumulates across turns, so it can only be trusted for a single-turn "
                "session. Nothing was measured — try again.";
     }
-    std::string operator()(const ProbeError::UnreadableContextReport&) const {
+    std::string operator()(const ProbeError::UnreadableContextReport& error) const {
+        if (!error.versionWithoutReport.empty())
+            return "This version of Claude Code (" + error.versionWithoutReport +
+                   ") cannot report its startup context; update it.";
         return "`/context` returned output with no token table this app recognises, and the session produced "
                "no usage figures either. Claude Code may have changed the report it prints. Nothing was "
                "measured.";
+    }
+    std::string operator()(const ProbeError::IncompleteContextReport& error) const {
+        return error.reason + ", and its total is " + std::to_string(error.total) + " tokens." +
+               (error.isEstimate ? " It estimated instead of counting." : "") +
+               " Usually the computer is offline or the sign-in has expired: run `claude` in a terminal and "
+               "look. Nothing was recorded.";
     }
 };
 

@@ -43,6 +43,7 @@ public:
         bool operator==(const MultiTurnUsageOnly&) const = default;
     };
     struct NotAuthenticated {
+        std::vector<std::string> removedVariables{}; ///< that might have signed the tool in
         bool operator==(const NotAuthenticated&) const = default;
     };
     struct TimedOut {
@@ -52,12 +53,20 @@ public:
         bool operator==(const UnknownTurnCount&) const = default;
     };
     struct UnreadableContextReport {
+        /// The tool's version when it is one that has no report at all; empty when only its form is unknown.
+        std::string versionWithoutReport{};
         bool operator==(const UnreadableContextReport&) const = default;
+    };
+    struct IncompleteContextReport {
+        std::string reason; ///< what tells it, as the beginning of a sentence
+        std::int64_t total = 0;
+        bool isEstimate = false; ///< the report is whole, but made of estimates
+        bool operator==(const IncompleteContextReport&) const = default;
     };
 
     using Case = std::variant<RepositoryUnreadable, CLINotFound, UnreadableOutput, NoTranscript,
                               SessionFailed, MultiTurnUsageOnly, NotAuthenticated, TimedOut, UnknownTurnCount,
-                              UnreadableContextReport>;
+                              UnreadableContextReport, IncompleteContextReport>;
 
     template <typename T>
     requires std::constructible_from<Case, T> ProbeError(T error)

@@ -67,13 +67,15 @@ std::string describe(const LaunchError& error, const std::string& cli) {
 
 ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::vector<std::string>& arguments,
                                             const std::string& repository, ProbeEnvironment::Tool tool,
-                                            const Limits& limits, const OutputWatcher& watcher) {
+                                            const Limits& limits,
+                                            const ProbeEnvironment::Options& environment,
+                                            const OutputWatcher& watcher) {
     const auto child = std::make_shared<ChildProcess>(ChildProcess::Options{
         .executable = cli,
         .arguments = arguments,
         .workingFolder = repository,
-        .environment =
-            ProbeEnvironment::childEnvironment(tool, SearchPath::environmentFor(cli), UserFolders::current()),
+        .environment = ProbeEnvironment::childEnvironment(tool, SearchPath::environmentFor(cli),
+                                                          UserFolders::current(), environment),
     });
     const auto deadline = std::make_shared<ReaderDeadline>();
     try {

@@ -32,12 +32,14 @@ struct ProbeOutput {
     std::string sessionID;
     std::string result;
     std::optional<ProbeUsage> usage;
+    std::optional<std::string> toolVersion{}; ///< when the output tells it
 
     bool operator==(const ProbeOutput&) const = default;
 };
 
-/// Reads the JSON object that Claude Code prints at the end of a headless session. Only `parse` fails, always
-/// with a `ProbeError`.
+/// Reads the JSON that Claude Code prints at the end of a headless session: one result object, or with
+/// "verbose" in the user's settings an array of events of which the last one of type "result" is that object.
+/// Only `parse` fails, always with a `ProbeError`.
 namespace ProbeOutputParser {
 
 /// Throws `ProbeError` when the output is no usable result, reports an error, or says that the user is signed
@@ -47,6 +49,9 @@ namespace ProbeOutputParser {
 
 /// The JSON object that the whole text holds, surrounding white space aside.
 [[nodiscard]] std::optional<Json::Value> jsonObject(std::string_view text);
+
+/// "num_turns" of the result object, when it is an integral number.
+[[nodiscard]] std::optional<std::int64_t> turns(std::string_view standardOutput);
 
 /// True when the text carries one of the tool's own phrases for a missing or expired sign-in, in any letter
 /// case.

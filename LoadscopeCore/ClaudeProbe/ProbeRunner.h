@@ -7,6 +7,7 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
+#include "LoadscopeCore/ClaudeProbe/Transcript.h"
 
 #include <cstdint>
 #include <functional>
@@ -52,8 +53,9 @@ public:
 };
 
 /// The probe over the real tool: one headless session that asks only for the `/context` report; its total,
-/// else the first usage of the session's transcript, else the usage block of a session of exactly one turn.
-/// Holds settings only; any number of runs may be under way at once.
+/// else that of the report in the session's transcript, where older versions put it, else the first usage of
+/// the transcript, else the usage block of a session of exactly one turn. A report that the tool could not
+/// count, or estimated, is refused. Holds settings only; any number of runs may be under way at once.
 class ProbeRunner : public ProbeRunning {
 public:
     static constexpr double defaultTimeoutSeconds = 300;
@@ -85,6 +87,8 @@ public:
     int transcriptRetries = 12;
     double transcriptRetryDelay = 0.4; ///< seconds
     Limits limits;
+    /// Whether the computer could reach the tool's counting service.
+    std::function<bool()> hasNetworkRoute;
 
     /// The settings that the application uses, for the user's home folder and environment.
     [[nodiscard]] static ProbeRunner forUser();
@@ -99,7 +103,9 @@ public:
     /// The child, its descriptors and its threads are gone on return.
     [[nodiscard]] static Execution execute(const std::string& cli, const std::vector<std::string>& arguments,
                                            const std::string& repository, ProbeEnvironment::Tool tool,
-                                           const Limits& limits, const OutputWatcher& watcher = {});
+                                           const Limits& limits,
+                                           const ProbeEnvironment::Options& environment = {},
+                                           const OutputWatcher& watcher = {});
 
     [[nodiscard]] static std::vector<std::string>
     claudeArguments(const std::string& prompt, const std::string& model = ProbeSettings::defaultModel);
@@ -107,10 +113,25 @@ public:
     /// "num_turns" of the result object, when it is an integral number.
     [[nodiscard]] static std::optional<std::int64_t> reportedTurns(std::string_view standardOutput);
 
+    /// What a session's transcript tells: the report, else the usage.
+    struct TranscriptAnswer {
+        std::optional<TranscriptReader::Report> report; ///< in Markdown, with a total
+        std::optional<ProbeUsage> usage;
+        [[nodiscard]] bool isEmpty() const { return !report && !usage; }
+    };
+
+    /// Waits for the session's transcript to appear, for at most so many attempts; empty when it does not or
+    /// `stop` was requested.
+    [[nodiscard]] TranscriptAnswer transcriptAnswer(const std::string& sessionID, int attempts,
+                                                    const std::stop_token& stop) const;
+
     /// Waits for the session's transcript to appear, within the retries set; nothing when it does not or
     /// `stop` was requested.
     [[nodiscard]] std::optional<ProbeUsage> transcriptUsage(const std::string& sessionID,
                                                             const std::stop_token& stop) const;
+
+private:
+    class Measurement;
 };
 
 } // namespace loadscope

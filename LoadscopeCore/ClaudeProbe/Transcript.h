@@ -33,9 +33,20 @@ inline constexpr const char* configDirEnvironmentKey = "CLAUDE_CONFIG_DIR";
 
 } // namespace TranscriptLocator
 
-/// Reads the usage of the first assistant message of a transcript (JSON Lines). Unreadable lines are skipped;
-/// nothing fails.
+/// Reads the usage of the first assistant message of a transcript (JSON Lines), and the report that older
+/// versions write there only. Unreadable lines are skipped; nothing fails.
 namespace TranscriptReader {
+
+/// What a `/context` command printed in a session.
+struct Report {
+    std::string text;
+    std::optional<std::string> toolVersion;
+    bool operator==(const Report&) const = default;
+};
+
+/// The first such report of a session's own messages; messages of helpers that the tool starts beside it do
+/// not count. Never blocks on a FIFO.
+[[nodiscard]] std::optional<Report> reportAtPath(const std::string& path);
 
 /// Reads the file piece by piece and stops at the first usable line. Never blocks on a FIFO.
 [[nodiscard]] std::optional<ProbeUsage> firstAssistantUsageAtPath(const std::string& path);

@@ -17,16 +17,50 @@ namespace {
 
 constexpr std::size_t pieceSize = 65536;
 
+constexpr std::string_view outputBegin = "<local-command-stdout>";
+constexpr std::string_view outputEnd = "</local-command-stdout>";
+
+std::string_view textOf(const Json::Value* value) {
+    return value && value->is_string() ? std::string_view(value->get_ref<const std::string&>())
+                                       : std::string_view();
+}
+
+/// The message of a line of this type, unless it belongs to a helper beside the session.
+const Json::Value* messageOf(const Json::Value& line, std::string_view type) {
+    if (textOf(Json::member(line, "type")) != type) return nullptr;
+    const Json::Value* sidechain = Json::member(line, "isSidechain");
+    if (sidechain && sidechain->is_boolean() && sidechain->get<bool>()) return nullptr;
+    return Json::objectMember(line, "message");
+}
+
 std::optional<ProbeUsage> usageInLine(std::string_view line) {
     line = Text::trimmed(line);
     if (line.empty()) return std::nullopt;
     const auto json = Json::parse(line);
     if (!json) return std::nullopt;
-    const Json::Value* type = Json::member(*json, "type");
-    if (!type || *type != "assistant") return std::nullopt;
-    const Json::Value* message = Json::objectMember(*json, "message");
+    const Json::Value* message = messageOf(*json, "assistant");
     const Json::Value* usage = message ? Json::objectMember(*message, "usage") : nullptr;
     return usage ? ProbeUsage::from(*usage) : std::nullopt;
+}
+
+/// The text of a message: its content, or that of the first piece of its content.
+std::string_view contentOf(const Json::Value& message) {
+    const Json::Value* content = Json::member(message, "content");
+    if (content && content->is_array() && !content->empty()) content = Json::member(content->front(), "text");
+    return textOf(content);
+}
+
+std::optional<Report> reportInLine(std::string_view line) {
+    if (line.find("local-command-stdout") == std::string_view::npos) return std::nullopt;
+    const auto json = Json::parse(Text::trimmed(line));
+    const Json::Value* message = json ? messageOf(*json, "user") : nullptr;
+    if (!message) return std::nullopt;
+    std::string_view text = Text::trimmed(contentOf(*message));
+    if (!text.starts_with(outputBegin)) return std::nullopt;
+    text.remove_prefix(outputBegin.size());
+    text = text.substr(0, text.rfind(outputEnd));
+    const std::string_view version = textOf(Json::member(*json, "version"));
+    return Report{std::string(text), version.empty() ? std::nullopt : std::optional<std::string>(version)};
 }
 
 /// Opens a regular file, links followed; a FIFO or a device is not opened for longer than it takes to notice.
@@ -49,9 +83,9 @@ bool appendPiece(const FileDescriptor& file, std::string& buffer) {
     return count > 0;
 }
 
-} // namespace
-
-std::optional<ProbeUsage> firstAssistantUsageAtPath(const std::string& path) {
+/// What `read` makes of the first line of the file of which it makes something.
+template <typename T>
+std::optional<T> firstInFile(const std::string& path, std::optional<T> (*read)(std::string_view line)) {
     const FileDescriptor file = openRegularFile(path);
     if (!file.isOpen()) return std::nullopt;
 
@@ -61,15 +95,25 @@ std::optional<ProbeUsage> firstAssistantUsageAtPath(const std::string& path) {
         std::size_t lineStart = 0;
         std::size_t lineEnd = buffer.find('\n', searchedUpTo);
         while (lineEnd != std::string::npos) {
-            const std::string_view line = std::string_view(buffer).substr(lineStart, lineEnd - lineStart);
-            if (auto usage = usageInLine(line)) return usage;
+            if (auto found = read(std::string_view(buffer).substr(lineStart, lineEnd - lineStart)))
+                return found;
             lineStart = lineEnd + 1;
             lineEnd = buffer.find('\n', lineStart);
         }
         buffer.erase(0, lineStart);
         searchedUpTo = buffer.size();
     }
-    return usageInLine(buffer);
+    return read(buffer);
+}
+
+} // namespace
+
+std::optional<ProbeUsage> firstAssistantUsageAtPath(const std::string& path) {
+    return firstInFile<ProbeUsage>(path, usageInLine);
+}
+
+std::optional<Report> reportAtPath(const std::string& path) {
+    return firstInFile<Report>(path, reportInLine);
 }
 
 std::optional<ProbeUsage> firstAssistantUsageInTranscript(std::string_view text) {

@@ -160,7 +160,7 @@ CodexProbeRunner::Executor CodexProbe::processExecutor(double timeoutSeconds, do
         auto execution = ProbeRunner::execute(
             cli, arguments, repository, ProbeEnvironment::Tool::codex,
             {timeoutSeconds, ProbeRunner::defaultKillGraceSeconds, ProbeRunner::defaultReaderGraceSeconds},
-            watch);
+            {}, watch);
         CodexProbeRunner::SessionOutput session{std::move(execution.standardOutput), execution.exitCode,
                                                 execution.timedOut};
         const std::string_view complaint = Text::trimmed(execution.standardError);

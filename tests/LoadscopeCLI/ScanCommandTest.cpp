@@ -40,6 +40,7 @@ TEST(ScanCommand, FailsInTheWordsOfEachFailure) {
         const char* detail;
     };
     constexpr const char* unreadable = "The probe session returned output this app could not read.";
+    constexpr const char* couldNotCount = "Claude Code could not count its startup context.";
     constexpr const char* noTotal = "The probe session did not produce a startup total.";
     const std::vector<Case> cases{
         {"signed-out", "notAuthenticated", "Claude Code is not signed in.", "Run `claude` in Terminal"},
@@ -48,9 +49,7 @@ TEST(ScanCommand, FailsInTheWordsOfEachFailure) {
         {"is-error", "sessionFailed", "The probe session reported an error.", "The service is overloaded."},
         {"is-error-empty", "sessionFailed", "The probe session reported an error.",
          "The session reported is_error."},
-        {"not-json", "unreadableOutput", unreadable, "Welcome! This version prints a greeting first."},
-        {"escape-prefix", "unreadableOutput", unreadable, "[?25l{\"type\":\"result\""},
-        {"verbose-array", "unreadableOutput", unreadable, "[{\"type\":\"system\""},
+        {"not-json", "unreadableOutput", unreadable, "{\"type\":\"result\""},
         {"two-documents", "unreadableOutput", unreadable, "…"},
         {"no-session", "unreadableOutput", unreadable, "{\"type\":\"result\""},
         {"empty", "unreadableOutput", unreadable, "(no output)"},
@@ -65,6 +64,16 @@ TEST(ScanCommand, FailsInTheWordsOfEachFailure) {
          "/.claude/projects, and the CLI reported no usable startup usage."},
         {"multi-turn", "multiTurnUsageOnly", noTotal, "the CLI usage block covers 3 turns."},
         {"unknown-turns", "unknownTurnCount", noTotal, "did not report how many turns"},
+        {"cannot-count", "incompleteContextReport", couldNotCount,
+         "Its report has no \"System prompt\" row and gives 0 tokens for 4 memory files, and its total is "
+         "1480 tokens. "
+         "Usually the computer is offline or the sign-in has expired: run `claude` in a terminal and look. "
+         "Nothing was "
+         "recorded."},
+        {"estimated", "incompleteContextReport", couldNotCount,
+         " tokens. It estimated instead of counting. Usually "},
+        {"version-1.0.88", "unreadableContextReport", "Claude Code's `/context` report could not be read.",
+         "This version of Claude Code (1.0.88) cannot report its startup context; update it."},
     };
     const DemoHome home;
     const auto runs = runAll<Case>(cases, [&](const Case& item) {
@@ -104,6 +113,12 @@ TEST(ScanCommand, MeasuresWhatTheToolStillReports) {
         {"old-version", "contextCommand", 0, 200000},
         {"status-text", "contextCommand", 0, 200000},
         {"status-failed", "contextCommand", 0, 200000},
+        {"greeting", "contextCommand", 0, 200000},
+        {"escape-prefix", "contextCommand", 0, 200000},
+        {"verbose-array", "contextCommand", 0, 200000},
+        {"no-autocompact", "contextCommand", 0, 200000},
+        {"version-2.0.70", "contextCommand", 0, 200000},
+        {"version-2.0.0", "contextCommand", 16000, 200000},
         {"no-total", "transcript", 23612, nullptr},
         {"no-total-usage", "cliUsage", 18003, nullptr, true, true},
         {"no-categories", "contextCommand", 0, 200000, false},

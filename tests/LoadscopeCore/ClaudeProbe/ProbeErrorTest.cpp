@@ -29,7 +29,17 @@ TEST(ProbeError, BuildsItsTextsFromWhatItCarries) {
         {ProbeError::UnreadableContextReport{},
          "`/context` returned output with no token table this app recognises, and the session produced no "
          "usage "
-         "figures either. Claude Code may have changed the report it prints. Nothing was measured."}};
+         "figures either. Claude Code may have changed the report it prints. Nothing was measured."},
+        {ProbeError::NotAuthenticated{{"ANTHROPIC_API_KEY", "CLAUDE_CODE_USE_BEDROCK"}},
+         "Run `claude` in Terminal and sign in, then scan again. This app never handles Claude credentials. "
+         "These "
+         "variables were removed for the scan, so that it measures your own sign-in: ANTHROPIC_API_KEY, "
+         "CLAUDE_CODE_USE_BEDROCK. `loadscope scan --keep-environment` passes them on."},
+        {ProbeError::IncompleteContextReport{"Its report is odd", 34'800, true},
+         "Its report is odd, and its total is 34800 tokens. It estimated instead of counting. Usually the "
+         "computer "
+         "is offline or the sign-in has expired: run `claude` in a terminal and look. Nothing was "
+         "recorded."}};
     for (const auto& [error, detail] : cases)
         EXPECT_EQ(error.detail(), detail) << error.caseName();
     const std::string unreadable = ProbeError(ProbeError::RepositoryUnreadable{"/r"}).detail();

@@ -33,6 +33,12 @@ TEST(ProbeOutputParser, TurnsOutputIntoAResultOrTheErrorThatExplainsIt) {
         {"\n\t " + full + "\u2003\n", {"abc", "report", ProbeUsage{3, 1000, 20000, 50}}},
         {odd, {"a", "", ProbeUsage{2, 0, 0, 0}}},
         {R"({"session_id":"abc"})", {"abc", "", {}}},
+        {"\x1b[?25l" + full, {"abc", "report", ProbeUsage{3, 1000, 20000, 50}}},
+        {"Welcome, {you}\n[info] at home\n{ \n" + full.substr(1),
+         {"abc", "report", ProbeUsage{3, 1000, 20000, 50}}},
+        {R"([{"type":"result","session_id":"first"},{"type":"system","claude_code_version":"2.1.330"},)"
+         R"({"type":"result","session_id":"last"},{"type":"event"},7])",
+         {"last", "", {}, "2.1.330"}},
         {R"({"session_id":"abc","usage":{"output_tokens":5}})", {"abc", "", {}}},
         {R"({"session_id":"a","usage":{"input_tokens":123456789012345678901234567890}})", {"a", "", {}}}};
     for (const auto& [text, expected] : results)
@@ -57,6 +63,11 @@ TEST(ProbeOutputParser, TurnsOutputIntoAResultOrTheErrorThatExplainsIt) {
         {"[" + full + "]", "", 0, Unreadable{"[" + full + "]"}},
         {"\x1b[?25l{}", "", 0, Unreadable{"\x1b[?25l{}"}},
         {"{} {}", "", 0, Unreadable{"{} {}"}},
+        {full + full, "", 0, Unreadable{full + full}},
+        {full + " bye", "", 0, Unreadable{full + " bye"}},
+        {std::string(70'000, ' ') + "x" + std::string(70'000, '[') + full, "", 0,
+         Unreadable{"x" + std::string(499, '[') + "…"}},
+        {"[]", "", 0, Unreadable{"[]"}},
         {"oops", "Error: OAuth Session EXPIRED", 1, signedOut},
         {"oops", "Error: OAuth Session EXPIRED", 0, Unreadable{"oops"}},
         {"run /login", "please", 1, Unreadable{"run /login"}},

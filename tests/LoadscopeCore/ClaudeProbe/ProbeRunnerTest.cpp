@@ -31,9 +31,9 @@ protected:
         writeExecutable(home.path(".local/bin/claude"), "#!/bin/sh\n" + commands + "\n");
     }
 
-    std::variant<ProbeResult, ProbeError> run(std::stop_token stop = {}) {
+    std::variant<ProbeResult, ProbeError> run(std::stop_token stop = {}, const ProbeSettings& settings = {}) {
         try {
-            return runner.run(home.path("repository"), {}, std::move(stop));
+            return runner.run(home.path("repository"), settings, std::move(stop));
         } catch (const ProbeError& error) {
             return error;
         }
@@ -97,9 +97,137 @@ TEST_F(ProbeRunnerTest, TrustsTheReportThenTheTranscriptThenASingleTurn) {
     }
 }
 
+TEST_F(ProbeRunnerTest, RefusesATotalThatWasNotCounted) {
+    const std::string files = "\n### Memory Files\n| Type | Path | Tokens |\n|---|---|---|\n";
+    const auto listed = [&](const std::string& name, std::size_t size, int tokens) {
+        writeFile(home.path(name), std::string(size, 'x'));
+        return "| User | " + home.path(name) + " | " + std::to_string(tokens) + " |\n";
+    };
+    const auto report = [](const std::string& rows, const std::string& rest) {
+        return resultObject("Tokens: 2k / 200k\n| Category | Tokens | % |\n" + rows + rest,
+                            R"({"input_tokens":900})", "1");
+    };
+    const std::string prompt = "| System prompt | 1k | 1% |\n";
+    const std::string estimates = files + listed("a", 300, 100) + listed("b", 601, 200);
+    const ProbeSettings usual{.signInVerified = true};
+    const ProbeSettings accepting{.acceptsEstimate = true, .signInVerified = true};
+    struct Case {
+        std::string output;
+        ProbeSettings settings;
+        bool hasRoute;
+        std::string expected;
+    };
+    const std::vector<Case> cases{{report("| Skills | 2k | 1% |\n", files + listed("c", 300, 0)), usual, true,
+                                   "incompleteContextReport"},
+                                  {report("| Skills | 2k | 1% |\n", files + listed("c", 300, 0)), accepting,
+                                   true, "incompleteContextReport"},
+                                  {report(prompt, estimates), usual, true, "incompleteContextReport"},
+                                  {report(prompt, estimates), accepting, true, "estimate"},
+                                  {report(prompt, estimates + listed("c", 300, 71)), usual, false, "counted"},
+                                  {report(prompt, ""), usual, true, "counted"},
+                                  {report(prompt, ""), usual, false, "may be an estimate"},
+                                  {report(prompt, ""), {}, true, "may be an estimate"}};
+    scriptClaude(printAnswer);
+    for (const auto& [output, settings, hasRoute, expected] : cases) {
+        writeFile(home.path("answer"), output);
+        runner.hasNetworkRoute = [hasRoute = hasRoute] { return hasRoute; };
+        const auto outcome = run({}, settings);
+        if (const auto* result = std::get_if<ProbeResult>(&outcome)) {
+            EXPECT_EQ(result->conditions.isEstimate      ? "estimate"
+                      : result->conditions.mayBeEstimate ? "may be an estimate"
+                                                         : "counted",
+                      expected)
+                << output;
+            EXPECT_EQ(summary(outcome), "contextCommand: 2000 of 200000 with 1 row");
+        } else {
+            EXPECT_EQ(summary(outcome), expected) << output;
+        }
+    }
+}
+
+TEST_F(ProbeRunnerTest, ReadsOlderVersionsFromTheirTranscript) {
+    const std::string table = "**Model:** claude-x\n**Tokens:** 63.9k / 200k\n| Category | Tokens | % |\n"
+                              "| System prompt | 18.9k | 9% |\n| Autocompact buffer | 45.0k | 22% |\n";
+    const std::string drawn = "⛁ ⛝   claude-x • 61k/200k tokens (30%)\n⛁ ⛝   ⛁ System prompt: 16k tokens\n"
+                              "⛁ ⛝   ⛝ Reserved: 45.0k tokens (22.5%)\n";
+    const std::string apart = "**Tokens:** 18.9k / 200k\n| Category | Tokens | % |\n"
+                              "| System prompt | 18.9k | 9% |\n| Autocompact buffer | 45.0k | 22% |\n";
+    const auto line = [](const std::string& report, const std::string& member = "") {
+        return R"({"type":"user",)" + member + R"("version":"2.0.70","message":{"content":)" +
+               nlohmann::json("<local-command-stdout>" + report + "</local-command-stdout>").dump() + "}}\n";
+    };
+    const std::string helper =
+        R"({"type":"assistant","isSidechain":true,"message":{"usage":{"input_tokens":7}}})"
+        "\n";
+    struct Case {
+        std::string transcript;
+        std::string expected;
+    };
+    const std::vector<Case> cases{
+        {helper + line(table), "contextCommand: 18900 of 200000 with 1 row, 45000 off, 2.0.70"},
+        {line(drawn), "contextCommand: 16000 of 200000 with 1 row, 45000 off, 2.0.70"},
+        {line(apart), "contextCommand: 18900 of 200000 with 1 row, 2.0.70"},
+        {assistantLine + "\n" + line(table), "contextCommand: 18900 of 200000 with 1 row, 45000 off, 2.0.70"},
+        {line("nothing") + assistantLine, "transcript: 19000 with 0 row, 1.9.9"},
+        {line(table, R"("isSidechain":true,)") + assistantLine, "transcript: 19000 with 0 row, 1.9.9"},
+        {helper, "unreadableContextReport"}};
+    writeFile(home.path("answer"), resultObject(""));
+    scriptClaude("[ \"$1\" != --version ] || exec echo '1.9.9 (Claude Code)'\n" + printAnswer);
+    runner.transcriptRetries = 2;
+    runner.transcriptRetryDelay = 3600; // of a version from before the report, nothing more is waited for
+    for (const auto& [transcript, expected] : cases) {
+        writeFile(home.path("projects/x/abc.jsonl"), transcript);
+        const auto outcome = run();
+        std::string told = summary(outcome);
+        if (const auto* result = std::get_if<ProbeResult>(&outcome)) {
+            if (const auto& off = result->conditions.takenOff)
+                told += ", " + std::to_string(off->tokens) + " off";
+            told += ", " + result->conditions.toolVersion.value_or("no version");
+        } else {
+            EXPECT_EQ(std::get<ProbeError>(outcome).detail(),
+                      "This version of Claude Code (1.9.9) cannot report its startup context; update it.");
+        }
+        EXPECT_EQ(told, expected) << transcript;
+    }
+}
+
+TEST_F(ProbeRunnerTest, SaysUnderWhichConditionsItMeasured) {
+    writeFile(home.path("answer"), resultObject("**Model:** claude-x\n**Tokens:** 1 / 2"));
+    scriptClaude(
+        "[ \"$1\" != --version ] || exec echo '2.1.330 (Claude Code)'\n"
+        "printf '%s\\n' \"${ANTHROPIC_API_KEY-none}\" \"${MCP_CONNECTION_NONBLOCKING-none}\" \"$6\" > "
+        "\"$HOME/call\"\nwhile [ ! -e \"$HOME/asked\" ]; do sleep 0.01; done\n" +
+        printAnswer);
+    writeFile(home.path("asked"), "");
+    const ScopedEnvironment key("ANTHROPIC_API_KEY", "secret");
+    const auto conditions = [&](const ProbeSettings& settings) {
+        return std::get<ProbeResult>(run({}, settings)).conditions;
+    };
+    const auto contains = [](const std::vector<std::string>& names) {
+        return std::ranges::find(names, "ANTHROPIC_API_KEY") != names.end();
+    };
+    const auto usual = conditions({});
+    EXPECT_EQ(readFile(home.path("call")), "none\nnone\nsonnet\n");
+    EXPECT_TRUE(contains(usual.removedVariables) && !contains(usual.keptVariables));
+    EXPECT_EQ(usual.model, "claude-x");
+
+    const auto special = conditions({.model = "opus", .waitsForServers = true, .keepsEnvironment = true});
+    EXPECT_EQ(readFile(home.path("call")), "secret\n0\nopus\n");
+    EXPECT_TRUE(!contains(special.removedVariables) && contains(special.keptVariables));
+    EXPECT_TRUE(special.waitedForServers && special.keptEnvironment);
+    EXPECT_EQ(special.requestedModel, "opus");
+
+    writeFile(home.path("answer"), R"({"is_error":true,"result":"Please run /login"})");
+    EXPECT_TRUE(std::get<ProbeError>(run()).detail().find("ANTHROPIC_API_KEY") != std::string::npos);
+    writeFile(home.path("answer"), R"([{"type":"system","claude_code_version":"2.1.99"},)" +
+                                       resultObject("Tokens: 1 / 2").insert(1, R"("type":"result",)") + "]");
+    EXPECT_EQ(conditions({}).toolVersion, "2.1.99");
+}
+
 TEST_F(ProbeRunnerTest, AsksOnlyForTheReportInTheRepository) {
     writeFile(home.path("answer"), resultObject("Tokens: 1 / 2"));
-    scriptClaude("printf '%s\\n' \"$PWD\" \"$CLAUDECODE$ANTHROPIC_API_KEY\" \"$@\" > \"$HOME/call\"\n" +
+    scriptClaude("[ \"$1\" != --version ] || exit 1\nprintf '%s\\n' \"$PWD\" "
+                 "\"$CLAUDECODE$ANTHROPIC_API_KEY\" \"$@\" > \"$HOME/call\"\n" +
                  printAnswer);
     const ScopedEnvironment inside("CLAUDECODE", "1");
     const ScopedEnvironment key("ANTHROPIC_API_KEY", "secret");

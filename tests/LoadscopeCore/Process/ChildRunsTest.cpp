@@ -130,7 +130,7 @@ TEST_F(ChildRuns, EndEarlierWhenWhatTheyWriteSaysSo) {
             return seen == "partial" ? std::optional(seconds) : std::nullopt;
         };
         return ProbeRunner::execute(LOADSCOPE_TEST_CHILD, {mode, marker()}, "/",
-                                    ProbeEnvironment::Tool::codex, limits, watcher);
+                                    ProbeEnvironment::Tool::codex, limits, {}, watcher);
     };
     const auto start = Clock::now();
     EXPECT_TRUE(runWatched("live", 0, patient).timedOut);

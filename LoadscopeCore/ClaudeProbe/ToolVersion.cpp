@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
+
+#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/Platform/UserFolders.h"
+#include "LoadscopeCore/Process/ProcessCancellation.h"
+
+#include <charconv>
+#include <chrono>
+#include <system_error>
+
+namespace loadscope {
+namespace {
+
+constexpr ProbeRunner::Limits limits{10, 0.5, 0.5};
+constexpr std::size_t longestVersion = 40;
+constexpr std::string_view versionCharacters =
+    "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.+-";
+
+std::optional<std::string> ask(const std::string& cli, ProbeEnvironment::Tool tool,
+                               const ProbeEnvironment::Options& environment, const std::stop_token& stop) {
+    try {
+        const auto execution = ProcessCancellation::run(stop, [&] {
+            return ProbeRunner::execute(cli, {"--version"}, UserFolders::temporary(), tool, limits,
+                                        environment);
+        });
+        if (execution.exitCode != 0 || execution.timedOut) return std::nullopt;
+        return ToolVersion::inText(execution.standardOutput);
+    } catch (...) { // an end by the destructor included
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+ToolVersion::ToolVersion(std::string cli, ProbeEnvironment::Tool tool,
+                         ProbeEnvironment::Options environment) {
+    try {
+        thread_ = std::jthread([this, cli = std::move(cli), tool, environment](const std::stop_token& stop) {
+            auto version = ask(cli, tool, environment, stop);
+            const std::lock_guard lock(mutex_);
+            version_ = std::move(version);
+            isAnswered_ = true;
+            answered_.notify_all();
+        });
+    } catch (const std::system_error&) {
+        isAnswered_ = true; // no thread is to be had: the version stays unknown
+    }
+}
+
+std::optional<std::string> ToolVersion::answer(double seconds) {
+    std::unique_lock lock(mutex_);
+    answered_.wait_for(lock, std::chrono::duration<double>(seconds), [this] { return isAnswered_; });
+    return version_;
+}
+
+std::optional<std::string> ToolVersion::inText(std::string_view text) {
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find_first_of(" \t\r\n", start), text.size());
+        const std::string_view word = text.substr(start, end - start);
+        const bool isPlain = word.find_first_not_of(versionCharacters) == std::string_view::npos;
+        if (word.size() <= longestVersion && isPlain && numbers(word)) return std::string(word);
+        start = end + 1;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::array<int, 3>> ToolVersion::numbers(std::string_view version) {
+    std::array<int, 3> parts{};
+    const char* position = version.data();
+    const char* const last = position + version.size();
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        if (i > 0 && (position == last || *position++ != '.')) return std::nullopt;
+        if (position == last || *position < '0' || *position > '9') return std::nullopt;
+        const auto [end, error] = std::from_chars(position, last, parts.at(i));
+        if (error != std::errc()) return std::nullopt;
+        position = end;
+    }
+    return parts;
+}
+
+} // namespace loadscope
