@@ -66,7 +66,7 @@ TEST(ScanCommand, FailsInTheWordsOfEachFailure) {
         {"unknown-turns", "unknownTurnCount", noTotal, "did not report how many turns"},
         {"cannot-count", "incompleteContextReport", couldNotCount,
          "Its report has no \"System prompt\" row and gives 0 tokens for 4 memory files, and its total is "
-         "1480 tokens. "
+         "1500 tokens. "
          "Usually the computer is offline or the sign-in has expired: run `claude` in a terminal and look. "
          "Nothing was "
          "recorded."},
