@@ -44,20 +44,22 @@ def main():
         except OSError:
             sys.exit("Another tools/mutate works in this checkout.")
         with Workbench(ROOT, part == "LoadscopeApp") as bench:
-            chosen = choice(path, int(line or 0), options.seed, bool(bench.namespace))
+            bench.copy_tree()
+            chosen = choice(bench, path.relative_to(ROOT), int(line or 0), options.seed)
             run(bench, PROGRAMS[part], chosen, options)
 
 
-def choice(path, line, seed, isolated):
+def choice(bench, path, line, seed):
     """(file, change) in random order: one change of each place. With a line all changes of that line."""
+    path = bench.tree / path
     files = [path] if path.is_file() else sorted(p for p in path.rglob("*") if p.suffix in (".cpp", ".h"))
     places = []
     for file in files:
         text = file.read_text()
-        if not isolated and SIGNALLING.search(text):
-            print(f"Left out, for its signals could reach other processes: {file.relative_to(ROOT)}", file=sys.stderr)
+        name = str(file.relative_to(bench.tree))
+        if not bench.namespace and SIGNALLING.search(text):
+            print(f"Left out, for its signals could reach other processes: {name}", file=sys.stderr)
             continue
-        name = str(file.relative_to(ROOT))
         for changes in sites(text):
             if line:
                 places += [[(name, c)] for c in changes if line_of(text, c) == line]
@@ -75,6 +77,7 @@ class Stages:
         self.bench = bench
         self.programs = programs
         self.limits = {}
+        self.objects = {}
 
     def of(self, name):
         """(program, filter): the tests of the file's own folder, then the others, then those of the command."""
@@ -94,15 +97,18 @@ class Stages:
         for program, test_filter in self.of(name):
             if complaint := self.bench.build([program], mutant=True):
                 return "does not compile", complaint
+            if self.objects[name] and self.objects[name] == self.bench.objects_of(name):
+                return "compiles to the same", ""
             outcome, _, failed, _ = self.bench.test(program, test_filter, self.limits[program])
             if outcome != "passed":
                 return "caught", "the time limit" if outcome == "hung" else failed or "its end"
         return "survived", ""
 
-    def check(self):
+    def check(self, names):
         """Builds and tests the copy as it is; a mutant may take some times as long."""
         if complaint := self.bench.configure() or self.bench.build(self.programs, mutant=False):
             sys.exit(f"{complaint}\nThe copy in build/mutate does not build.")
+        self.objects = {name: self.bench.objects_of(name) for name in names}
         for program in self.programs:
             outcome, seconds, _, said = self.bench.test(program, "*", 900)
             if outcome != "passed":
@@ -112,10 +118,9 @@ class Stages:
 
 def run(bench, programs, chosen, options):
     print("Building build/mutate and running its tests…", file=sys.stderr)
-    bench.copy_tree()
     stages = Stages(bench, programs)
-    stages.check()
-    counts = {"caught": 0, "survived": 0, "does not compile": 0}
+    stages.check({name for name, _ in chosen})
+    counts = {"caught": 0, "survived": 0, "does not compile": 0, "compiles to the same": 0}
     survivors = []
     for name, change in chosen:
         done = counts["caught"] + counts["survived"]
@@ -138,7 +143,7 @@ def run(bench, programs, chosen, options):
     counted = counts["caught"] + counts["survived"]
     share = f" ({100 * counts['caught'] / counted:.0f}%)" if counted else ""
     print(f"\nCaught {counts['caught']} of {counted}{share} in {options.folder}, seed {options.seed};", end=" ")
-    print(f"{counts['does not compile']} more did not compile.")
+    print(f"{counts['does not compile']} more did not compile, {counts['compiles to the same']} changed nothing here.")
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """The copy of the tree in build/mutate, its build, and runs of its tests that can do no harm outside of it."""
 
+import glob
 import os
 import re
 import shutil
@@ -92,6 +93,12 @@ class Workbench:
             self.running = [self.start(command, environment, out)]
             code = self.wait(time.monotonic() + BUILD_SECONDS)
         return None if code == 0 else log.read_text(errors="replace")[-3000:]
+
+    def objects_of(self, name):
+        """What a source was compiled to; empty for a header."""
+        first, _, rest = name.partition("/")
+        folder = self.build_folder / first / "CMakeFiles"
+        return [path.read_bytes() for path in sorted(folder.glob(f"*.dir/{glob.escape(rest)}.o"))]
 
     def test(self, program, test_filter, limit):
         """Runs tests until the first that fails: (what became of them, seconds, the failed test, the log's end)."""
