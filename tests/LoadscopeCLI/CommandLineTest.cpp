@@ -189,7 +189,7 @@ TEST(CommandLine, SurvivesTheStreamsThatItIsGiven) {
     EXPECT_EQ(full.errors, "The result could not be written to standard output.\n");
     const auto closedPipe = home.runShell("{ \"$0\" history; echo $? >&2; } | true");
     EXPECT_EQ(closedPipe.errors, "0\n");
-    const auto closed = home.runShell("\"$0\" scan >&- 2>&- <&-; \"$0\" history --json");
+    const auto closed = home.runShell("\"$0\" scan >&- 2>&- <&- && \"$0\" history --json");
     EXPECT_EQ(closed.json()["scans"].size(), 3U);
     const auto gone = home.runShell("mkdir ../gone; cd ../gone; rmdir ../gone; \"$0\" scan --json");
     EXPECT_EQ(gone.json()["error"]["case"], "repositoryUnreadable");

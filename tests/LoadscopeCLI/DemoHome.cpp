@@ -98,8 +98,17 @@ CommandRun DemoHome::runShell(const std::string& script, const std::vector<std::
 
 CommandRun DemoHome::runOnTerminal(const std::vector<std::string>& arguments,
                                    const std::vector<std::string>& variables, std::string_view typed) const {
-    std::vector<std::string> texts{LOADSCOPE_COMMAND};
-    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> command{LOADSCOPE_COMMAND};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return onTerminal(std::move(command), variables, typed);
+}
+
+CommandRun DemoHome::runShellOnTerminal(const std::string& script) const {
+    return onTerminal({"/bin/sh", "-c", script, LOADSCOPE_COMMAND}, {}, {});
+}
+
+CommandRun DemoHome::onTerminal(std::vector<std::string> command, const std::vector<std::string>& variables,
+                                std::string_view typed) const {
     std::vector<std::string> settings;
     for (const auto& [name, value] : environment(variables))
         settings.push_back(name + '=' + value);
@@ -110,14 +119,14 @@ CommandRun DemoHome::runOnTerminal(const std::vector<std::string>& arguments,
         result.push_back(nullptr);
         return result;
     };
-    const auto argumentPointers = pointers(texts);
+    const auto argumentPointers = pointers(command);
     const auto settingPointers = pointers(settings);
     winsize size{.ws_row = 40, .ws_col = 100, .ws_xpixel = 0, .ws_ypixel = 0};
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
     if (child == 0) {
         if (chdir(repository_.c_str()) == 0)
-            execve(LOADSCOPE_COMMAND, argumentPointers.data(), settingPointers.data());
+            execve(argumentPointers[0], argumentPointers.data(), settingPointers.data());
         _exit(127);
     }
     CommandRun run;

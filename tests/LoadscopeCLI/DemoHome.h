@@ -44,6 +44,9 @@ public:
                                            const std::vector<std::string>& variables = {},
                                            std::string_view typed = {}) const;
 
+    /// The same through `sh`, where "$0" is the command.
+    [[nodiscard]] CommandRun runShellOnTerminal(const std::string& script) const;
+
     /// Starts the command, waits until a process of this home runs `program`, sends the signal.
     [[nodiscard]] CommandRun runAndSignal(const std::vector<std::string>& arguments,
                                           const std::vector<std::string>& variables, std::string_view program,
@@ -59,6 +62,9 @@ public:
 
 private:
     [[nodiscard]] Environment environment(const std::vector<std::string>& variables) const;
+    [[nodiscard]] CommandRun onTerminal(std::vector<std::string> command,
+                                        const std::vector<std::string>& variables,
+                                        std::string_view typed) const;
 
     TemporaryFolder home_;
     std::string repository_;

@@ -102,6 +102,10 @@ TEST_F(RecordsTest, AreDeletedOnlyWhenTheUserAgrees) {
         EXPECT_EQ(std::filesystem::exists(file), !one.isDeleted) << one.answer;
     }
     SetUp();
+    for (const char* script : {"echo y | \"$0\" history clear", "\"$0\" history clear 2>../errors"}) {
+        EXPECT_EQ(home.runShellOnTerminal(script).exitCode, 2) << script;
+        EXPECT_TRUE(std::filesystem::exists(file)) << "nobody was asked";
+    }
     for (const char* option : {"--json", "--tool=claude", "--repository=."}) {
         const auto run = home.run({"history", option, "clear", "--yes"});
         EXPECT_EQ(run.exitCode, 2);

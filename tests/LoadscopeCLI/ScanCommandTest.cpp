@@ -322,6 +322,38 @@ TEST(ScanCommand, EndsItsChildWhenInterrupted) {
     }
 }
 
+TEST(ScanCommand, LivesThroughAHangUpThatItsCallerIgnores) {
+    const DemoHome home;
+    const std::string tool = home.path() + "/.local/bin/claude", real = home.path() + "/claude";
+    std::filesystem::rename(tool, real);
+    writeExecutable(tool, "#!/bin/sh\nkill -HUP $PPID\nexec \"$HOME/claude\" \"$@\"\n");
+    EXPECT_EQ(home.runShell("trap '' HUP; exec \"$0\" scan").exitCode, 0) << "as under nohup";
+    EXPECT_EQ(home.run({"scan"}).exitCode, 130);
+}
+
+TEST(ScanCommand, LaysOutRowsAndFilesLargestFirst) {
+    const DemoHome home;
+    const std::string text = home.run({"scan"}).output;
+    const std::string claude = "reported by Claude Code's /context\n";
+    const std::string local = "measured on disk at ~4 bytes/token (estimate)\n";
+    EXPECT_EQ(text.substr(std::min(text.find("Category  "), text.size())),
+              "Category                              Tokens  Share  Source\n"
+              "System tools                          14,800  64.6%  " +
+                  claude + "System prompt                          3,100  13.5%  " + claude +
+                  "Repository instructions                2,500  10.9%  " + local +
+                  "Skills                                 1,500   6.6%  " + claude +
+                  "Inherited project instructions           500   2.2%  " + local +
+                  "Memory files (beyond local estimate)     300   1.3%  " + claude +
+                  "Personal instructions                    100   0.4%  " + local +
+                  "Unattributed                              79   0.3%  derived: total minus attributed\n"
+                  "Messages                                  21   0.1%  " +
+                  claude +
+                  "\nTokens  Share  Tier        Instruction file (estimate)\n 1,500   6.6%  repository  " +
+                  home.repository() + "/notes.md\n 1,000   4.4%  repository  " + home.repository() +
+                  "/CLAUDE.md\n   500   2.2%  inherited   " + home.path() +
+                  "/src/CLAUDE.md\n   100   0.4%  personal    " + home.path() + "/.claude/CLAUDE.md\n");
+}
+
 TEST(ScanCommand, ShowsControlCharactersHarmlesslyAndLeavesThemInJson) {
     const DemoHome home;
     const std::vector<std::string> hostile{"LOADSCOPE_DEMO_CLAUDE=hostile-names"};

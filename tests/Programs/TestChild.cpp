@@ -112,7 +112,7 @@ int main(int count, char** arguments) {
         return 7;
     }
     if (mode == "leave-server") {
-        say("kept");
+        say(count > 3 ? arguments[3] : "");
         startServer(argument);
         while (access(argument, F_OK) != 0)
             usleep(1000);

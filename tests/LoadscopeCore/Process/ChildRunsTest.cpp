@@ -3,6 +3,7 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
+#include "LoadscopeCore/Process/PipeDrain.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/ProcessTermination.h"
 #include "tests/Support/TemporaryFolder.h"
@@ -141,14 +142,18 @@ TEST_F(ChildRuns, EndEarlierWhenWhatTheyWriteSaysSo) {
 }
 
 TEST_F(ChildRuns, GiveUpOnAGrandchildThatKeepsThePipeButKeepTheOutput) {
-    const auto execution = run({"leave-server", marker()});
-    EXPECT_TRUE(execution.readersTimedOut);
-    EXPECT_FALSE(execution.timedOut);
-    EXPECT_EQ(execution.exitCode, 0);
-    EXPECT_EQ(execution.standardOutput, "kept");
-    const int server = announcedIdentifier();
-    EXPECT_TRUE(isAlive(server)) << "a normal exit leaves what the tool started alone";
-    kill(server, SIGKILL);
+    // As much as the reader's buffer holds: more may be there, and nothing is.
+    for (const std::string& kept : {std::string("kept"), std::string(PipeDrain::bufferSize, 'x')}) {
+        const auto execution = run({"leave-server", marker(), kept});
+        EXPECT_TRUE(execution.readersTimedOut);
+        EXPECT_FALSE(execution.timedOut);
+        EXPECT_EQ(execution.exitCode, 0);
+        EXPECT_EQ(execution.standardOutput, kept);
+        const int server = announcedIdentifier();
+        EXPECT_TRUE(isAlive(server)) << "a normal exit leaves what the tool started alone";
+        kill(server, SIGKILL);
+        unlink(marker().c_str());
+    }
 }
 
 TEST_F(ChildRuns, AreCancelledAtAnyMoment) {
