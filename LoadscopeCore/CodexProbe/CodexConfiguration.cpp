@@ -4,12 +4,20 @@
 
 #include "LoadscopeCore/Platform/AtomicFile.h"
 #include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Platform/Text.h"
 
 #include <algorithm>
 #include <exception>
 
-// Only this file sees the library: it is compiled in, without exceptions, and refuses deep nesting, because a
-// value is destroyed by recursion.
+// Only this file sees the library: it is compiled in, reports errors as values, and refuses deep nesting,
+// because a value is destroyed by recursion. Some malformed files break what it takes for certain; that must
+// neither end the program nor be built upon, in no kind of build.
+namespace {
+struct BrokenAssumption : std::exception {};
+[[noreturn]] void refuse() { throw BrokenAssumption(); }
+} // namespace
+#undef NDEBUG
+#define TOML_ASSERT(condition) ((condition) ? void() : refuse())
 #define TOML_HEADER_ONLY 1
 #define TOML_EXCEPTIONS 0
 #define TOML_ENABLE_FORMATTERS 0
@@ -30,20 +38,61 @@ bool mayNestDeeply(std::string_view toml) {
     return false;
 }
 
+constexpr char mark = '~';
+constexpr std::string_view hexDigits = "0123456789ABCDEF";
+
+/// The text with every byte beyond ASCII as the mark and two digits, and the mark too. The library behaves in
+/// no defined way when such a character stands where none may; in strings and comments the marks do no harm.
+std::string asASCII(std::string_view text) {
+    std::string encoded;
+    encoded.reserve(text.size());
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte < 0x80 && character != mark) {
+            encoded += character;
+        } else {
+            encoded += {mark, hexDigits[byte >> 4], hexDigits[byte & 15]};
+        }
+    }
+    return encoded;
+}
+
+/// A value of the text that `asASCII` made, as it was before.
+std::string asUTF8(std::string_view value) {
+    std::string decoded;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const bool isMarked = value[i] == mark && i + 2 < value.size();
+        const auto high = isMarked ? hexDigits.find(value[i + 1]) : std::string_view::npos;
+        const auto low = isMarked ? hexDigits.find(value[i + 2]) : std::string_view::npos;
+        if (high == std::string_view::npos || low == std::string_view::npos) {
+            decoded += value[i];
+        } else {
+            decoded += static_cast<char>(high << 4 | low);
+            i += 2;
+        }
+    }
+    return decoded;
+}
+
+/// A string of the library, when the node is one that is not empty.
+std::optional<std::string> textOf(const toml::node* node) {
+    const auto value = node ? node->value_exact<std::string_view>() : std::nullopt;
+    if (!value || value->empty()) return std::nullopt;
+    std::string text = asUTF8(*value);
+    return Text::isValidUTF8(text) ? std::optional(std::move(text)) : std::nullopt;
+}
+
 /// Looks a key up in the profile in use, then at the top level.
 class Settings {
 public:
     explicit Settings(const toml::table& top) : top_(top) {
         const auto name = text("profile");
         const toml::table* const profiles = top["profiles"].as_table();
-        if (name && profiles) profile_ = (*profiles)[*name].as_table();
+        const toml::node* const profile = name && profiles ? profiles->get(asASCII(*name)) : nullptr;
+        if (profile) profile_ = profile->as_table();
     }
 
-    [[nodiscard]] std::optional<std::string> text(std::string_view key) const {
-        const toml::node* const node = find(key);
-        auto value = node ? node->value_exact<std::string>() : std::nullopt;
-        return value && !value->empty() ? value : std::nullopt;
-    }
+    [[nodiscard]] std::optional<std::string> text(std::string_view key) const { return textOf(find(key)); }
 
     [[nodiscard]] std::optional<std::int64_t> number(std::string_view key, std::int64_t least) const {
         const toml::node* const node = find(key);
@@ -56,8 +105,7 @@ public:
         const toml::node* const node = find(key);
         const toml::array* const array = node ? node->as_array() : nullptr;
         for (std::size_t i = 0; array && i < array->size(); ++i)
-            if (auto value = array->get(i)->value_exact<std::string>(); value && !value->empty())
-                values.push_back(std::move(*value));
+            if (auto value = textOf(array->get(i))) values.push_back(std::move(*value));
         return values;
     }
 
@@ -72,8 +120,10 @@ private:
 };
 
 CodexConfiguration parsed(std::string_view toml) {
-    if (mayNestDeeply(toml)) return {};
-    const toml::parse_result result = toml::parse(toml);
+    constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+    if (toml.starts_with(byteOrderMark)) toml.remove_prefix(byteOrderMark.size());
+    if (!Text::isValidUTF8(toml) || mayNestDeeply(toml)) return {};
+    const toml::parse_result result = toml::parse(asASCII(toml));
     if (!result) return {};
     const Settings settings(result.table());
     return {.model = settings.text("model"),
@@ -89,7 +139,7 @@ CodexConfiguration parsed(std::string_view toml) {
 CodexConfiguration CodexConfiguration::parse(std::string_view toml) {
     try {
         return parsed(toml);
-    } catch (const std::exception&) { // no memory
+    } catch (const std::exception&) { // a broken assumption, no memory
         return {};
     }
 }

@@ -32,6 +32,8 @@ TEST(CodexConfiguration, TakesWhatTheProfileInUseSetsBeforeTheTopLevel) {
         {"project_doc_max_bytes = 65536\nproject_doc_fallback_filenames = [\"CLAUDE.md\", 7, '', \"b c\"]\n",
          {{}, {}, {}, 65536, {"CLAUDE.md", "b c"}}},
         {"\xef\xbb\xbfmodel = \"模型\" # comment\r\n", {"模型"}},
+        {"profile = \"~\u00e9\\u007e~\"\n[profiles.'~\u00e9~~']\nmodel = '~41 \u00e9'\n",
+         {"~41 \u00e9", {}, {}, {}, {}, "~\u00e9~~"}},
         {"notify = [[[[1]]]]\nmodel = \"gpt-a\"", {"gpt-a"}},
     };
     for (const Case& item : cases) {
@@ -50,7 +52,8 @@ TEST(CodexConfiguration, KnowsNothingOfWhatIsNoUsableFile) {
     };
     const std::string model = "model = \"m\"\n";
     for (const auto& text :
-         {model + "model = \"n\"\n", model + "=", model + "\xff\xfe", model + std::string(1, '\0'),
+         {model + "model = \"n\"\n", model + "=", model + "\xff\xfe", model + "a = \u00e9",
+          model + "\u00e9 = 1", model + "[}", model + std::string(1, '\0'),
           model + "x = " + repeated("[", 100'000), model + "x = " + repeated("{a=", 100'000),
           model + repeated("a.", 200'000) + "a = 1", model + "[" + repeated("a.", 200'000) + "a]",
           model + repeated("[" + repeated("a.", 200) + "a]\n", 20), std::string("\0\1\2", 3)})
