@@ -6,6 +6,7 @@
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <algorithm>
@@ -26,7 +27,23 @@ std::string summary(const ScanReport& report, const Terminal& terminal) {
         const TextStyle style = i == 1 ? TextStyle::bold : i == 2 ? styleOf(report.band) : TextStyle::plain;
         text += terminal.styled(style, line) + '\n';
     }
-    return text + '\n' + terminal.styled(TextStyle::dim, ScanPresentation::measurementNote) + '\n';
+    const auto addDim = [&](const std::string& line) {
+        text += terminal.styled(TextStyle::dim, Text::visible(line)) + '\n';
+    };
+    text += '\n';
+    addDim(ScanPresentation::measurementNote(report));
+    for (const std::string& line : ConditionsPresentation::lines(report.conditions))
+        addDim(line);
+    if (const auto line = CodexPresentation::versionLine(report.codex)) addDim(*line);
+    return text;
+}
+
+/// What a reader must know stands before the tables, where it is seen.
+std::string conditionNotes(const ScanReport& report, const Terminal& terminal) {
+    std::string text;
+    for (const std::string& note : ConditionsPresentation::notes(report))
+        text += '\n' + terminal.styled(TextStyle::warning, Text::visible(note)) + '\n';
+    return text;
 }
 
 std::string rowsTable(const ScanReport& report, const Terminal& terminal) {
@@ -35,7 +52,7 @@ std::string rowsTable(const ScanReport& report, const Terminal& terminal) {
         table.addRow({row.name,
                       LocaleFormat::grouped(row.tokens),
                       percentage(report.categoryShare(row)),
-                      {sourceLabel(row.provenance), TextStyle::dim}});
+                      {ScanPresentation::sourceLabel(report, row.provenance), TextStyle::dim}});
     return table.text(terminal);
 }
 
@@ -76,7 +93,8 @@ TextStyle styleOf(OpinionBand band) {
 }
 
 std::string scanText(const ScanReport& report, const Terminal& terminal) {
-    std::string text = summary(report, terminal) + '\n' + rowsTable(report, terminal);
+    std::string text =
+        summary(report, terminal) + conditionNotes(report, terminal) + '\n' + rowsTable(report, terminal);
     if (!report.files().empty()) text += '\n' + filesTable(report, terminal);
     for (const auto& note :
          {ScanPresentation::unreadableFilesNote(report), ScanPresentation::overAttributionNote(report),

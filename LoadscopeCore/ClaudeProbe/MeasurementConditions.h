@@ -24,16 +24,16 @@ struct ReservedSpace {
 /// to trust one. Names of variables only, never values.
 struct MeasurementConditions {
     std::string requestedModel = ProbeSettings::defaultModel;
-    std::optional<std::string> model;       ///< as the tool's report names it
-    std::optional<std::string> toolVersion; ///< for example "2.1.330"
+    std::optional<std::string> model{};       ///< as the tool's report names it
+    std::optional<std::string> toolVersion{}; ///< for example "2.1.330"
     bool waitedForServers = false;
     bool keptEnvironment = false;
-    std::vector<std::string> removedVariables; ///< sorted names that were kept from the tool
-    std::vector<std::string> keptVariables;    ///< sorted names of the same kind that reached it
+    std::vector<std::string> removedVariables{}; ///< sorted names that were kept from the tool
+    std::vector<std::string> keptVariables{};    ///< sorted names of the same kind that reached it
     SearchPathSource pathSource = SearchPathSource::inherited;
-    bool isEstimate = false;               ///< the tool estimated, and the user takes it all the same
-    bool mayBeEstimate = false;            ///< counting may have failed, and the report cannot tell
-    std::optional<ReservedSpace> takenOff; ///< subtracted from the total that the report prints
+    bool isEstimate = false;                 ///< the tool estimated, and the user takes it all the same
+    bool mayBeEstimate = false;              ///< counting may have failed, and the report cannot tell
+    std::optional<ReservedSpace> takenOff{}; ///< subtracted from the total that the report prints
 
     bool operator==(const MeasurementConditions&) const = default;
 };

@@ -5,6 +5,7 @@
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/SaturatingSum.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 
 namespace loadscope {
 
@@ -31,24 +32,41 @@ std::int64_t tokensOf(Provenance provenance, const ScanReport& report) {
     return sum.value();
 }
 
-std::string overAttributionLead(OverAttributionSource source) {
-    switch (source) {
+/// "measured", unless the tool estimated.
+std::string obtained(const ScanReport& report) {
+    return report.conditions.isEstimate ? "estimated" : "measured";
+}
+
+std::string overAttributionLead(const ScanReport& report) {
+    const std::string end = " add up to more than the " + obtained(report) + " total.";
+    switch (overAttributionSource(report)) {
     case OverAttributionSource::localEstimate:
-        return "The local file estimates alone add up to more than the measured total.";
+        return "The local file estimates alone" + end;
     case OverAttributionSource::cliReported:
-        return "The categories reported by Claude Code's `/context` alone add up to more than the measured "
-               "total.";
+        return "The categories reported by Claude Code's `/context` alone" + end;
     case OverAttributionSource::combined:
         break;
     }
     return "The attributed rows — the categories reported by Claude Code's `/context` plus this app's local "
-           "file estimates — add up to more than the measured total.";
+           "file estimates —" +
+           end;
 }
 
 } // namespace
 
+std::string totalCaption(const ScanReport& report) {
+    return report.conditions.isEstimate ? "Estimate · not counted by Claude"
+                                        : "Authoritative · measured by Claude";
+}
+
+std::string measurementNote(const ScanReport& report) {
+    return ConditionsPresentation::measurementNote(report.conditions);
+}
+
 std::string totalSourceLine(const ScanReport& report) {
-    return "Total: authoritative — reported by Claude (source: " + label(report.totalSource) + ").";
+    return std::string("Total: ") +
+           (report.conditions.isEstimate ? "an estimate, not counted" : "authoritative") +
+           " — reported by Claude (source: " + label(report.totalSource) + ").";
 }
 
 std::optional<std::string> windowShareLine(const ScanReport& report) {
@@ -56,8 +74,9 @@ std::optional<std::string> windowShareLine(const ScanReport& report) {
 }
 
 std::string bandVerdictLine(const ScanReport& report) {
-    const std::string verdict = "The total measured by Claude is " + LocaleFormat::grouped(report.total) +
-                                " tokens, which falls in the " + OpinionBands::title(report.band) + " band";
+    const std::string verdict = "The total " + obtained(report) + " by Claude is " +
+                                LocaleFormat::grouped(report.total) + " tokens, which falls in the " +
+                                OpinionBands::title(report.band) + " band";
     if (!report.contextWindow || *report.contextWindow < 1) {
         return verdict + " (" + OpinionBands::range(report.band) + ").";
     }
@@ -65,26 +84,41 @@ std::string bandVerdictLine(const ScanReport& report) {
            " context window Claude reported.";
 }
 
+std::string sourceLabel(const ScanReport& report, Provenance provenance) {
+    std::string text = loadscope::sourceLabel(provenance);
+    const bool isClaudes = provenance == Provenance::claudeReported || provenance == Provenance::selfReported;
+    if (isClaudes && report.conditions.isEstimate) text += " (estimate)";
+    return text;
+}
+
 std::vector<std::string> summaryLines(const ScanReport& report) {
+    const bool isEstimate = report.conditions.isEstimate;
     const std::string band = "Band: " + OpinionBands::title(report.band) + " (this app's opinion)";
     const std::optional<std::string> share = windowShareLine(report);
     return {
         "Repository: " + report.repositoryName,
-        "Total: " + LocaleFormat::grouped(report.total) + " tokens — authoritative, reported by Claude (" +
+        "Total: " + LocaleFormat::grouped(report.total) + " tokens — " +
+            (isEstimate ? "an estimate, not counted, reported by Claude ("
+                        : "authoritative, reported by Claude (") +
             label(report.totalSource) + ").",
         share ? band + " — " + *share : band + ".",
         CodexPresentation::summaryLine(report.codex),
-        "Category totals are reported by Claude Code's `/context`; only the file splits are local estimates.",
+        isEstimate
+            ? "Category totals are estimates reported by Claude Code's `/context`; the file splits are "
+              "local estimates."
+            : "Category totals are reported by Claude Code's `/context`; only the file splits are "
+              "local estimates.",
         "Duration: " + LocaleFormat::oneDecimal(report.duration) + " seconds.",
     };
 }
 
 std::string copyableSummary(const ScanReport& report) {
     std::string text;
-    // A folder's name or a tool's message may hold a line feed; the summary has eight lines all the same.
+    // A folder's or a model's name or a tool's message may hold a line feed; the summary has eight lines all
+    // the same.
     for (const std::string& line : summaryLines(report))
         text += Text::visible(line) + "\n";
-    return text + "\n" + measurementNote;
+    return text + "\n" + Text::visible(measurementNote(report));
 }
 
 std::optional<std::string> unreadableFilesNote(const ScanReport& report) {
@@ -93,9 +127,11 @@ std::optional<std::string> unreadableFilesNote(const ScanReport& report) {
     const std::string files =
         count == 1 ? "1 instruction file" : std::to_string(count) + " instruction files";
     return files +
-           " could not be read, so the category and file estimates are lower than what is really loaded. The "
-           "measured total is unaffected — it is reported by Claude. macOS may be blocking access: allow "
-           "Loadscope under System Settings → Privacy & Security → Files & Folders, then scan again.";
+           " could not be read, so the category and file estimates are lower than what is really loaded. "
+           "The " +
+           obtained(report) +
+           " total is unaffected — it is reported by Claude. macOS may be blocking access: allow Loadscope "
+           "under System Settings → Privacy & Security → Files & Folders, then scan again.";
 }
 
 OverAttributionSource overAttributionSource(const ScanReport& report) {
@@ -107,17 +143,18 @@ OverAttributionSource overAttributionSource(const ScanReport& report) {
 
 std::optional<std::string> overAttributionNote(const ScanReport& report) {
     if (!report.overAttributed) return {};
-    return overAttributionLead(overAttributionSource(report)) +
-           " The bar's segments therefore exceed the measured total of " +
-           LocaleFormat::grouped(report.total) + " tokens, and there is no hidden remainder to show.";
+    return overAttributionLead(report) + " The bar's segments therefore exceed the " + obtained(report) +
+           " total of " + LocaleFormat::grouped(report.total) +
+           " tokens, and there is no hidden remainder to show.";
 }
 
 std::optional<std::string> unreportedCategoryFilesNote(const ScanReport& report) {
     if (report.categoriesSelfReported || report.files().empty()) return {};
     return "Claude Code's `/context` reported no categories for this session, so the \"" +
-           std::string(SlabAttributor::unreportedCategoriesLabel) +
-           "\" row already carries the whole measured total. The instruction files below are local estimates "
-           "of what makes up that total, not additional tokens on top of it.";
+           std::string(SlabAttributor::unreportedCategoriesLabel) + "\" row already carries the whole " +
+           obtained(report) +
+           " total. The instruction files below are local estimates of what makes up that total, not "
+           "additional tokens on top of it.";
 }
 
 } // namespace ScanPresentation
@@ -147,6 +184,14 @@ std::string summaryLine(const CodexScanOutcome& outcome) {
 std::optional<std::string> note(const CodexScanOutcome& outcome) {
     const CodexProbeResult* result = outcome.result();
     return result && result->keepsRecord ? std::optional<std::string>(recordNote) : std::nullopt;
+}
+
+std::optional<std::string> versionLine(const CodexScanOutcome& outcome) {
+    const CodexProbeResult* result = outcome.result();
+    if (result == nullptr || (!result->toolVersion && !result->model)) return {};
+    return std::string("Tool: ") + toolName +
+           (result->toolVersion ? " " + *result->toolVersion : "; its version is not known") +
+           (result->model ? ", with the model " + *result->model : "") + ".";
 }
 
 } // namespace CodexPresentation

@@ -19,20 +19,24 @@ enum class OverAttributionSource { cliReported, localEstimate, combined };
 
 [[nodiscard]] std::string rawValue(OverAttributionSource source);
 
-/// The sentences that explain a report. Pure functions; numbers are written in the user's locale.
+/// The sentences that explain a report. Pure functions; numbers are written in the user's locale. A total
+/// that the tool estimated is called an estimate in each of them.
 namespace ScanPresentation {
 
-inline constexpr const char* measurementNote =
-    "Measured: one headless `claude -p \"/context\"` run (model sonnet) started in this folder — it reads "
-    "the session's startup "
-    "context without spending Claude allowance.";
 inline constexpr const char* splitsEstimateNote =
     "The category totals below are reported by Claude Code's `/context`; the file splits are estimates "
     "derived locally from file sizes.";
 
+/// What stands below the total: who measured it, or that it is an estimate.
+[[nodiscard]] std::string totalCaption(const ScanReport& report);
+
+[[nodiscard]] std::string measurementNote(const ScanReport& report);
 [[nodiscard]] std::string totalSourceLine(const ScanReport& report);
 [[nodiscard]] std::optional<std::string> windowShareLine(const ScanReport& report);
 [[nodiscard]] std::string bandVerdictLine(const ScanReport& report);
+
+/// Where a row of the breakdown has its tokens from.
+[[nodiscard]] std::string sourceLabel(const ScanReport& report, Provenance provenance);
 
 /// Exactly six lines.
 [[nodiscard]] std::vector<std::string> summaryLines(const ScanReport& report);
@@ -64,6 +68,9 @@ inline constexpr const char* recordNote =
 
 /// What there is to know of a measured session beside its numbers.
 [[nodiscard]] std::optional<std::string> note(const CodexScanOutcome& outcome);
+
+/// Version and model, as far as Codex tells them.
+[[nodiscard]] std::optional<std::string> versionLine(const CodexScanOutcome& outcome);
 
 } // namespace CodexPresentation
 

@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
 
@@ -22,15 +23,15 @@ Object orNull(const std::optional<T>& value) {
     return value ? Object(*value) : Object(nullptr);
 }
 
+Object textOrNull(const std::optional<std::string>& text) {
+    return text ? Object(Text::repaired(*text)) : Object(nullptr);
+}
+
 Object texts(const std::vector<std::string>& list) {
     Object array = Object::array();
     for (const std::string& text : list)
         array.push_back(Text::repaired(text));
     return array;
-}
-
-std::optional<std::string> repaired(const std::optional<std::string>& text) {
-    return text ? std::optional(Text::repaired(*text)) : std::nullopt;
 }
 
 Object rows(const ScanReport& report) {
@@ -64,24 +65,43 @@ Object codex(const CodexScanOutcome& outcome) {
                 {"total", result->total},
                 {"contextWindow", orNull(result->contextWindow)},
                 {"duration", result->duration},
-                {"toolVersion", orNull(repaired(result->toolVersion))},
-                {"model", orNull(repaired(result->model))},
+                {"toolVersion", textOrNull(result->toolVersion)},
+                {"model", textOrNull(result->model)},
                 {"note", orNull(CodexPresentation::note(outcome))}};
     }
     return {{"status", "unavailable"}, {"reason", Text::repaired(*outcome.reason())}};
 }
 
+Object reservedTakenOff(const std::optional<ReservedSpace>& reserve) {
+    if (!reserve) return nullptr;
+    return {{"name", Text::repaired(reserve->name)}, {"tokens", reserve->tokens}};
+}
+
+Object environment(const MeasurementConditions& conditions) {
+    return {{"removed", texts(conditions.removedVariables)},
+            {"kept", texts(conditions.keptVariables)},
+            {"passedOn", conditions.keptEnvironment},
+            {"pathSource", rawValue(conditions.pathSource)},
+            {"waitedForServers", conditions.waitedForServers}};
+}
+
 Object notes(const ScanReport& report) {
-    return {{"measurement", ScanPresentation::measurementNote},
+    const MeasurementConditions& conditions = report.conditions;
+    return {{"measurement", Text::repaired(ScanPresentation::measurementNote(report))},
             {"unreadableFiles", orNull(ScanPresentation::unreadableFilesNote(report))},
             {"overAttribution", orNull(ScanPresentation::overAttributionNote(report))},
-            {"unreportedCategoryFiles", orNull(ScanPresentation::unreportedCategoryFilesNote(report))}};
+            {"unreportedCategoryFiles", orNull(ScanPresentation::unreportedCategoryFilesNote(report))},
+            {"estimate", orNull(ConditionsPresentation::estimateNote(conditions))},
+            {"mayBeEstimate", orNull(ConditionsPresentation::mayBeEstimateNote(conditions))},
+            {"searchPath", orNull(ConditionsPresentation::searchPathNote(conditions))},
+            {"reserve", textOrNull(ConditionsPresentation::reserveNote(report))}};
 }
 
 } // namespace
 
 std::string report(const ScanReport& report) {
     const LocaleFormat::EnglishScope english; // the summary and the notes hold numbers
+    const MeasurementConditions& conditions = report.conditions;
     const Object object = {{"schemaVersion", schemaVersion},
                            {"repositoryName", Text::repaired(report.repositoryName)},
                            {"repositoryPath", Text::repaired(report.repositoryPath)},
@@ -91,6 +111,13 @@ std::string report(const ScanReport& report) {
                            {"resolvedCLIPath", Text::repaired(report.resolvedCLIPath)},
                            {"duration", report.duration},
                            {"contextWindow", orNull(report.contextWindow)},
+                           {"toolVersion", textOrNull(conditions.toolVersion)},
+                           {"requestedModel", Text::repaired(conditions.requestedModel)},
+                           {"model", textOrNull(conditions.model)},
+                           {"estimated", conditions.isEstimate},
+                           {"mayBeEstimated", conditions.mayBeEstimate},
+                           {"reservedTakenOff", reservedTakenOff(conditions.takenOff)},
+                           {"environment", environment(conditions)},
                            {"band", OpinionBands::rawValue(report.band)},
                            {"score", HealthScore::value(report.total)},
                            {"rows", rows(report)},

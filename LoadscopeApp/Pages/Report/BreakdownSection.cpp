@@ -41,7 +41,7 @@ std::vector<ReportTableRow> tableRows(const ScanReport& report) {
                         {},
                         DisplayText::own(LocaleFormat::grouped(row.tokens)),
                         percent(report.categoryShare(row)),
-                        DisplayText::own(sourceLabel(row.provenance))});
+                        DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))});
     }
     return rows;
 }
@@ -91,9 +91,9 @@ bool hasTokens(const ScanReport& report) {
 BreakdownSection::BreakdownSection(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
     content()->addWidget(new SectionHeader(
         QStringLiteral("Breakdown by category"),
-        QStringLiteral(
-            "Category rows come from Claude Code's `/context` report; shares use the Claude-reported "
-            "total.")));
+        QStringLiteral("Category rows come from Claude Code's `/context` report; shares use the %1 total.")
+            .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
+                                              : QStringLiteral("Claude-reported"))));
     if (report.rows.empty())
         content()->addWidget(
             note(QStringLiteral("This session did not report category rows."), TextStyle::body));

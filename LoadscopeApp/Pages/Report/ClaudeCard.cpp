@@ -19,12 +19,13 @@ namespace {
 
 constexpr int leadSymbol = 24;
 
-QHBoxLayout* lead(OpinionBand band) {
-    const ThemeColor color = ThemeColors::text(band);
+QHBoxLayout* lead(const ScanReport& report) {
+    const ThemeColor color = ThemeColors::text(report.band);
     auto* row = new QHBoxLayout;
     row->setSpacing(8);
     row->addWidget(new IconView(QStringLiteral("scalemass"), leadSymbol, color), 0, Qt::AlignTop);
-    auto* title = new TextLabel(DisplayText::own(OpinionBands::title(band) + " startup context"),
+    auto* title = new TextLabel(DisplayText::own(OpinionBands::title(report.band) + " startup context" +
+                                                 (report.conditions.isEstimate ? " (estimated)" : "")),
                                 TextStyle::title, color);
     AccessibleTraits::setRole(title, QAccessible::Heading, title->text());
     title->setWraps();
@@ -45,12 +46,12 @@ ClaudeCard::ClaudeCard(const ScanReport& report, QWidget* parent) : ReportSurfac
     column->setSpacing(4);
     column->addWidget(new ToolLabel(QStringLiteral("Claude Code")));
     column->addSpacing(8);
-    column->addLayout(lead(report.band));
+    column->addLayout(lead(report));
     column->addWidget(secondary(DisplayText::own(ScanPresentation::bandVerdictLine(report))));
     column->addSpacing(8);
     column->addWidget(
         new MetricLine(DisplayText::own(LocaleFormat::grouped(report.total)), TextStyle::heroMetric));
-    column->addWidget(secondary(QStringLiteral("Authoritative · measured by Claude")));
+    column->addWidget(secondary(DisplayText::own(ScanPresentation::totalCaption(report))));
     column->addSpacing(12);
     if (const auto share = ScanPresentation::windowShareLine(report))
         column->addWidget(secondary(DisplayText::own(*share)));

@@ -35,10 +35,12 @@ QWidget* explanation(const ScanReport& report, int score) {
                                 ThemeColors::text(report.band),
                                 TextStyle::caption,
                                 QFont::DemiBold}));
-    auto* origin = new TextLabel(
-        QStringLiteral("Derived from where the Claude-reported total sits on the band scale. ") +
-            DisplayText::own(OpinionBands::opinionNote),
-        TextStyle::caption, ThemeColor::secondaryText);
+    auto* origin =
+        new TextLabel(QStringLiteral("Derived from where the %1 total sits on the band scale. ")
+                              .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
+                                                                : QStringLiteral("Claude-reported")) +
+                          DisplayText::own(OpinionBands::opinionNote),
+                      TextStyle::caption, ThemeColor::secondaryText);
     origin->setWraps();
     column->addWidget(origin);
     return texts;

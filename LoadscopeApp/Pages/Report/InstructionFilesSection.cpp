@@ -73,10 +73,12 @@ void fill(QWidget* body, const ScanReport& report) {
             text(QStringLiteral("No instruction files were found for this scan."), TextStyle::body));
     else
         inventory->addWidget(new FileInventory(report, files));
-    column->addWidget(
-        text(QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the "
-                            "authoritative total reported by Claude."),
-             TextStyle::caption));
+    column->addWidget(text(
+        QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the %1 total "
+                       "reported by Claude.")
+            .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
+                                              : QStringLiteral("authoritative")),
+        TextStyle::caption));
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Pages/Report/NoteLabel.h"
+#include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <QVBoxLayout>
@@ -14,13 +16,19 @@ namespace loadscope {
 MethodologyCard::MethodologyCard(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
     content()->setSpacing(4);
     content()->addWidget(new SectionHeader(QStringLiteral("Methodology & disclosure"),
-                                           DisplayText::own(ScanPresentation::measurementNote)));
-    for (const std::string& line :
-         {ScanPresentation::totalSourceLine(report), std::string(ScanPresentation::splitsEstimateNote)}) {
-        auto* label = new TextLabel(DisplayText::own(line), TextStyle::caption, ThemeColor::secondaryText);
+                                           DisplayText::line(ScanPresentation::measurementNote(report))));
+    std::vector<std::string> lines{ScanPresentation::totalSourceLine(report),
+                                   ScanPresentation::splitsEstimateNote};
+    for (std::string& line : ConditionsPresentation::lines(report.conditions))
+        lines.push_back(std::move(line));
+    if (auto line = CodexPresentation::versionLine(report.codex)) lines.push_back(std::move(*line));
+    for (const std::string& line : lines) {
+        auto* label = new TextLabel(DisplayText::line(line), TextStyle::caption, ThemeColor::secondaryText);
         label->setWraps();
         content()->addWidget(label);
     }
+    for (const std::string& note : ConditionsPresentation::notes(report))
+        content()->addWidget(new NoteLabel(DisplayText::line(note)));
 }
 
 } // namespace loadscope

@@ -19,6 +19,17 @@ ProbeResult probe(std::int64_t total, std::optional<std::int64_t> window,
     return result;
 }
 
+ProbeResult estimated() {
+    ProbeResult result = sampleResult();
+    result.conditions = {.requestedModel = "a\nb",
+                         .toolVersion = "2.1.330",
+                         .removedVariables = {"ANTHROPIC_API_KEY", "CLAUDE_CODE_\x1b[2J"},
+                         .pathSource = SearchPathSource::shellDidNotAnswer,
+                         .isEstimate = true,
+                         .takenOff = ReservedSpace{"Compact buffer", 3'000}};
+    return result;
+}
+
 InstructionFileSet unreadable() {
     InstructionFileSet files = sampleFiles();
     files.unreadablePaths = {"/src/<b>/CLAUDE.md"};
@@ -61,8 +72,8 @@ TEST(ReportPage, SaysWhatEachKindOfReportHasToSay) {
           "Personal instructions · 8,040 bytes on disk",
           "38.4 seconds",
           "/home/dev/.local/bin/claude"},
-         {"Lean", "30,000", noCategories, noTokens, noFiles, "Could not be read",
-          "Codex was not included in this scan."}},
+         {"Lean", "30,000", "Heavy startup context (estimated)", noCategories, noTokens, noFiles,
+          "Could not be read", "Codex was not included in this scan."}},
         {"no window",
          reportOf(probe(95'000, {}, {{"System prompt", 6'000}}), unreadable()),
          {"Excessive startup context", "Lean", "Heavy", "Excessive", "30,000", "60,000", "120,000",
@@ -84,6 +95,17 @@ TEST(ReportPage, SaysWhatEachKindOfReportHasToSay) {
           "remainder "
           "to show."},
          {}},
+        {"an estimate, under unusual conditions",
+         reportOf(estimated(), sampleFiles(), CodexScanOutcome::measured({5, {}, 1, "0.169.0", "gpt-5"})),
+         {"Heavy startup context (estimated)", "Estimate · not counted by Claude",
+          "reported by Claude Code's /context (estimate)", "Tool: Claude Code 2.1.330.",
+          "Model: a\\nb was asked for; the report names none.",
+          "Environment: removed ANTHROPIC_API_KEY, CLAUDE_CODE_\\x1b[2J.",
+          "Tool: Codex CLI 0.169.0, with the model gpt-5.",
+          "The report's total of 48,000 includes 3,000 tokens of \"Compact buffer\", which is reserved "
+          "space: "
+          "taken off."},
+         {"Authoritative · measured by Claude", "reported by Claude Code's /context"}},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
