@@ -17,11 +17,12 @@ bool runOnWorker(LoopUIThread& loop, const std::function<void(std::stop_token)>&
     return !loop.wasInterrupted();
 }
 
-std::optional<ReadinessChecker::Result> checkReadiness(LoopUIThread& loop, Terminal& errors) {
+std::optional<ReadinessChecker::Result> checkReadiness(LoopUIThread& loop, Terminal& errors,
+                                                       const ProbeSettings& settings) {
     ReadinessChecker::Result result;
     errors.showProgress("Checking sign-in…");
     const bool finished = runOnWorker(
-        loop, [&result](std::stop_token stop) { result = ReadinessChecker::check(std::move(stop)); });
+        loop, [&](std::stop_token stop) { result = ReadinessChecker::check(std::move(stop), settings); });
     errors.clearProgress();
     if (!finished) return std::nullopt;
     return result;

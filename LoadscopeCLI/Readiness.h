@@ -16,7 +16,9 @@ namespace loadscope {
 /// until the worker has ended. Returns whether it ran to its end without a signal.
 bool runOnWorker(LoopUIThread& loop, const std::function<void(std::stop_token)>& work);
 
-/// Asks both tools, showing the progress on `errors`. Nothing when a signal came.
-[[nodiscard]] std::optional<ReadinessChecker::Result> checkReadiness(LoopUIThread& loop, Terminal& errors);
+/// Asks both tools, showing the progress on `errors`; Claude Code in the environment that a scan with
+/// `settings` would give it. Nothing when a signal came.
+[[nodiscard]] std::optional<ReadinessChecker::Result> checkReadiness(LoopUIThread& loop, Terminal& errors,
+                                                                     const ProbeSettings& settings = {});
 
 } // namespace loadscope

@@ -7,6 +7,7 @@
 #include "LoadscopeCLI/ScanRun.h"
 #include "LoadscopeCLI/ScanText.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
 #include <CLI/CLI.hpp>
@@ -23,6 +24,7 @@ struct Options {
     bool json = false;
     bool noHistory = false;
     bool skipCheck = false;
+    ProbeSettings settings;
     std::optional<std::int64_t> maxTokens;
 };
 
@@ -35,12 +37,21 @@ std::optional<std::int64_t> wholeNumber(const std::string& text) {
     return number;
 }
 
+/// What the tool could take for one of its own options, or for none at all, is refused.
+std::string modelError(const std::string& name) {
+    if (Text::trimmed(name).empty()) return "NAME is empty";
+    return name.starts_with('-') ? "NAME begins with -" : "";
+}
+
 constexpr const char* examples = R"(Examples:
   loadscope scan                        the current folder
   loadscope scan ~/src/app              another folder
   loadscope scan --include-codex        measure Codex too: runs one real session
+  loadscope scan --model opus           as a session with another model
   loadscope scan --max-tokens 30000     exit with 3 above 30,000 tokens, for a CI job
   loadscope scan --json | jq .total     for scripts
+
+A folder's own hooks and servers run in a scan, without a trust question of the tool.
 
 Exit codes: 0 measured, 1 failed, 2 wrong usage, 3 above --max-tokens, 130 interrupted.)";
 
@@ -57,7 +68,8 @@ ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& 
     if (written != ExitCode::success || !options.maxTokens || report.total <= *options.maxTokens)
         return written;
     showFailure(errors,
-                "The total of " + LocaleFormat::grouped(report.total) + " tokens is above --max-tokens " +
+                std::string(report.conditions.isEstimate ? "The estimated total of " : "The total of ") +
+                    LocaleFormat::grouped(report.total) + " tokens is above --max-tokens " +
                     LocaleFormat::grouped(*options.maxTokens) + ".",
                 "");
     return ExitCode::aboveMaximum;
@@ -69,6 +81,7 @@ ExitCode scan(const Options& options) {
     const auto folder = absoluteFolder(options.folder);
     if (!folder) return fail(ProbeError::RepositoryUnreadable{options.folder});
     const ScanOutcome outcome = runScan({.folder = *folder,
+                                         .settings = options.settings,
                                          .includeCodex = options.includeCodex,
                                          .records = !options.noHistory,
                                          .checksReadiness = !options.skipCheck},
@@ -77,6 +90,21 @@ ExitCode scan(const Options& options) {
         return showReport(options, errors, **report);
     if (const auto* error = std::get_if<ProbeError>(&outcome)) return fail(*error);
     return showInterrupted(errors, "Interrupted: the scan was stopped and nothing was recorded.");
+}
+
+/// Under which conditions Claude Code is measured. `settings` must outlive the command.
+void addProbeOptions(CLI::App& command, ProbeSettings& settings) {
+    command
+        .add_option("--model", settings.model,
+                    std::string("The model to ask for (") + ProbeSettings::defaultModel + ')')
+        ->option_text("NAME")
+        ->check(modelError);
+    command.add_flag("--wait-for-servers", settings.waitsForServers,
+                     "Let Claude Code wait for servers that start slowly");
+    command.add_flag("--keep-environment", settings.keepsEnvironment,
+                     "Pass on the variables that sign Claude Code in, such as ANTHROPIC_API_KEY");
+    command.add_flag("--accept-estimate", settings.acceptsEstimate,
+                     "Take a total that Claude Code estimated; it is marked and not recorded");
 }
 
 } // namespace
@@ -99,6 +127,7 @@ void addScanCommand(CLI::App& app, ExitCode& exitCode) {
             [](const std::string& text) { return wholeNumber(text) ? "" : "N is not a number of tokens"; });
     command->add_flag("--skip-check", options->skipCheck,
                       "Do not check first whether the tools are installed and signed in");
+    addProbeOptions(*command, options->settings);
     command->footer(examples);
     command->callback([options, &exitCode] { exitCode = scan(*options); });
 }

@@ -36,16 +36,21 @@ private:
     ToolReadiness readiness_;
 };
 
-ScanOutcome measure(const ScanRequest& request, ToolReadiness codex, LoopUIThread& loop, Terminal& errors) {
+ScanOutcome measure(const ScanRequest& request, const ReadinessChecker::Result& readiness,
+                    LoopUIThread& loop, Terminal& errors) {
     auto collaborators = ScanModel::Collaborators::forUser();
     if (!request.records) collaborators.historyStore = nullptr;
-    if (blocksScan(codex)) collaborators.codexRunner = std::make_shared<UnavailableCodex>(codex);
+    if (blocksScan(readiness.codex))
+        collaborators.codexRunner = std::make_shared<UnavailableCodex>(readiness.codex);
     ScanModel model(loop, std::move(collaborators));
     const auto subscription = model.observe([&] {
         if (model.state().isScanning()) errors.showProgress(model.scanStage());
     });
     model.select(RepoSelection(request.folder));
     model.setIncludeCodex(request.includeCodex);
+    ProbeSettings settings = request.settings;
+    settings.signInVerified = readiness.claude == ToolReadiness::ready;
+    model.setProbeSettings(std::move(settings));
     model.scan();
     loop.run([&] { return !model.state().isScanning() && !model.isScanTaskRunning(); },
              [&] { model.cancel(); });
@@ -64,14 +69,14 @@ ScanOutcome runScan(const ScanRequest& request, Terminal& errors) {
     if (!runOnWorker(loop, [&](const std::stop_token&) { unreadable = FolderAccess::check(request.folder); }))
         return ScanInterrupted{};
     if (unreadable) return *unreadable;
-    ToolReadiness codex = ToolReadiness::unknown;
+    ReadinessChecker::Result readiness{ToolReadiness::unknown, ToolReadiness::unknown};
     if (request.checksReadiness) {
-        const auto readiness = checkReadiness(loop, errors);
-        if (!readiness) return ScanInterrupted{};
-        if (const auto error = blocker(readiness->claude)) return *error;
-        codex = readiness->codex;
+        const auto answer = checkReadiness(loop, errors, request.settings);
+        if (!answer) return ScanInterrupted{};
+        if (const auto error = blocker(answer->claude)) return *error;
+        readiness = *answer;
     }
-    return measure(request, codex, loop, errors);
+    return measure(request, readiness, loop, errors);
 }
 
 } // namespace loadscope

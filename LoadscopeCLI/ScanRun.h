@@ -4,6 +4,7 @@
 
 #include "LoadscopeCLI/Terminal.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 #include "LoadscopeCore/Report/ScanReport.h"
 
 #include <memory>
@@ -15,7 +16,8 @@ namespace loadscope {
 
 /// What one scan of the command needs to know.
 struct ScanRequest {
-    std::string folder; ///< absolute
+    std::string folder;       ///< absolute
+    ProbeSettings settings{}; ///< whether the sign-in is verified is found out by the check
     bool includeCodex = false;
     bool records = true;
     bool checksReadiness = true;

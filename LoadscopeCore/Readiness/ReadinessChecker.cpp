@@ -28,7 +28,7 @@ std::optional<std::string> findClaude() {
     }
 }
 
-ToolReadiness askClaude() {
+ToolReadiness askClaude(const ProbeSettings&) {
     const auto cli = findClaude();
     if (!cli) return ToolReadiness::notInstalled;
     const auto execution = ProbeRunner::execute(*cli, {"auth", "status", "--json"}, UserFolders::temporary(),
@@ -52,7 +52,8 @@ ToolReadiness askCodex() {
 }
 
 /// Whatever goes wrong, a stop included, leaves the sign-in unverified.
-ToolReadiness statusOf(const std::stop_token& stop, ToolReadiness (*ask)()) {
+template <typename Ask>
+ToolReadiness statusOf(const std::stop_token& stop, Ask ask) {
     try {
         return ProcessCancellation::run(stop, ask);
     } catch (...) {
@@ -62,14 +63,16 @@ ToolReadiness statusOf(const std::stop_token& stop, ToolReadiness (*ask)()) {
 
 } // namespace
 
-Result check(std::stop_token stop) {
+Result check(std::stop_token stop, const ProbeSettings& settings) {
+    const auto claude = [&] { return statusOf(stop, [&] { return askClaude(settings); }); };
+    const auto codex = [&] { return statusOf(stop, askCodex); };
     Result result;
     try {
-        auto codex = std::async(std::launch::async, statusOf, stop, askCodex);
-        result.claude = statusOf(stop, askClaude);
-        result.codex = codex.get();
+        auto codexAnswer = std::async(std::launch::async, codex);
+        result.claude = claude();
+        result.codex = codexAnswer.get();
     } catch (const std::system_error&) { // no second thread is to be had
-        result = {statusOf(stop, askClaude), statusOf(stop, askCodex)};
+        result = {claude(), codex()};
     }
     return result;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 #include "LoadscopeCore/Platform/Observers.h"
 #include "LoadscopeCore/Platform/UIThread.h"
 
@@ -12,6 +13,7 @@
 #include <stop_token>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace loadscope {
 
@@ -39,8 +41,9 @@ struct Result {
 };
 
 /// Both tools, asked at the same time. Blocking, bounded by 5 seconds of search and 10 of the status command
-/// with their grace periods. Never throws; a check that was stopped is `unknown`.
-[[nodiscard]] Result check(std::stop_token stop);
+/// with their grace periods. Claude Code gets the environment that a scan with `settings` gives it. Never
+/// throws; a check that was stopped is `unknown`.
+[[nodiscard]] Result check(std::stop_token stop, const ProbeSettings& settings = {});
 
 /// The same for a window: when no terminal started it, the user's shell is asked first for the search path,
 /// for at most 5 seconds more.
@@ -61,7 +64,9 @@ public:
     using Check = std::function<ReadinessChecker::Result(std::stop_token stop)>;
 
     /// `uiThread` must outlive the model.
-    explicit ReadinessModel(UIThread& uiThread, Check check = ReadinessChecker::check);
+    explicit ReadinessModel(
+        UIThread& uiThread,
+        Check check = [](std::stop_token stop) { return ReadinessChecker::check(std::move(stop)); });
     ~ReadinessModel();
     ReadinessModel(const ReadinessModel&) = delete;
     ReadinessModel& operator=(const ReadinessModel&) = delete;

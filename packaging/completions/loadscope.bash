@@ -19,6 +19,10 @@ _loadscope() {
         mapfile -t COMPREPLY < <(compgen -W 'claude codex' -- "$current")
         return
         ;;
+    --model)
+        mapfile -t COMPREPLY < <(compgen -W 'sonnet opus haiku' -- "$current")
+        return
+        ;;
     --repository)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
@@ -32,7 +36,10 @@ _loadscope() {
     local options='-h --help' words=''
     case $command in
     '') words='scan status history leaderboard open' options+=' --version' ;;
-    scan) options+=' --include-codex --json --no-history --max-tokens --skip-check' ;;
+    scan)
+        options+=' --include-codex --json --no-history --max-tokens --skip-check --model'
+        options+=' --wait-for-servers --keep-environment --accept-estimate'
+        ;;
     status) options+=' --json' ;;
     history) words='clear' options+=' --repository --tool --json' ;;
     'history clear') options+=' --yes' ;;
