@@ -113,6 +113,9 @@ void ContentView::selectFolder(const std::string& path) {
 void ContentView::startScan() {
     if (!readiness_.permitsScan(model_.includeCodex())) return;
     setPage(AppPage::overview);
+    ProbeSettings settings = model_.probeSettings();
+    settings.signInVerified = readiness_.claude() == ToolReadiness::ready;
+    model_.setProbeSettings(std::move(settings));
     model_.scan();
 }
 

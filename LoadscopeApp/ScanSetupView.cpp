@@ -11,6 +11,7 @@
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/Components/ToggleSwitch.h"
 #include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/ModelPicker.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QVBoxLayout>
@@ -37,8 +38,13 @@ ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidge
       claude_(new ReadinessRow(QStringLiteral("Claude"))),
       codex_(new ReadinessRow(QStringLiteral("Codex"))),
       includeCodex_(new ToggleSwitch(QStringLiteral("Include Codex"))),
+      modelPicker_(new ModelPicker),
+      waitsForServers_(new ToggleSwitch(QStringLiteral("Wait for slow servers"))),
       recheck_(new PushButton(PushButton::Kind::secondary, QStringLiteral("Recheck setup"))) {
     PlainToolTip::set(*includeCodex_, QStringLiteral("Runs a real Codex session and uses Codex allowance."));
+    PlainToolTip::set(*waitsForServers_,
+                      QStringLiteral("Lets Claude Code wait a few seconds for servers that start slowly, so "
+                                     "that they are counted."));
     recheck_->setFillsWidth();
 
     const QString helpTitle = QStringLiteral("Setup help");
@@ -62,14 +68,28 @@ ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidge
     column->addSpacing(rowSpacing + 2);
     column->addWidget(recheck_);
 
-    connect(includeCodex_, &QCheckBox::toggled, this, [this](bool on) { model_.setIncludeCodex(on); });
+    connectSettings();
     connect(recheck_, &QPushButton::clicked, this, [this] { readiness_.recheck(); });
     subscription_ = readiness_.observe([this] { updateReadiness(); });
     updateReadiness();
     updateScan();
 }
 
-QWidget* ScanSetupView::makeHelp() const {
+void ScanSetupView::connectSettings() {
+    connect(includeCodex_, &QCheckBox::toggled, this, [this](bool on) { model_.setIncludeCodex(on); });
+    connect(modelPicker_, &ModelPicker::chosen, this, [this](const QString& model) {
+        ProbeSettings settings = model_.probeSettings();
+        settings.model = model.toStdString();
+        model_.setProbeSettings(std::move(settings));
+    });
+    connect(waitsForServers_, &QCheckBox::toggled, this, [this](bool on) {
+        ProbeSettings settings = model_.probeSettings();
+        settings.waitsForServers = on;
+        model_.setProbeSettings(std::move(settings));
+    });
+}
+
+QWidget* ScanSetupView::makeHelp() {
     auto* help = new QWidget;
     auto* column = new QVBoxLayout(help);
     column->setContentsMargins(0, 0, 0, 0);
@@ -81,6 +101,11 @@ QWidget* ScanSetupView::makeHelp() const {
     column->addWidget(new LinkButton(QStringLiteral("Codex installation and sign-in"), QUrl(codexGuide)));
     column->addWidget(note(QStringLiteral("If status is unknown, you can still try a scan; any problem will "
                                           "be shown with recovery guidance.")));
+    column->addWidget(note(QStringLiteral("A folder's own hooks and servers run in a scan, without a trust "
+                                          "question of the tool.")));
+    column->addSpacing(rowSpacing);
+    column->addWidget(modelPicker_);
+    column->addWidget(waitsForServers_);
     return help;
 }
 
@@ -93,8 +118,13 @@ void ScanSetupView::updateReadiness() {
 }
 
 void ScanSetupView::updateScan() {
+    const bool changeable = !model_.state().isScanning();
     includeCodex_->setChecked(model_.includeCodex());
-    includeCodex_->setEnabled(!model_.state().isScanning());
+    includeCodex_->setEnabled(changeable);
+    modelPicker_->setModel(QString::fromStdString(model_.probeSettings().model));
+    modelPicker_->setChangeable(changeable);
+    waitsForServers_->setChecked(model_.probeSettings().waitsForServers);
+    waitsForServers_->setEnabled(changeable);
 }
 
 } // namespace loadscope

@@ -9,6 +9,7 @@
 
 namespace loadscope {
 
+class ModelPicker;
 class PushButton;
 class ScanModel;
 class ToggleSwitch;
@@ -37,7 +38,8 @@ private:
     QString value_;
 };
 
-/// What a scan needs: both tools, the switch for Codex, help, and a way to check again.
+/// What a scan needs: both tools, the switch for Codex, help with what is chosen more rarely, and a way to
+/// check again.
 class ScanSetupView : public QWidget {
     Q_OBJECT
 
@@ -50,13 +52,16 @@ public:
 
 private:
     void updateReadiness();
-    [[nodiscard]] QWidget* makeHelp() const;
+    [[nodiscard]] QWidget* makeHelp();
+    void connectSettings();
 
     ReadinessModel& readiness_;
     ScanModel& model_;
     ReadinessRow* claude_;
     ReadinessRow* codex_;
     ToggleSwitch* includeCodex_;
+    ModelPicker* modelPicker_;
+    ToggleSwitch* waitsForServers_;
     PushButton* recheck_;
     Subscription subscription_;
 };

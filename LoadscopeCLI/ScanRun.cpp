@@ -36,8 +36,8 @@ private:
     ToolReadiness readiness_;
 };
 
-ScanOutcome measure(const ScanRequest& request, const ReadinessChecker::Result& readiness,
-                    LoopUIThread& loop, Terminal& errors) {
+ScanOutcome measure(const ScanRequest& request, const ReadinessChecker::Result& readiness, LoopUIThread& loop,
+                    Terminal& errors) {
     auto collaborators = ScanModel::Collaborators::forUser();
     if (!request.records) collaborators.historyStore = nullptr;
     if (blocksScan(readiness.codex))

@@ -78,6 +78,28 @@ Case large() {
     return result;
 }
 
+/// Everything that can be unusual about a measurement, at length.
+Case conditions() {
+    Case result{QStringLiteral("conditions")};
+    MeasurementConditions& conditions = result.probe.conditions;
+    conditions.requestedModel = "arn:aws:bedrock:eu-central-1:" + std::string(171, '4');
+    conditions.model = "claude-opus-4-6";
+    conditions.toolVersion = "2.1.330";
+    conditions.waitedForServers = true;
+    conditions.removedVariables = {"ANTHROPIC_API_KEY", "ANTHROPIC_BASE_URL", "CLAUDECODE"};
+    for (int number = 0; number < 27; ++number)
+        conditions.removedVariables.push_back("CLAUDE_CODE_SETTING_OF_NUMBER_" + std::to_string(number));
+    conditions.keptVariables = {"CLAUDE_CODE_OAUTH_TOKEN", "CLAUDE_CONFIG_DIR"};
+    conditions.pathSource = SearchPathSource::shellDidNotAnswer;
+    conditions.isEstimate = true;
+    conditions.takenOff = ReservedSpace{"Autocompact buffer", 45'000};
+    CodexProbeResult codex{41'200, 272'000, 20.0};
+    codex.toolVersion = "0.169.0";
+    codex.model = "gpt-5.1-codex";
+    result.codex = CodexScanOutcome::measured(codex);
+    return result;
+}
+
 Case empty() {
     Case result{QStringLiteral("empty")};
     result.probe = without({}, 0);
@@ -95,6 +117,7 @@ std::vector<Scene> reportScenes() {
                           unreported(),
                           overAttributed(),
                           large(),
+                          conditions(),
                           empty()};
     std::vector<Scene> scenes;
     for (const Case& report : cases)

@@ -77,6 +77,18 @@ std::vector<Scene> windowScenes() {
              for (auto* button : stage.view.findChildren<DisclosureButton*>())
                  button->setExpanded(true);
          }},
+        {QStringLiteral("overview-setup-long"),
+         [](Stage& stage) {
+             ProbeSettings settings;
+             settings.model = "arn:aws:bedrock:eu-central-1:" + std::string(171, '4');
+             settings.waitsForServers = true;
+             stage.model.setProbeSettings(settings);
+             stage.readinessAnswer = {ToolReadiness::signedOut, ToolReadiness::unknown};
+             stage.readiness.recheck();
+             stage.settle([&stage] { return !stage.readiness.isChecking(); });
+             for (auto* button : stage.view.findChildren<DisclosureButton*>())
+                 button->setExpanded(true);
+         }},
         {QStringLiteral("overview-scanning"),
          [](Stage& stage) {
              stage.choose(repository(QStringLiteral("web-app")));
