@@ -3,6 +3,7 @@
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
 #include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
 #include "LoadscopeCore/Platform/Json.h"
@@ -11,6 +12,7 @@
 #include "LoadscopeCore/Process/SearchPath.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 
+#include <array>
 #include <future>
 #include <nlohmann/json.hpp>
 
@@ -19,6 +21,7 @@ namespace loadscope::ReadinessChecker {
 namespace {
 
 constexpr ProbeRunner::Limits statusLimits{10, 0.5, 0.5};
+constexpr ProbeRunner::Limits versionLimits{5, 0.5, 0.5};
 
 std::optional<std::string> findClaude() {
     try {
@@ -28,13 +31,23 @@ std::optional<std::string> findClaude() {
     }
 }
 
+/// These versions say that nobody is signed in when a key stands in the settings, and yet work with it.
+bool overlooksKeys(const std::string& cli) {
+    const auto execution = ProbeRunner::execute(cli, {"--version"}, UserFolders::temporary(),
+                                                ProbeEnvironment::Tool::claude, versionLimits);
+    const auto version = ToolVersion::inText(execution.standardOutput);
+    const auto numbers = version ? ToolVersion::numbers(*version) : std::nullopt;
+    return numbers && *numbers >= std::array{2, 1, 45} && *numbers <= std::array{2, 1, 50};
+}
+
 ToolReadiness askClaude(const ProbeSettings&) {
     const auto cli = findClaude();
     if (!cli) return ToolReadiness::notInstalled;
     const auto execution = ProbeRunner::execute(*cli, {"auth", "status", "--json"}, UserFolders::temporary(),
                                                 ProbeEnvironment::Tool::claude, statusLimits);
     if (execution.timedOut || execution.readersTimedOut) return ToolReadiness::unknown;
-    return claudeStatus(execution.standardOutput, execution.exitCode);
+    const auto status = claudeStatus(execution.standardOutput, execution.exitCode);
+    return status == ToolReadiness::signedOut && overlooksKeys(*cli) ? ToolReadiness::unknown : status;
 }
 
 ToolReadiness askCodex() {

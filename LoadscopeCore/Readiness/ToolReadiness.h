@@ -40,9 +40,10 @@ struct Result {
     bool operator==(const Result&) const = default;
 };
 
-/// Both tools, asked at the same time. Blocking, bounded by 5 seconds of search and 10 of the status command
-/// with their grace periods. Claude Code gets the environment that a scan with `settings` gives it. Never
-/// throws; a check that was stopped is `unknown`.
+/// Both tools, asked at the same time. Blocking, bounded by 5 seconds of search, 10 of the status command
+/// and, for a Claude Code that says it is signed out, 5 of its version, with their grace periods. Claude Code
+/// gets the environment that a scan with `settings` gives it. Never throws; a check that was stopped is
+/// `unknown`.
 [[nodiscard]] Result check(std::stop_token stop, const ProbeSettings& settings = {});
 
 /// The same for a window: when no terminal started it, the user's shell is asked first for the search path,

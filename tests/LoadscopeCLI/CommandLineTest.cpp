@@ -72,6 +72,9 @@ TEST(CommandLine, ReportsTheStateOfEachTool) {
         {"signed-out", "signed-out", "signedOut", "signedOut", "Sign-in needed"},
         {"old-version", "api-key-configured", "unknown", "ready", "Signed in"},
         {"status-flood", "status-failed", "unknown", "unknown", "Sign-in could not be verified"},
+        {"key-in-settings", "api-key", "unknown", "ready", "Signed in"},
+        {"third-party", "refuses-ephemeral", "ready", "ready", "Signed in"},
+        {"api-key-helper", "own-provider", "ready", "signedOut", "Sign-in needed"},
     };
     const DemoHome home;
     for (const Case& item : cases) {

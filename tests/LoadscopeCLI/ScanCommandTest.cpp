@@ -113,6 +113,8 @@ TEST(ScanCommand, MeasuresWhatTheToolStillReports) {
         {"old-version", "contextCommand", 0, 200000},
         {"status-text", "contextCommand", 0, 200000},
         {"status-failed", "contextCommand", 0, 200000},
+        {"key-in-settings", "contextCommand", 0, 200000},
+        {"api-key", "contextCommand", 0, 200000},
         {"greeting", "contextCommand", 0, 200000},
         {"escape-prefix", "contextCommand", 0, 200000},
         {"verbose-array", "contextCommand", 0, 200000},

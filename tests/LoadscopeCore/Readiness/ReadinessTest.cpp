@@ -114,6 +114,21 @@ TEST_F(ReadinessCheckerRun, AsksBothToolsAtTheSameTime) {
     EXPECT_EQ(ReadinessChecker::check({}), (Result{ready, signedOut}));
 }
 
+TEST_F(ReadinessCheckerRun, RefusesNoVersionThatOverlooksAKeyInItsSettings) {
+    for (const auto& [version, expected] : {std::pair("echo '2.1.44 (Claude Code)'", signedOut),
+                                            {"echo '2.1.45 (Claude Code)'", unknown},
+                                            {"echo '2.1.50 (Claude Code)'", unknown},
+                                            {"echo '2.1.51 (Claude Code)'", signedOut},
+                                            {"echo '2.1.330 (Claude Code)'", signedOut},
+                                            {"echo '12.1.48'", signedOut},
+                                            {"exit 1", signedOut}}) {
+        script(std::string("if [ \"$*\" = --version ]; then ") + version +
+                   "; exit; fi\necho '{\"loggedIn\":false,\"authMethod\":\"none\"}'; exit 1",
+               "");
+        EXPECT_EQ(ReadinessChecker::check({}).claude, expected) << version;
+    }
+}
+
 TEST_F(ReadinessCheckerRun, RefusesNoCodexWithAProviderOfItsOwn) {
     script("echo '{\"loggedIn\":true}'", "echo 'Not logged in' >&2; exit 1");
     makeFolder(home.path(".codex"));
