@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
 #include "LoadscopeCore/CodexProbe/CodexSessionText.h"
 #include "LoadscopeCore/CodexProbe/ReconnectionWatch.h"
@@ -122,6 +123,7 @@ CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std:
         throw ProbeError(ProbeError::CLINotFound{CodexCLILocator::searchedForUser(cliOverride)});
 
     const CodexConfiguration setUp = configuration();
+    ToolVersion version(*availability.path, ProbeEnvironment::Tool::codex);
     auto start = Clock::now();
     SessionOutput output = session(*availability.path, arguments(repository), repository, stop);
     const bool keepsRecord =
@@ -133,6 +135,7 @@ CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std:
     CodexProbeResult result = resultOf(output, setUp);
     result.keepsRecord = keepsRecord;
     result.duration = std::chrono::duration<double>(Clock::now() - start).count();
+    result.toolVersion = version.answer(versionSeconds);
     return result;
 }
 

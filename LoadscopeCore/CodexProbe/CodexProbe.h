@@ -68,6 +68,8 @@ struct CodexProbeRunner {
     double timeoutSeconds = defaultTimeoutSeconds;
     Executor executor;
     std::function<CodexConfiguration()> configuration = CodexConfiguration::forUser;
+    /// How long the version, which is asked for beside the session, may be waited for after it.
+    double versionSeconds = 0;
 
     /// Throws `ProbeError` or `CancellationError`.
     [[nodiscard]] CodexProbeResult run(const std::string& repository, const std::stop_token& stop) const;

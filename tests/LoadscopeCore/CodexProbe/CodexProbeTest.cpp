@@ -21,7 +21,9 @@ const std::string report =
 /// A home folder with a `codex` that does what the test's script says.
 class CodexProbeTest : public testing::Test {
 protected:
-    void scriptCodex(const std::string& commands) { writeExecutable(cli, "#!/bin/sh\n" + commands + "\n"); }
+    void scriptCodex(const std::string& commands) {
+        writeExecutable(cli, "#!/bin/sh\n[ $1 != --version ] || exit 1\n" + commands + "\n");
+    }
 
     const TemporaryFolder home;
     const std::string cli = home.path(".npm-global/bin/codex");

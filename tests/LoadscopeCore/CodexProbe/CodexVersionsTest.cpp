@@ -106,7 +106,9 @@ protected:
         return outcome.result();
     }
 
-    void script(const std::string& commands) { writeExecutable(cli, "#!/bin/sh\n" + commands + "\n"); }
+    void script(const std::string& commands) {
+        writeExecutable(cli, "#!/bin/sh\n[ $1 != --version ] || exec echo \"$VERSION\"\n" + commands + "\n");
+    }
 
     const TemporaryFolder home;
     const std::string cli = home.path(".local/bin/codex");
@@ -140,6 +142,23 @@ TEST_F(CodexVersion, TakesFromTheConfigurationWhatItsStreamDoesNotTell) {
     script("printf '" + counted + "'");
     writeFile(home.path("config.toml"), "model = \"gpt-c\"\n");
     EXPECT_EQ(CodexProbe().run(home.path(), {}).result()->model, "gpt-c");
+}
+
+TEST_F(CodexVersion, IsAskedForBesideTheSession) {
+    CodexProbeRunner runner;
+    runner.executor = [&](const auto&, const auto&, const auto&) {
+        return CodexProbeRunner::SessionOutput{newer + counted, 0, false};
+    };
+    runner.versionSeconds = 30;
+    script("");
+    for (const auto& [printed, expected] :
+         {std::pair("codex-cli 0.169.0", std::optional<std::string>("0.169.0")),
+          {"codex-cli 0.58.0-alpha.3", "0.58.0-alpha.3"},
+          {"WARNING: no version", std::nullopt}}) {
+        const ScopedEnvironment version("VERSION", printed);
+        outcome = CodexProbe(runner).run(home.path(), {});
+        EXPECT_EQ(outcome.result()->toolVersion, expected) << printed;
+    }
 }
 
 TEST_F(CodexVersion, IsStartedOnceMoreWhenItDoesNotKnowTheFlag) {
