@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/ApplicationIcon.h"
+#include "LoadscopeApp/ClosingLimit.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/AppStyle.h"
 #include "LoadscopeApp/Components/FocusRing.h"
@@ -125,6 +126,7 @@ int LoadscopeApp::run(const std::optional<std::string>& folder) {
     if (folder) parts.window.selectFolder(*folder);
     parts.window.show();
     const int exitCode = QApplication::exec();
+    ClosingLimit::begin(exitCode);
     parts.settings.saveWindow(parts.window, *parts.window.splitter());
     // Gone from the screen at once, while the child of a scan may take a moment to end.
     parts.window.hide();

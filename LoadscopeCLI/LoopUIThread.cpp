@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/LoopUIThread.h"
 
+#include "LoadscopeCLI/ExitCode.h"
+#include "LoadscopeCore/Process/ChildGroups.h"
+
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -19,9 +23,16 @@ constexpr char postedByte = 'p';
 constexpr char signalByte = 's';
 
 volatile std::sig_atomic_t signalPipe = -1;
+std::atomic<bool> wasAsked = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a handler changes it");
 
-/// Only what a handler may do: the main thread reads the byte and acts.
+/// Only what a handler may do: the main thread reads the byte and acts. Who asks again does not want to wait
+/// for what the first request has begun, which may hang.
 void onSignal(int) {
+    if (wasAsked.exchange(true)) {
+        ChildGroups::killAll();
+        ::_exit(static_cast<int>(ExitCode::interrupted));
+    }
     const int before = errno;
     [[maybe_unused]] const ssize_t ignored = ::write(signalPipe, &signalByte, 1);
     errno = before;
@@ -55,6 +66,7 @@ LoopUIThread::LoopUIThread() {
         fcntl(end, F_SETFL, O_NONBLOCK);
     }
     signalPipe = wakeWrite_.get();
+    wasAsked = false;
     for (const int signal : signals)
         if (signal != SIGHUP || !isIgnored(SIGHUP)) setHandler(signal, onSignal);
 }

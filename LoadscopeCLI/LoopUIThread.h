@@ -12,7 +12,8 @@
 namespace loadscope {
 
 /// The command's main thread as the thread of the models: runs posted work until a condition holds and is
-/// woken by SIGINT, SIGTERM and SIGHUP, which it catches while it lives. At most one lives at a time.
+/// woken by SIGINT, SIGTERM and SIGHUP, which it catches while it lives. The second of them ends the command
+/// at once, and its children. At most one lives at a time.
 class LoopUIThread : public UIThread {
 public:
     LoopUIThread();

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/Readiness.h"
 
+#include "LoadscopeCore/Process/CancellationError.h"
+
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -9,10 +12,19 @@ namespace loadscope {
 
 bool runOnWorker(LoopUIThread& loop, const std::function<void(std::stop_token)>& work) {
     bool done = false;
-    std::jthread worker([&](const std::stop_token& stop) {
-        work(stop);
+    const auto finish = [&](const std::stop_token& stop) {
+        try {
+            work(stop);
+        } catch (const CancellationError&) { // the loop knows of the signal
+        }
         loop.post([&done] { done = true; });
-    });
+    };
+    std::jthread worker;
+    try {
+        worker = std::jthread(finish);
+    } catch (const std::system_error&) { // no thread is to be had
+        finish({});
+    }
     loop.run([&done] { return done; }, [&worker] { worker.request_stop(); });
     return !loop.wasInterrupted();
 }

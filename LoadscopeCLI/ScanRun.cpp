@@ -66,8 +66,10 @@ ScanOutcome runScan(const ScanRequest& request, Terminal& errors) {
     LoopUIThread loop;
     // A mistyped folder is told at once, before any tool is asked.
     std::optional<ProbeError> unreadable;
-    if (!runOnWorker(loop, [&](const std::stop_token&) { unreadable = FolderAccess::check(request.folder); }))
-        return ScanInterrupted{};
+    const auto check = [&](const std::stop_token& stop) {
+        unreadable = FolderAccess::checkDetached(request.folder, stop);
+    };
+    if (!runOnWorker(loop, check)) return ScanInterrupted{};
     if (unreadable) return *unreadable;
     ReadinessChecker::Result readiness{ToolReadiness::unknown, ToolReadiness::unknown};
     if (request.checksReadiness) {

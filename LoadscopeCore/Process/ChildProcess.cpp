@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Process/ChildProcess.h"
 
+#include "LoadscopeCore/Process/ChildGroups.h"
+
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -183,7 +185,8 @@ void ChildProcess::launch() {
         failLaunch(failure, folderIsGone ? *options_.workingFolder : std::string());
     }
 
-    std::lock_guard lock(mutex_);
+    // Nobody else knows of the child before this returns, so no lock: a canceller holds its own across it.
+    ChildGroups::add(identifier);
     identifier_ = identifier;
     standardOutput_ = std::move(output.readEnd);
     standardError_ = std::move(error.readEnd);
@@ -212,6 +215,7 @@ ChildProcess::Termination ChildProcess::wait() {
     std::unique_lock lock(mutex_);
     if (reaped_) return termination_;
     holdsReleased_.wait(lock, [this] { return holds_ == 0; });
+    ChildGroups::remove(identifier);
     int status = 0;
     pid_t reaped = -1;
     do {

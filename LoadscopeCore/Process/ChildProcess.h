@@ -25,8 +25,9 @@ class LaunchError : public std::runtime_error {
 /// session and process group of its own, default signal dispositions, an empty signal mask, standard input
 /// from the null device and no descriptor of ours but its outputs. Reaping and signalling share one lock, and
 /// a zombie is kept until every termination in progress has let go of it, so a signal can never reach a
-/// reused process identifier. The destructor kills and reaps a child that still runs. `isRunning`, the
-/// signals and `wait` may be called from different threads; `wait` by one of them only.
+/// reused process identifier. The destructor kills and reaps a child that still runs. Once
+/// `launch` has returned, `isRunning`, the signals and `wait` may be called from different threads; `wait` by
+/// one of them only.
 class ChildProcess {
 public:
     struct Options {

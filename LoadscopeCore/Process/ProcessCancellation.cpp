@@ -6,6 +6,10 @@
 #include "LoadscopeCore/Process/PipeDrain.h"
 #include "LoadscopeCore/Process/ProcessTermination.h"
 
+#include <csignal>
+#include <system_error>
+#include <utility>
+
 namespace loadscope {
 namespace {
 
@@ -29,25 +33,37 @@ void ProcessCancellation::registerProcess(std::shared_ptr<ChildProcess> child,
     std::lock_guard lock(mutex_);
     if (cancelled_) throw CancellationError();
     child->launch();
-    process_ = std::move(child);
-    readers_ = std::move(readers);
-    graceSeconds_ = graceSeconds;
+    registered_ = {std::move(child), std::move(readers), graceSeconds};
+}
+
+ProcessCancellation::Registered ProcessCancellation::takeRegistered() {
+    std::lock_guard lock(mutex_);
+    return std::exchange(registered_, {});
 }
 
 void ProcessCancellation::clearProcess() {
-    std::lock_guard lock(mutex_);
-    process_.reset();
-    readers_.reset();
+    const Registered dropped = takeRegistered(); // its end must not come under the lock
 }
 
 void ProcessCancellation::cancel() {
-    std::lock_guard lock(mutex_);
-    if (std::exchange(cancelled_, true)) return;
-    if (readers_)
-        readers_->expireAt(ReaderDeadline::Clock::now()); // the output of a cancelled run is dropped anyway
-    if (!process_) return;
-    terminator_ = std::jthread(
-        [child = process_, grace = graceSeconds_] { ProcessTermination::terminateThenKill(*child, grace); });
+    {
+        std::lock_guard lock(mutex_);
+        if (std::exchange(cancelled_, true)) return;
+    }
+    const Registered registered = takeRegistered();
+    if (registered.readers) // the output of a cancelled run is dropped anyway
+        registered.readers->expireAt(ReaderDeadline::Clock::now());
+    if (registered.process) terminate(registered);
+}
+
+void ProcessCancellation::terminate(const Registered& registered) {
+    try {
+        terminator_ = std::jthread([child = registered.process, grace = registered.graceSeconds] {
+            ProcessTermination::terminateThenKill(*child, grace);
+        });
+    } catch (const std::system_error&) { // nobody is there to wait until it ends by itself
+        ChildProcess::Hold(*registered.process).signalGroup(SIGKILL);
+    }
 }
 
 bool ProcessCancellation::isCancelled() const {

@@ -58,12 +58,18 @@ private:
         ProcessCancellation* outer_;
     };
 
-    mutable std::mutex mutex_;
+    struct Registered {
+        std::shared_ptr<ChildProcess> process;
+        std::shared_ptr<ReaderDeadline> readers;
+        double graceSeconds = killGraceSeconds;
+    };
+    Registered takeRegistered();
+    void terminate(const Registered& registered);
+
+    mutable std::mutex mutex_; ///< never held together with another one but across the launch
     bool cancelled_ = false;
-    std::shared_ptr<ChildProcess> process_;
-    std::shared_ptr<ReaderDeadline> readers_;
-    double graceSeconds_ = killGraceSeconds;
-    std::jthread terminator_;
+    Registered registered_;
+    std::jthread terminator_; ///< set by the one call that cancels
 };
 
 /// Launches a child through the token that is current on this thread, if any, and makes the token forget it

@@ -22,20 +22,25 @@ Clock::time_point fromNow(double seconds) {
 
 TimeLimit::TimeLimit(ChildProcess& child, double seconds, double killGraceSeconds) : end_(fromNow(seconds)) {
     thread_ = std::thread([this, &child, killGraceSeconds] {
-        std::unique_lock lock(mutex_);
-        if (!waitForEnd(lock) || !child.isRunning()) return;
-        fired_ = true;
-        lock.unlock();
+        // The child has a lock of its own, so this one is not held while it is asked.
+        if (!waitForEnd() || !child.isRunning()) return;
+        setFired();
         ProcessTermination::terminateThenKill(child, killGraceSeconds);
     });
 }
 
-bool TimeLimit::waitForEnd(std::unique_lock<std::mutex>& lock) {
+bool TimeLimit::waitForEnd() {
+    std::unique_lock lock(mutex_);
     while (!cancelled_ && Clock::now() < end_) {
         const Clock::time_point end = end_; // the member may change during the wait
         wakeUp_.wait_until(lock, end);
     }
     return !cancelled_;
+}
+
+void TimeLimit::setFired() {
+    std::lock_guard lock(mutex_);
+    fired_ = true;
 }
 
 void TimeLimit::shorten(double seconds) {

@@ -33,7 +33,8 @@ private:
     using Clock = std::chrono::steady_clock;
 
     /// Waits for the limit's end, which may come nearer meanwhile; false when it was called off.
-    bool waitForEnd(std::unique_lock<std::mutex>& lock);
+    bool waitForEnd();
+    void setFired();
 
     mutable std::mutex mutex_;
     std::condition_variable wakeUp_;

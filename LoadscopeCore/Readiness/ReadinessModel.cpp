@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 
+#include <system_error>
 #include <thread>
 
 namespace loadscope {
@@ -52,13 +53,19 @@ void ReadinessModel::recheck() {
     if (implementation_->isChecking) return;
     Implementation* const model = implementation_.get();
     const std::weak_ptr<bool> alive = model->alive;
-    model->worker = std::jthread([model, alive, &uiThread = model->uiThread](const std::stop_token& stop) {
-        const auto result = resultOf(model->check, stop);
-        uiThread.post([model, alive, result] {
-            if (!alive.expired()) model->publish(result);
-        });
-    });
     model->isChecking = true;
+    try {
+        model->worker =
+            std::jthread([model, alive, &uiThread = model->uiThread](const std::stop_token& stop) {
+                const auto result = resultOf(model->check, stop);
+                uiThread.post([model, alive, result] {
+                    if (!alive.expired()) model->publish(result);
+                });
+            });
+    } catch (const std::system_error&) {
+        model->publish({ToolReadiness::unknown, ToolReadiness::unknown});
+        return;
+    }
     model->observers.notify();
 }
 

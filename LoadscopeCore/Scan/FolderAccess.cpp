@@ -2,10 +2,46 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/FolderAccess.h"
 
+#include "LoadscopeCore/Process/CancellationError.h"
+
+#include <condition_variable>
 #include <filesystem>
+#include <memory>
+#include <mutex>
 #include <system_error>
+#include <thread>
+#include <utility>
 
 namespace loadscope::FolderAccess {
+namespace {
+
+/// Shared by the one who waits and a thread that may outlive the wait.
+class Answer {
+public:
+    void give(std::optional<ProbeError> error) {
+        {
+            const std::lock_guard lock(mutex_);
+            error_ = std::move(error);
+            isGiven_ = true;
+        }
+        given_.notify_all();
+    }
+
+    std::optional<ProbeError> wait(const std::stop_token& stop) {
+        std::unique_lock lock(mutex_);
+        given_.wait(lock, stop, [this] { return isGiven_; });
+        if (stop.stop_requested()) throw CancellationError();
+        return std::move(error_);
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable_any given_;
+    bool isGiven_ = false;
+    std::optional<ProbeError> error_;
+};
+
+} // namespace
 
 std::optional<ProbeError> check(const std::string& repository) {
     std::error_code error;
@@ -15,6 +51,17 @@ std::optional<ProbeError> check(const std::string& repository) {
         entry.increment(error);
     if (!error) return {};
     return ProbeError(ProbeError::RepositoryUnreadable{repository});
+}
+
+std::optional<ProbeError> checkDetached(const std::string& repository, const std::stop_token& stop,
+                                        Check check) {
+    const auto answer = std::make_shared<Answer>();
+    try {
+        std::thread([answer, repository, check] { answer->give(check(repository)); }).detach();
+    } catch (const std::system_error&) { // no thread is to be had
+        return check(repository);
+    }
+    return answer->wait(stop);
 }
 
 } // namespace loadscope::FolderAccess

@@ -4,14 +4,24 @@
 
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 
+#include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 /// Checks, before any tool is started, that a folder can be listed.
 namespace loadscope::FolderAccess {
 
+using Check = std::function<std::optional<ProbeError>(const std::string& repository)>;
+
 /// Nothing when the folder can be listed, else `RepositoryUnreadable` with its path. Blocking: call it on a
 /// worker thread.
 [[nodiscard]] std::optional<ProbeError> check(const std::string& repository);
+
+/// The answer of `check`, made on a thread of its own: a folder on a share that has gone away may never
+/// answer, and nothing ends that. Throws `CancellationError` as soon as `stop` is requested, and leaves the
+/// thread to itself then.
+[[nodiscard]] std::optional<ProbeError> checkDetached(const std::string& repository,
+                                                      const std::stop_token& stop, Check check = check);
 
 } // namespace loadscope::FolderAccess

@@ -2,14 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/ScanModel.h"
 
-#include "LoadscopeCore/ClaudeProbe/Transcript.h"
-#include "LoadscopeCore/Instructions/InstructionFileScanner.h"
-#include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Scan/HistoryWorker.h"
 #include "LoadscopeCore/Scan/ScanStages.h"
 
 #include <chrono>
+#include <system_error>
 #include <thread>
 
 namespace loadscope {
@@ -31,17 +29,6 @@ bool ScanState::operator==(const ScanState& other) const {
     const auto right = other.report();
     if (left && right) return *left == *right;
     return value_ == other.value_;
-}
-
-ScanModel::Collaborators ScanModel::Collaborators::forUser() {
-    const std::string home = UserFolders::home();
-    const std::string config = TranscriptLocator::configFolder(home, UserFolders::environment());
-    return {
-        .probeRunner = std::make_shared<ProbeRunner>(ProbeRunner::forUser()),
-        .instructionScanner = std::make_shared<InstructionFileScanner>(home, config),
-        .historyStore = std::make_shared<ScanHistoryStore>(ScanHistoryStore::defaultDirectory()),
-        .codexRunner = std::make_shared<CodexProbe>(),
-    };
 }
 
 /// Shared with the functions that workers post: those hold it weakly, so that none touches a model that is
@@ -92,8 +79,8 @@ void ScanModel::Implementation::start() {
     isCancelling = false;
     taskRunning = true;
     scanStage = ScanStages::folderStage;
-    task = std::jthread([this, request = ScanStages::Request{*selection, probeSettings, includeCodex}](
-                            const std::stop_token& stop) {
+    const auto work = [this, request = ScanStages::Request{*selection, probeSettings, includeCodex}](
+                          const std::stop_token& stop) {
         const auto announce = [this](std::string stage) {
             post([stage = std::move(stage)](Implementation& self) {
                 if (!self.isCancelling) self.scanStage = stage;
@@ -103,7 +90,13 @@ void ScanModel::Implementation::start() {
         post([scanned = request.selection, outcome = std::move(outcome)](Implementation& self) mutable {
             self.finish(scanned, std::move(outcome));
         });
-    });
+    };
+    try {
+        task = std::jthread(work);
+    } catch (const std::system_error& error) { // no thread is to be had
+        state = ScanState::failed(ProbeError::UnreadableOutput{error.what()});
+        endTask();
+    }
 }
 
 void ScanModel::Implementation::finish(const RepoSelection& scanned, ScanStages::Outcome outcome) {

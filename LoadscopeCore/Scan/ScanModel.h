@@ -12,6 +12,7 @@
 #include "LoadscopeCore/Platform/UIThread.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
 #include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/Scan/FolderAccess.h"
 
 #include <functional>
 #include <memory>
@@ -71,6 +72,7 @@ public:
         std::shared_ptr<InstructionFileScanning> instructionScanner;
         std::shared_ptr<ScanHistoryStore> historyStore; ///< may be null: nothing is recorded then
         std::shared_ptr<CodexProbeRunning> codexRunner;
+        FolderAccess::Check checkFolder = FolderAccess::check; ///< left behind by a cancel when it hangs
 
         /// The real tools, the user's home folder and the user's history.
         [[nodiscard]] static Collaborators forUser();

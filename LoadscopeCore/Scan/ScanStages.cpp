@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/ScanStages.h"
 
+#include "LoadscopeCore/ClaudeProbe/Transcript.h"
+#include "LoadscopeCore/Instructions/InstructionFileScanner.h"
+#include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Scan/FolderAccess.h"
 
@@ -38,7 +41,9 @@ ScanReport measure(const Request& request, const ScanModel::Collaborators& colla
 Outcome perform(const Request& request, const ScanModel::Collaborators& collaborators,
                 const std::function<void(std::string)>& announce, const std::stop_token& stop) {
     try {
-        if (const auto error = FolderAccess::check(request.selection.path)) return Failure{*error};
+        if (const auto error =
+                FolderAccess::checkDetached(request.selection.path, stop, collaborators.checkFolder))
+            return Failure{*error};
         return measure(request, collaborators, announce, stop);
     } catch (const CancellationError&) {
         return Cancelled{};
@@ -50,3 +55,18 @@ Outcome perform(const Request& request, const ScanModel::Collaborators& collabor
 }
 
 } // namespace loadscope::ScanStages
+
+namespace loadscope {
+
+ScanModel::Collaborators ScanModel::Collaborators::forUser() {
+    const std::string home = UserFolders::home();
+    const std::string config = TranscriptLocator::configFolder(home, UserFolders::environment());
+    return {
+        .probeRunner = std::make_shared<ProbeRunner>(ProbeRunner::forUser()),
+        .instructionScanner = std::make_shared<InstructionFileScanner>(home, config),
+        .historyStore = std::make_shared<ScanHistoryStore>(ScanHistoryStore::defaultDirectory()),
+        .codexRunner = std::make_shared<CodexProbe>(),
+    };
+}
+
+} // namespace loadscope

@@ -141,14 +141,15 @@ CommandRun DemoHome::onTerminal(std::vector<std::string> command, const std::vec
 
 CommandRun DemoHome::runAndSignal(const std::vector<std::string>& arguments,
                                   const std::vector<std::string>& variables, std::string_view program,
-                                  int signal) const {
+                                  const std::vector<int>& signals) const {
     ChildProcess child({.executable = LOADSCOPE_COMMAND,
                         .arguments = arguments,
                         .workingFolder = repository_,
                         .environment = environment(variables)});
     child.launch();
     if (!waitFor([&] { return !processes(program).empty(); })) return {-1, "", "the tool did not start"};
-    kill(child.processIdentifier(), signal);
+    for (const int signal : signals)
+        kill(child.processIdentifier(), signal);
     return finished(child);
 }
 

@@ -47,10 +47,10 @@ public:
     /// The same through `sh`, where "$0" is the command.
     [[nodiscard]] CommandRun runShellOnTerminal(const std::string& script) const;
 
-    /// Starts the command, waits until a process of this home runs `program`, sends the signal.
+    /// Starts the command, waits until a process of this home runs `program`, sends the signals.
     [[nodiscard]] CommandRun runAndSignal(const std::vector<std::string>& arguments,
                                           const std::vector<std::string>& variables, std::string_view program,
-                                          int signal) const;
+                                          const std::vector<int>& signals) const;
 
     /// Processes that were started with this home folder and whose command line contains the text.
     [[nodiscard]] std::vector<int> processes(std::string_view text) const;

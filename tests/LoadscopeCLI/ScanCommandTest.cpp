@@ -315,7 +315,7 @@ TEST(ScanCommand, EndsItsChildWhenInterrupted) {
         SCOPED_TRACE(item.name);
         const DemoHome home;
         const auto run = home.runAndSignal(item.arguments, {std::string("LOADSCOPE_DEMO_") + item.behaviour},
-                                           item.program, item.signal);
+                                           item.program, {item.signal});
         EXPECT_EQ(run.exitCode, 130);
         EXPECT_EQ(run.output, "");
         EXPECT_THAT(run.errors, StartsWith("Interrupted"));
@@ -354,6 +354,26 @@ TEST(ScanCommand, LaysOutRowsAndFilesLargestFirst) {
                   home.repository() + "/notes.md\n 1,000   4.4%  repository  " + home.repository() +
                   "/CLAUDE.md\n   500   2.2%  inherited   " + home.path() +
                   "/src/CLAUDE.md\n   100   0.4%  personal    " + home.path() + "/.claude/CLAUDE.md\n");
+}
+
+TEST(ScanCommand, EndsAtOnceWithItsChildrenAtTheSecondSignal) {
+    const DemoHome home;
+    const auto run =
+        home.runAndSignal({"scan"}, {"LOADSCOPE_DEMO_CLAUDE=ignore-term"}, "sleep", {SIGINT, SIGTERM});
+    EXPECT_EQ(run.exitCode, 130);
+    EXPECT_EQ(run.errors, "") << "nothing is waited for, not even to say so";
+    EXPECT_TRUE(waitFor([&] { return home.processes("").empty(); }));
+}
+
+TEST(ScanCommand, IsInterruptedWhileTheLoginShellIsAsked) {
+    const DemoHome home;
+    home.removeTool("claude");
+    for (const char* profile : {"/.profile", "/.zprofile", "/.bash_profile"})
+        writeFile(home.path() + profile, "trap '' TERM\nsleep 60\n");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(home.runAndSignal({"scan"}, {}, "sleep", {SIGINT}).exitCode, 130);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+    EXPECT_TRUE(waitFor([&] { return home.processes("").empty(); }));
 }
 
 TEST(ScanCommand, ShowsControlCharactersHarmlesslyAndLeavesThemInJson) {

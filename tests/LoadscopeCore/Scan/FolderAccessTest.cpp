@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/FolderAccess.h"
 
+#include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
+#include <future>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -31,6 +33,23 @@ TEST(FolderAccess, AcceptsOnlyFoldersThatCanBeListed) {
     const std::string closed = makeFolder(folder.path("closed"));
     ASSERT_EQ(chmod(closed.c_str(), 0111), 0);
     EXPECT_TRUE(holdsForOrdinaryUser([&] { return isUnreadable(closed); }));
+}
+
+TEST(FolderAccess, LeavesAFolderThatNeverAnswersToItself) {
+    const auto answer = std::make_shared<std::promise<void>>();
+    const auto released = answer->get_future().share();
+    const auto hang = [released](const std::string& path) -> std::optional<ProbeError> {
+        released.wait();
+        return ProbeError(ProbeError::RepositoryUnreadable{path});
+    };
+    std::stop_source stop;
+    auto outcome = std::async(std::launch::async,
+                              [&] { return FolderAccess::checkDetached("/a", stop.get_token(), hang); });
+    stop.request_stop();
+    EXPECT_THROW((void)outcome.get(), CancellationError);
+    answer->set_value();
+    EXPECT_EQ(FolderAccess::checkDetached("/b", {}, hang),
+              ProbeError(ProbeError::RepositoryUnreadable{"/b"}));
 }
 
 TEST(RepoSelection, IsNamedAfterItsFolderUnlessNamed) {

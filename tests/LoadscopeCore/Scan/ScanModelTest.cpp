@@ -11,6 +11,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <filesystem>
+#include <future>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <thread>
@@ -342,6 +343,26 @@ TEST_F(ScanModels, WriteWhatWasMeasuredWhenDestroyed) {
     letGo.join();
     ASSERT_EQ(store_->load().size(), 1U);
     EXPECT_EQ(store_->load()[0].repositoryName, "my app");
+}
+
+TEST_F(ScanModels, LeaveAFolderThatNeverAnswersBehind) {
+    const auto answer = std::make_shared<std::promise<void>>();
+    const auto never = [released = answer->get_future().share()](const std::string&) {
+        released.wait();
+        return std::optional<ProbeError>();
+    };
+    {
+        ScanModel model(thread_, {probe_, scanner_, store_, codex_, never});
+        model.select(RepoSelection("/"));
+        for (const bool isCancelled : {true, false}) {
+            model.scan();
+            if (!isCancelled) break; // closing the window comes to the same
+            model.cancel();
+            EXPECT_TRUE(thread_.runUntil([&] { return !model.isScanTaskRunning(); }));
+            EXPECT_EQ(model.scanStage(), "Scan cancelled. Ready to try again.");
+        }
+    }
+    answer->set_value();
 }
 
 TEST_F(ScanModels, StopTheWorkWhenDestroyedInTheMiddle) {
