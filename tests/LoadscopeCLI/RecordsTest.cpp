@@ -25,7 +25,7 @@ protected:
                        "date": "2026-01-01T08:05:00Z", "total": 12000, "categories": []})",
             start + R"(2", "repositoryName": "heavy", "repositoryPath": "/src/heavy", "tool": "claude",
                        "date": "2026-01-02T08:05:00Z", "total": 45000, "categories": [
-                       {"name": "A", "tokens": 15000}, {"name": "B", "tokens": 900}, {"name": "C", "tokens": 80}]})",
+                       {"name": "Agents of the whole company", "tokens": 15000}, {"name": "B", "tokens": 900}, {"name": "C", "tokens": 80}]})",
             start + R"(3", "repositoryName": "heavy", "repositoryPath": "/src/heavy", "tool": "claude",
                        "date": "2026-01-03T23:59:00Z", "total": 46200, "categories": [
                        {"name": "System tools", "tokens": 16000}, {"name": "MCP tools 日本", "tokens": 15000},
@@ -65,12 +65,13 @@ TEST_F(RecordsTest, AreListedNewestFirstWithinTheTerminal) {
               "Jan 4, 2026 at 12:00 AM  excessive   Claude Code  70,000  {31:Excessive}\n"
               "Jan 3, 2026 at 11:59 PM  heavy       Claude Code  46,200  {33:Heavy}      System tools 16K, "
               "MCP tools 日…\n"
-              "Jan 2, 2026 at 8:05 AM   heavy       Claude Code  45,000  {33:Heavy}      A 15K, B 900, C 80\n"
+              "Jan 2, 2026 at 8:05 AM   heavy       Claude Code  45,000  {33:Heavy}      Agents of the whole "
+              "company 15…\n"
               "Jan 1, 2026 at 8:05 AM   lean        Claude Code  12,000  {32:Lean}\n");
     const auto plain = home.run({"history", "--repository", "/src/heavy"}).output;
-    EXPECT_THAT(plain,
-                AllOf(HasSubstr("  System tools 16K, MCP tools 日本 15K, Skills 1.5K and 2 more\n"),
-                      EndsWith("  A 15K, B 900, C 80\n"), Not(HasSubstr("lean")), Not(HasSubstr("\x1b"))));
+    EXPECT_THAT(plain, AllOf(HasSubstr("  System tools 16K, MCP tools 日本 15K, Skills 1.5K and 2 more\n"),
+                             EndsWith("  Agents of the whole company 15K, B 900, C 80\n"),
+                             Not(HasSubstr("lean")), Not(HasSubstr("\x1b"))));
 }
 
 TEST_F(RecordsTest, AreRankedWithTheirChange) {
