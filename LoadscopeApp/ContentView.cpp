@@ -18,14 +18,14 @@
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QPainter>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace loadscope {
@@ -127,7 +127,8 @@ void ContentView::openRepository(const std::string& path) {
                            "page can cancel it."));
         return;
     }
-    if (!QFileInfo(QFile::decodeName(path.c_str())).isDir()) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(path, error)) {
         AlertPanel::tell(pages_, QStringLiteral("This folder is gone"),
                          QStringLiteral("Nothing is at %1 any more. Its recorded scans stay; to scan it "
                                         "again, choose the folder where it is now.")

@@ -8,11 +8,12 @@
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QDragEnterEvent>
-#include <QFile>
-#include <QFileInfo>
 #include <QMimeData>
 #include <QPainter>
 #include <QUrl>
+
+#include <filesystem>
+#include <system_error>
 
 namespace loadscope {
 namespace {
@@ -24,9 +25,12 @@ constexpr double washOpacity = 0.06;
 std::optional<std::string> draggedFolder(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
     if (urls.size() != 1 || !urls.constFirst().isLocalFile()) return {};
-    const QString path = urls.constFirst().toLocalFile();
-    if (!QFileInfo(path).isDir()) return {};
-    return QFile::encodeName(path).toStdString();
+    // The bytes of the path, which need not be UTF-8: as text, two folders could have one name.
+    const QString encoded = urls.constFirst().path(QUrl::FullyEncoded);
+    std::string path = QByteArray::fromPercentEncoding(encoded.toLatin1()).toStdString();
+    std::error_code error;
+    if (!std::filesystem::is_directory(path, error)) return {};
+    return path;
 }
 
 /// A frame around the window that shows where the folder will go.

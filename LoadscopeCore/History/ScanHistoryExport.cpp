@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 
+#include "LoadscopeCore/History/PathBytes.h"
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/Platform/Text.h"
 
@@ -38,6 +39,7 @@ Object scanObject(const RecordedScan& scan) {
     if (scan.model) object["model"] = *scan.model;
     object["repositoryName"] = scan.repositoryName;
     object["repositoryPath"] = scan.repositoryPath;
+    if (const auto bytes = PathBytes::encoded(scan.repositoryPath)) object["repositoryPathBytes"] = *bytes;
     object["tool"] = scan.tool;
     if (scan.toolVersion) object["toolVersion"] = *scan.toolVersion;
     object["total"] = scan.total;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 
+#include "LoadscopeCore/History/PathBytes.h"
 #include "LoadscopeCore/Platform/Json.h"
 
 #include <algorithm>
@@ -137,12 +138,13 @@ std::optional<RecordedScan> decodedScan(const Json::Value& scan) {
     std::optional<std::string> tool;
     std::optional<std::string> toolVersion;
     std::optional<std::string> model;
+    std::optional<std::string> pathBytes;
     if (!readIfGiven(scan, "tool", tool) || !readIfGiven(scan, "toolVersion", toolVersion) ||
-        !readIfGiven(scan, "model", model))
+        !readIfGiven(scan, "model", model) || !readIfGiven(scan, "repositoryPathBytes", pathBytes))
         return std::nullopt;
     return RecordedScan{.id = *std::move(id),
                         .repositoryName = *name,
-                        .repositoryPath = *path,
+                        .repositoryPath = PathBytes::path(*path, pathBytes),
                         .date = *date,
                         .total = *total,
                         .categories = *std::move(categories),
@@ -189,6 +191,8 @@ void appendScan(std::string& file, const RecordedScan& scan) {
     if (scan.model) appendMember(file, "model", jsonText(*scan.model));
     appendMember(file, "repositoryName", jsonText(scan.repositoryName));
     appendMember(file, "repositoryPath", jsonText(scan.repositoryPath));
+    if (const auto bytes = PathBytes::encoded(scan.repositoryPath))
+        appendMember(file, "repositoryPathBytes", jsonText(*bytes));
     appendMember(file, "tool", jsonText(scan.tool));
     if (scan.toolVersion) appendMember(file, "toolVersion", jsonText(*scan.toolVersion));
     appendMember(file, "total", std::to_string(scan.total));

@@ -34,12 +34,6 @@ std::vector<std::string_view> components(std::string_view path) {
     return result;
 }
 
-std::string_view withoutTrailingSeparators(std::string_view path) {
-    while (path.size() > 1 && path.back() == '/')
-        path.remove_suffix(1);
-    return path;
-}
-
 /// Where resolving has come to: an absolute path without links and the links followed so far.
 struct Resolution {
     std::string path = "/";
@@ -73,6 +67,12 @@ bool Resolution::append(std::string_view component) {
 }
 
 } // namespace
+
+std::string_view FilePath::withoutTrailingSeparators(std::string_view path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.remove_suffix(1);
+    return path;
+}
 
 std::string FilePath::joined(std::string_view base, std::string_view name) {
     if (base.empty() || name.starts_with('/')) return std::string(name);

@@ -12,6 +12,9 @@ namespace loadscope::FilePath {
 /// `base` and `name` with one separator between them; an absolute `name` stands for itself.
 [[nodiscard]] std::string joined(std::string_view base, std::string_view name);
 
+/// Without the separators at its end; the root keeps its one.
+[[nodiscard]] std::string_view withoutTrailingSeparators(std::string_view path);
+
 /// Removes "." and "..", doubled and trailing separators, without touching the file system. What is nothing
 /// but removed components becomes "."; the empty path stays empty.
 [[nodiscard]] std::string standardized(std::string_view path);

@@ -8,10 +8,10 @@
 
 namespace loadscope {
 
-RepoSelection::RepoSelection(std::string folder)
-    : path(std::move(folder)), displayName(FilePath::lastComponent(path)) {}
+RepoSelection::RepoSelection(const std::string& folder)
+    : path(FilePath::withoutTrailingSeparators(folder)), displayName(FilePath::lastComponent(path)) {}
 
-RepoSelection::RepoSelection(std::string folder, std::string name)
-    : path(std::move(folder)), displayName(std::move(name)) {}
+RepoSelection::RepoSelection(const std::string& folder, std::string name)
+    : path(FilePath::withoutTrailingSeparators(folder)), displayName(std::move(name)) {}
 
 } // namespace loadscope

@@ -8,10 +8,10 @@ namespace loadscope {
 
 /// The folder chosen for a scan. Its path is its identity.
 struct RepoSelection {
-    explicit RepoSelection(std::string path);
-    RepoSelection(std::string path, std::string displayName);
+    explicit RepoSelection(const std::string& path);
+    RepoSelection(const std::string& path, std::string displayName);
 
-    std::string path;        ///< absolute
+    std::string path;        ///< absolute, without a separator at its end
     std::string displayName; ///< the folder's own name unless given
 
     [[nodiscard]] const std::string& id() const { return path; }

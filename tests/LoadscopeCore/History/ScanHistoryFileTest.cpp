@@ -126,6 +126,29 @@ TEST(ScanHistoryFile, ReadsWhatDiffersWithoutHarm) {
     EXPECT_EQ(decoded(edited("9C1D7A52-0B3E-4C8E-8F6A-2B7D5E4F1A90=" + original.at(0).id.text())).size(), 2U);
 }
 
+TEST(ScanHistoryFile, TellsFoldersApartWhoseNamesAreNoText) {
+    std::vector<RecordedScan> scans{record(1, "a", day(1), 1), record(2, "a", day(2), 2),
+                                    record(3, "a", day(3), 3)};
+    scans[0].repositoryPath = "/src/50%\xff";
+    scans[1].repositoryPath = "/src/50%\xfe";
+    scans[2].repositoryPath = "/src/50%\ufffd";
+    const std::string text = ScanHistoryFile::encode(scans);
+    EXPECT_EQ(decoded(text), scans);
+    EXPECT_NE(text.find(R"("repositoryPath" : "\/src\/50%)"
+                        "\ufffd\","
+                        R"(
+      "repositoryPathBytes" : "\/src\/50%25%FF",)"),
+              std::string::npos)
+        << text;
+    for (const char* bytes : {"/src/other%FF", "/src/50%25%F", "/src/50%25%fg", "50 %", ""}) {
+        std::string changed = text;
+        changed.replace(changed.find(R"(\/src\/50%25%FF)"), 15, bytes);
+        EXPECT_EQ(decoded(changed).at(0).repositoryPath, scans[2].repositoryPath) << bytes;
+    }
+    EXPECT_EQ(decoded(edited(R"(src\/web-app=src\/web-app\/\/)")), decoded(example))
+        << "one folder, written in two ways";
+}
+
 TEST(ScanHistoryFile, ReadsInternetDatesAndNoOthers) {
     const auto utc = [](const std::string& date) {
         return ScanHistoryFile::iso8601(decoded(edited("2026-11-16T20:31:31Z=" + date)).at(0).date);

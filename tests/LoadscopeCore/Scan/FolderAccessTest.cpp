@@ -55,6 +55,8 @@ TEST(FolderAccess, LeavesAFolderThatNeverAnswersToItself) {
 TEST(RepoSelection, IsNamedAfterItsFolderUnlessNamed) {
     EXPECT_EQ(RepoSelection("/Users/me/src/app").displayName, "app");
     EXPECT_EQ(RepoSelection("/Users/me/src/app").id(), "/Users/me/src/app");
+    EXPECT_EQ(RepoSelection("/Users/me/src/app//"), RepoSelection("/Users/me/src/app")) << "one folder";
+    EXPECT_EQ(RepoSelection("/").path, "/");
     EXPECT_EQ(RepoSelection("/Users/me/src/app", "Mine").displayName, "Mine");
     EXPECT_NE(RepoSelection("/a/app"), RepoSelection("/b/app"));
 }
