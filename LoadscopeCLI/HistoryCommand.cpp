@@ -10,10 +10,12 @@
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/ConditionTexts.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -57,13 +59,18 @@ struct Column {
     bool isShown = true;
 };
 
+std::string dateOf(const RecordedScan& scan) {
+    const bool isAhead = scan.isDatedAhead(std::chrono::system_clock::now());
+    return LocaleFormat::dateAndTime(scan.date) + (isAhead ? ConditionTexts::datedAhead : "");
+}
+
 std::vector<Column> columnsFor(const std::vector<RecordedScan>& scans) {
     using Scan = RecordedScan;
     const auto anyHas = [&](const auto& member) {
         return std::any_of(scans.begin(), scans.end(), [&](const Scan& scan) { return scan.*member; });
     };
     return {
-        {{"Date"}, [](const Scan& scan) { return LocaleFormat::dateAndTime(scan.date); }},
+        {{"Date"}, dateOf},
         {{"Repository"}, [](const Scan& scan) { return scan.repositoryName; }},
         {{"Tool"}, [](const Scan& scan) { return RecordedScanPresentation::toolLabel(scan); }},
         {{"Version"},

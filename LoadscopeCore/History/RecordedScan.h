@@ -9,6 +9,7 @@
 #include "LoadscopeCore/Report/ScanReport.h"
 #include "LoadscopeCore/Scoring/OpinionBand.h"
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -30,6 +31,7 @@ struct RecordedCategory {
 struct RecordedScan {
     static constexpr const char* claudeTool = "claude";
     static constexpr const char* codexTool = "codex";
+    static constexpr std::chrono::hours clockTolerance{24};
 
     UUID id;
     std::string repositoryName;
@@ -44,6 +46,9 @@ struct RecordedScan {
 
     /// Banded with the record's own window.
     [[nodiscard]] OpinionBand band() const { return OpinionBands::band(total, contextWindow); }
+
+    /// Dated more than a day after `now`: by a clock that was wrong.
+    [[nodiscard]] bool isDatedAhead(Timestamp now) const { return date > now + clockTolerance; }
 
     [[nodiscard]] static RecordedScan ofReport(const ScanReport& report, Timestamp date, UUID id);
     [[nodiscard]] static RecordedScan ofCodex(const CodexProbeResult& result, const RepoSelection& selection,

@@ -91,14 +91,22 @@ Identity identity(const std::string& path) {
     return {status.st_ino, status.st_size, written.time_since_epoch().count()};
 }
 
-/// The records with one more, without the oldest beyond the limit.
+/// The records with one more, without the oldest beyond the limit. What is dated ahead of the clock counts as
+/// of now, and of the records of this day goes first: else it would push out every scan that is made.
 std::vector<RecordedScan> newest(std::vector<RecordedScan> scans, const RecordedScan& added) {
     scans.push_back(added);
+    const Timestamp now = std::chrono::system_clock::now();
+    const auto age = [now](const RecordedScan& scan) {
+        return scan.isDatedAhead(now) ? now - RecordedScan::clockTolerance : scan.date;
+    };
     scans = ScanHistoryStore::ordered(std::move(scans));
+    std::stable_sort(scans.begin(), scans.end(), [&](const RecordedScan& left, const RecordedScan& right) {
+        return age(left) < age(right);
+    });
     const auto excess =
         std::max(scans.size(), ScanHistoryStore::maximumScans) - ScanHistoryStore::maximumScans;
     scans.erase(scans.begin(), scans.begin() + static_cast<std::ptrdiff_t>(excess));
-    return scans;
+    return ScanHistoryStore::ordered(std::move(scans));
 }
 
 /// Moves the history file to the first free backup name up to `lastNumber`.

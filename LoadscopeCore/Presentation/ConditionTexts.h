@@ -15,6 +15,9 @@ namespace loadscope::ConditionTexts {
 /// Stands where the difference from a scan with another model would.
 inline constexpr const char* otherModel = "other model";
 
+/// Stands behind the date of a record that a clock which was wrong has dated.
+inline constexpr const char* datedAhead = " (in the future)";
+
 /// For a mark in a chart: the new version, or which model became which.
 [[nodiscard]] std::string label(const ScanChange& change);
 

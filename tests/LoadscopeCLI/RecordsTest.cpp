@@ -74,6 +74,15 @@ TEST_F(RecordsTest, AreListedNewestFirstWithinTheTerminal) {
                              Not(HasSubstr("lean")), Not(HasSubstr("\x1b"))));
 }
 
+TEST_F(RecordsTest, SayWhenTheirClockWasWrong) {
+    std::string text = readFile(file);
+    writeFile(file, text.replace(text.find("2026-01-06"), 4, "2226"));
+    const std::string listed = home.run({"history"}).output;
+    EXPECT_TRUE(std::regex_search(listed, std::regex("Jan 6, 2226 at [^\n]* [(]in the future[)]  lean")))
+        << listed;
+    EXPECT_EQ(listed.find("future"), listed.rfind("future")) << "and no other";
+}
+
 TEST_F(RecordsTest, AreRankedWithTheirChange) {
     EXPECT_EQ(shown({"leaderboard"}),
               "{1:#}  {1:Repository}   {1:Total}  {1:Change}  {1:Band}       {1:Scans}  {1:Last scan}    "

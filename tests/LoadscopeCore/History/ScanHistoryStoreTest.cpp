@@ -60,6 +60,25 @@ TEST_F(ScanHistoryStoreTest, KeepsTheNewestInOrder) {
     EXPECT_EQ(store.load(), kept);
 }
 
+TEST_F(ScanHistoryStoreTest, KeepsNewScansBesideThoseOfTheFuture) {
+    const Timestamp now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    using std::chrono::hours;
+    std::vector<RecordedScan> many;
+    for (int number = 2; number < 200; ++number)
+        many.push_back(record(number, "ahead", now + hours(25 + number), number));
+    many.push_back(record(0, "old", now - hours(25), 0));
+    many.push_back(record(1, "tomorrow", now + hours(23), 1));
+    writeFile(path, ScanHistoryFile::encode(many));
+    for (int number = 300; number < 303; ++number)
+        store.append(record(number, "new", now, number));
+    std::map<std::string, int> kept;
+    for (const RecordedScan& scan : store.load())
+        ++kept[scan.repositoryName];
+    EXPECT_EQ(kept, (std::map<std::string, int>{{"ahead", 196}, {"new", 3}, {"tomorrow", 1}}))
+        << "the old one goes before those of the future";
+    EXPECT_EQ(store.load().back().total, 199) << "they stay in their place";
+}
+
 TEST_F(ScanHistoryStoreTest, SetsUnreadableFilesAsideAndNeverOverAnother) {
     for (const auto& [text, reason] :
          {std::pair<std::string, std::string>("?", "corrupt"), {R"({"version":2})", "version"}}) {
