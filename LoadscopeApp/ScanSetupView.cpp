@@ -12,6 +12,8 @@
 #include "LoadscopeApp/Components/ToggleSwitch.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/ModelPicker.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
+#include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QVBoxLayout>
@@ -37,6 +39,7 @@ ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidge
       model_(model),
       claude_(new ReadinessRow(QStringLiteral("Claude"))),
       codex_(new ReadinessRow(QStringLiteral("Codex"))),
+      removedSignIn_(note({})),
       includeCodex_(new ToggleSwitch(QStringLiteral("Include Codex"))),
       modelPicker_(new ModelPicker),
       waitsForServers_(new ToggleSwitch(QStringLiteral("Wait for slow servers"))),
@@ -58,6 +61,7 @@ ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidge
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(claude_);
+    column->addWidget(removedSignIn_);
     column->addSpacing(rowSpacing);
     column->addWidget(codex_);
     column->addSpacing(rowSpacing);
@@ -112,6 +116,12 @@ QWidget* ScanSetupView::makeHelp() {
 void ScanSetupView::updateReadiness() {
     claude_->setReadiness(readiness_.claude());
     codex_->setReadiness(readiness_.codex());
+    std::optional<std::string> removed;
+    if (readiness_.claude() == ToolReadiness::signedOut)
+        removed = ConditionsPresentation::removedSignInNote(
+            ProbeEnvironment::removedSignInVariables(UserFolders::environment()));
+    removedSignIn_->setText(DisplayText::line(removed.value_or("")));
+    removedSignIn_->setVisible(removed.has_value());
     const bool checking = readiness_.isChecking();
     recheck_->setTitle(checking ? QStringLiteral("Checking…") : QStringLiteral("Recheck setup"));
     recheck_->setEnabled(!checking);

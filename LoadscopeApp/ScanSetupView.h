@@ -12,6 +12,7 @@ namespace loadscope {
 class ModelPicker;
 class PushButton;
 class ScanModel;
+class TextLabel;
 class ToggleSwitch;
 
 /// One tool and whether it is ready; read out as one element.
@@ -59,6 +60,7 @@ private:
     ScanModel& model_;
     ReadinessRow* claude_;
     ReadinessRow* codex_;
+    TextLabel* removedSignIn_; ///< why a tool that works elsewhere is signed out here
     ToggleSwitch* includeCodex_;
     ModelPicker* modelPicker_;
     ToggleSwitch* waitsForServers_;

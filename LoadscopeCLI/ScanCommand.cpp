@@ -101,8 +101,9 @@ void addProbeOptions(CLI::App& command, ProbeSettings& settings) {
         ->check(modelError);
     command.add_flag("--wait-for-servers", settings.waitsForServers,
                      "Let Claude Code wait for servers that start slowly");
-    command.add_flag("--keep-environment", settings.keepsEnvironment,
-                     "Pass on the variables that sign Claude Code in, such as ANTHROPIC_API_KEY");
+    command.add_flag(
+        "--keep-environment", settings.keepsEnvironment,
+        "Pass on what a scan removes otherwise: variables that sign in, such as ANTHROPIC_API_KEY");
     command.add_flag("--accept-estimate", settings.acceptsEstimate,
                      "Take a total that Claude Code estimated; it is marked and not recorded");
 }

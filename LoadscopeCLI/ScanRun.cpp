@@ -5,6 +5,7 @@
 #include "LoadscopeCLI/LoopUIThread.h"
 #include "LoadscopeCLI/Readiness.h"
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Scan/FolderAccess.h"
@@ -14,11 +15,14 @@ namespace loadscope {
 namespace {
 
 /// Why Claude Code does not permit the scan, if so.
-std::optional<ProbeError> blocker(ToolReadiness claude) {
+std::optional<ProbeError> blocker(ToolReadiness claude, const ProbeSettings& settings) {
     if (claude == ToolReadiness::notInstalled)
         return ProbeError(ProbeError::CLINotFound{ClaudeCLILocator::searchedForUser()});
-    if (blocksScan(claude)) return ProbeError(ProbeError::NotAuthenticated{});
-    return std::nullopt;
+    if (!blocksScan(claude)) return std::nullopt;
+    ProbeError::NotAuthenticated signedOut;
+    if (!settings.keepsEnvironment)
+        signedOut.removedVariables = ProbeEnvironment::removedSignInVariables(UserFolders::environment());
+    return ProbeError(signedOut);
 }
 
 /// Stands in for a Codex of which it is known already that it would not answer.
@@ -75,7 +79,7 @@ ScanOutcome runScan(const ScanRequest& request, Terminal& errors) {
     if (request.checksReadiness) {
         const auto answer = checkReadiness(loop, errors, request.settings);
         if (!answer) return ScanInterrupted{};
-        if (const auto error = blocker(answer->claude)) return *error;
+        if (const auto error = blocker(answer->claude, request.settings)) return *error;
         readiness = *answer;
     }
     return measure(request, readiness, loop, errors);

@@ -61,7 +61,7 @@ std::string measurementNote(const MeasurementConditions& conditions) {
 std::vector<std::string> lines(const MeasurementConditions& conditions) {
     std::vector<std::string> texts{
         conditions.toolVersion ? "Tool: Claude Code " + *conditions.toolVersion + "."
-                               : "Tool: Claude Code; its version is not known.",
+                               : "Tool: Claude Code, version not known.",
         "Model: " + conditions.requestedModel + " was asked for; the report names " +
             conditions.model.value_or("none") + ".",
         searchPathLine(conditions.pathSource),
@@ -99,6 +99,12 @@ std::optional<std::string> reserveNote(const ScanReport& report) {
     return "The report's total of " + LocaleFormat::grouped(printed.value()) + " includes " +
            LocaleFormat::grouped(reserve->tokens) + " tokens of \"" + reserve->name +
            "\", which is reserved space: taken off.";
+}
+
+std::optional<std::string> removedSignInNote(const std::vector<std::string>& names) {
+    if (names.empty()) return {};
+    return "Variables that may sign Claude Code in are removed for a scan: " + listed(names) +
+           "; `loadscope scan --keep-environment` passes them on.";
 }
 
 std::vector<std::string> notes(const ScanReport& report) {

@@ -28,6 +28,9 @@ namespace ConditionsPresentation {
 [[nodiscard]] std::optional<std::string> searchPathNote(const MeasurementConditions& conditions);
 [[nodiscard]] std::optional<std::string> reserveNote(const ScanReport& report);
 
+/// For a tool that is signed out: which variables might have signed it in, had they not been removed.
+[[nodiscard]] std::optional<std::string> removedSignInNote(const std::vector<std::string>& names);
+
 /// Those of the four notes that apply: what a reader must know to trust the total.
 [[nodiscard]] std::vector<std::string> notes(const ScanReport& report);
 

@@ -190,8 +190,8 @@ std::optional<std::string> versionLine(const CodexScanOutcome& outcome) {
     const CodexProbeResult* result = outcome.result();
     if (result == nullptr || (!result->toolVersion && !result->model)) return {};
     return std::string("Tool: ") + toolName +
-           (result->toolVersion ? " " + *result->toolVersion : "; its version is not known") +
-           (result->model ? ", with the model " + *result->model : "") + ".";
+           (result->toolVersion ? " " + *result->toolVersion : ", version not known") +
+           (result->model ? "; model: " + *result->model : "") + ".";
 }
 
 } // namespace CodexPresentation

@@ -40,11 +40,12 @@ bool overlooksKeys(const std::string& cli) {
     return numbers && *numbers >= std::array{2, 1, 45} && *numbers <= std::array{2, 1, 50};
 }
 
-ToolReadiness askClaude(const ProbeSettings&) {
+ToolReadiness askClaude(const ProbeSettings& settings) {
     const auto cli = findClaude();
     if (!cli) return ToolReadiness::notInstalled;
     const auto execution = ProbeRunner::execute(*cli, {"auth", "status", "--json"}, UserFolders::temporary(),
-                                                ProbeEnvironment::Tool::claude, statusLimits);
+                                                ProbeEnvironment::Tool::claude, statusLimits,
+                                                {.keepsSignIn = settings.keepsEnvironment});
     if (execution.timedOut || execution.readersTimedOut) return ToolReadiness::unknown;
     const auto status = claudeStatus(execution.standardOutput, execution.exitCode);
     return status == ToolReadiness::signedOut && overlooksKeys(*cli) ? ToolReadiness::unknown : status;

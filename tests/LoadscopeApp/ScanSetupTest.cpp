@@ -6,6 +6,7 @@
 
 #include <QClipboard>
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QTest>
 
 namespace loadscope::testing {
@@ -86,6 +87,18 @@ TEST(ScanSetup, TellsTheProbeWhetherTheSignInWasVerified) {
         window.view.startScan();
         EXPECT_TRUE(window.model.state().isScanning());
         EXPECT_EQ(window.model.probeSettings().signInVerified, claude == ToolReadiness::ready);
+    }
+}
+
+TEST(ScanSetup, NamesTheVariablesThatMightHaveSignedIn) {
+    qputenv("ANTHROPIC_API_KEY", "sk-secret");
+    const auto forget = qScopeGuard([] { qunsetenv("ANTHROPIC_API_KEY"); });
+    const QString named = QStringLiteral("are removed for a scan: ANTHROPIC_API_KEY");
+    for (const ToolReadiness claude : {ToolReadiness::signedOut, ToolReadiness::ready}) {
+        SetupWindow window(claude);
+        const QString all = spoken(window.view).join(QLatin1Char('\n'));
+        EXPECT_EQ(all.contains(named), claude == ToolReadiness::signedOut) << qPrintable(all);
+        EXPECT_FALSE(all.contains(QStringLiteral("secret")));
     }
 }
 

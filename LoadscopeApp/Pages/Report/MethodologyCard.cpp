@@ -27,6 +27,7 @@ MethodologyCard::MethodologyCard(const ScanReport& report, QWidget* parent) : Re
         label->setWraps();
         content()->addWidget(label);
     }
+    content()->addSpacing(2);
     for (const std::string& note : ConditionsPresentation::notes(report))
         content()->addWidget(new NoteLabel(DisplayText::line(note)));
 }

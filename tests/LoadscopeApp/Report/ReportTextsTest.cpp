@@ -101,7 +101,7 @@ TEST(ReportPage, SaysWhatEachKindOfReportHasToSay) {
           "reported by Claude Code's /context (estimate)", "Tool: Claude Code 2.1.330.",
           "Model: a\\nb was asked for; the report names none.",
           "Environment: removed ANTHROPIC_API_KEY, CLAUDE_CODE_\\x1b[2J.",
-          "Tool: Codex CLI 0.169.0, with the model gpt-5.",
+          "Tool: Codex CLI 0.169.0; model: gpt-5.",
           "The report's total of 48,000 includes 3,000 tokens of \"Compact buffer\", which is reserved "
           "space: "
           "taken off."},

@@ -38,7 +38,7 @@ protected:
 TEST_F(ConditionsPresentationTest, SaysHowATotalWasMeasured) {
     MeasurementConditions conditions;
     EXPECT_THAT(ConditionsPresentation::lines(conditions),
-                ElementsAre("Tool: Claude Code; its version is not known.",
+                ElementsAre("Tool: Claude Code, version not known.",
                             "Model: sonnet was asked for; the report names none.",
                             "PATH: the one that this program was started with.",
                             "Environment: nothing was removed."));
