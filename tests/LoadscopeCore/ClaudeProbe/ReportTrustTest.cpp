@@ -120,5 +120,19 @@ TEST(ToolVersion, IsReadFromWhatAToolPrintsAndCompares) {
     EXPECT_LT(ToolVersion::numbers("2.0.70"), ToolVersion::numbers("2.1.3"));
 }
 
+TEST(ToolVersion, IsWaitedForAsLongAsIsSaid) {
+    const TemporaryFolder folder;
+    const std::string go = folder.path("go");
+    const std::string slow =
+        "#!/bin/sh\nuntil [ -e '" + go + "' ]; do sleep 0.01; done\necho 2.1.330 \"$1\"; exit ";
+    ToolVersion version(writeExecutable(folder.path("tool"), slow + "0\n"), ProbeEnvironment::Tool::claude);
+    ToolVersion failing(writeExecutable(folder.path("other"), slow + "1\n"), ProbeEnvironment::Tool::claude);
+    EXPECT_EQ(version.answer(), std::nullopt);
+    writeFile(go, "");
+    EXPECT_EQ(version.answer(50), "2.1.330");
+    EXPECT_EQ(version.answer(), "2.1.330");
+    EXPECT_EQ(failing.answer(50), std::nullopt);
+}
+
 } // namespace
 } // namespace loadscope

@@ -90,6 +90,8 @@ TEST_F(LoginShells, AnswerBetweenTheMarkersWhateverElseIsPrinted) {
         }
     }
     EXPECT_EQ(LoginShell::answer(fakeShell("echo /bin/claude"), Start::login, "true", 50, 1), std::nullopt);
+    EXPECT_EQ(LoginShell::answer("/bin/sh", Start::login, "sleep 0.5; pwd", 50, 0.1).has_value(), true)
+        << "slow";
 }
 
 TEST_F(LoginShells, FindACommandBehindAGreetingAnAliasAndAFunction) {
