@@ -33,7 +33,7 @@ public:
     CodexScanOutcome run(const std::string& /*repository*/, std::stop_token /*stop*/) override {
         return CodexScanOutcome::unavailable(readiness_ == ToolReadiness::notInstalled
                                                  ? CodexProbe::notInstalledReason
-                                                 : CodexProbe::signedOutReason);
+                                                 : CodexProbe::signedOutReason());
     }
 
 private:

@@ -37,14 +37,21 @@ std::string resolve(const std::optional<std::string>& override, const std::strin
 }
 
 std::string resolveForUser(const std::optional<std::string>& override) {
-    return resolve(
-        override, UserFolders::home(), FilePath::isExecutableFile,
-        [] { return loginShellPath(LoginShell::path(), loginShellTimeoutSeconds); },
-        SearchPath::folders(SearchPath::current()));
+    try {
+        return resolve(
+            override, UserFolders::home(), FilePath::isExecutableFile,
+            [] { return loginShellPath(LoginShell::path(), loginShellTimeoutSeconds); },
+            SearchPath::folders(SearchPath::current()));
+    } catch (const ProbeError&) {
+        throw ProbeError(ProbeError::CLINotFound{searchedForUser(override)});
+    }
 }
 
 std::vector<std::string> searchedForUser(const std::optional<std::string>& override) {
-    return searchedPaths(override, UserFolders::home(), SearchPath::folders(SearchPath::current()));
+    auto places = searchedPaths(override, UserFolders::home(), SearchPath::folders(SearchPath::current()));
+    // The one that was really asked.
+    places.back() = FilePath::lastComponent(LoginShell::path()) + " -lc 'command -v claude'";
+    return places;
 }
 
 } // namespace loadscope::ClaudeCLILocator

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 
+#include "LoadscopeCore/Platform/SystemWords.h"
 #include "LoadscopeCore/Platform/Text.h"
 
 #include <array>
@@ -32,11 +33,15 @@ constexpr std::array<FixedTexts, std::variant_size_v<ProbeError::Case>> fixedTex
 
 struct Detail {
     std::string operator()(const ProbeError::RepositoryUnreadable& error) const {
-        return error.path +
-               " exists but its contents could not be listed. macOS may be blocking access — allow Loadscope "
-               "under System Settings → Privacy & Security → Files & Folders (or move the repository outside "
-               "a protected folder) — or the folder may have been moved or deleted since it was chosen. "
-               "Nothing was measured and none of your Claude allowance was used.";
+        const std::string cause =
+            SystemWords::hasPrivacySettings
+                ? "macOS may be blocking access — allow Loadscope under System Settings → Privacy & Security "
+                  "→ Files & Folders (or move the repository outside a protected folder) — or the folder may "
+                  "have been moved or deleted since it was chosen."
+                : "Check the permissions of the folder; or it may have been moved or deleted since it was "
+                  "chosen.";
+        return error.path + " exists but its contents could not be listed. " + cause +
+               " Nothing was measured and none of your Claude allowance was used.";
     }
     std::string operator()(const ProbeError::CLINotFound& error) const {
         std::string text = "Looked in:";
@@ -62,8 +67,8 @@ struct Detail {
                "shown as the startup total. Nothing was measured — try again.";
     }
     std::string operator()(const ProbeError::NotAuthenticated& error) const {
-        std::string text = "Run `claude` in Terminal and sign in, then scan again. This app never handles "
-                           "Claude credentials.";
+        std::string text = "Run `claude` in " + std::string(SystemWords::terminal) +
+                           " and sign in, then scan again. This app never handles Claude credentials.";
         if (error.removedVariables.empty()) return text;
         text += " These variables were removed for the scan, so that it measures your own sign-in: ";
         for (const std::string& name : error.removedVariables)

@@ -9,6 +9,7 @@
 #include "LoadscopeCore/CodexProbe/CodexSessionText.h"
 #include "LoadscopeCore/CodexProbe/ReconnectionWatch.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
+#include "LoadscopeCore/Platform/SystemWords.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 
@@ -173,6 +174,11 @@ CodexProbeRunner::Executor CodexProbe::processExecutor(double timeoutSeconds, do
         }
         return session;
     };
+}
+
+std::string CodexProbe::signedOutReason() {
+    return "Codex is not signed in. Run `codex login` in " + std::string(SystemWords::terminal) +
+           " and sign in, then scan again.";
 }
 
 std::string CodexProbe::reason(const std::exception_ptr& error) {

@@ -96,8 +96,7 @@ class CodexProbe : public CodexProbeRunning {
 public:
     static constexpr const char* notInstalledReason =
         "Codex CLI not found — install `codex` to add a Codex column.";
-    static constexpr const char* signedOutReason =
-        "Codex is not signed in. Run `codex login` in Terminal and sign in, then scan again.";
+    [[nodiscard]] static std::string signedOutReason();
 
     /// How long a session without a network is waited for after the last of its reconnections.
     static constexpr double defaultReconnectionSeconds = 20;

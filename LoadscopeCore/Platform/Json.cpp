@@ -4,6 +4,8 @@
 
 #include "LoadscopeCore/Platform/Text.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <exception>
 #include <limits>
@@ -44,17 +46,103 @@ bool isParserSafe(std::string_view text) {
     return true;
 }
 
-} // namespace
-
-std::optional<Json::Value> Json::parse(std::string_view text) {
-    if (!isParserSafe(text)) return std::nullopt;
+std::optional<Json::Value> parsed(std::string_view text) {
     try {
-        Value value = Value::parse(text, nullptr, false);
+        Json::Value value = Json::Value::parse(text, nullptr, false);
         if (value.is_discarded()) return std::nullopt;
         return value;
     } catch (const std::exception&) { // no memory for it
         return std::nullopt;
     }
+}
+
+/// Copies a text and puts what every parser can read in the place of what this one refuses although the
+/// grammar allows it: escapes of half a surrogate pair become U+FFFD, numbers beyond a double the largest
+/// one.
+class Mender {
+public:
+    explicit Mender(std::string_view text) : text_(text) {}
+
+    /// Nothing when there was nothing to mend.
+    std::optional<std::string> mend() {
+        bool inString = false;
+        while (position_ < text_.size()) {
+            const char character = text_[position_];
+            if (character == '"') inString = !inString;
+            if (inString && character == '\\') {
+                copyEscape();
+            } else if (!inString && (character == '-' || isDigit(character))) {
+                copyNumber();
+            } else {
+                copy(1);
+            }
+        }
+        return changed_ ? std::optional(std::move(mended_)) : std::nullopt;
+    }
+
+private:
+    static constexpr std::size_t escapeSize = 6; // of \uXXXX
+
+    static bool isDigit(char character) { return character >= '0' && character <= '9'; }
+
+    void copy(std::size_t size) {
+        mended_ += text_.substr(position_, size);
+        position_ += size;
+    }
+
+    /// The value of the \uXXXX at an offset, if one stands there.
+    [[nodiscard]] std::optional<unsigned> escapedUnit(std::size_t offset) const {
+        if (offset + escapeSize > text_.size() || text_[offset] != '\\' || text_[offset + 1] != 'u')
+            return std::nullopt;
+        unsigned unit = 0;
+        const char* const last = text_.data() + offset + escapeSize;
+        const auto [end, error] = std::from_chars(last - 4, last, unit, 16);
+        return error == std::errc() && end == last ? std::optional(unit) : std::nullopt;
+    }
+
+    void copyEscape() {
+        const auto isIn = [](std::optional<unsigned> unit, unsigned first, unsigned last) {
+            return unit && *unit >= first && *unit <= last;
+        };
+        const auto unit = escapedUnit(position_);
+        if (isIn(unit, 0xD800, 0xDBFF) && isIn(escapedUnit(position_ + escapeSize), 0xDC00, 0xDFFF)) {
+            copy(2 * escapeSize);
+        } else if (isIn(unit, 0xD800, 0xDFFF)) {
+            mended_ += "\\ufffd";
+            position_ += escapeSize;
+            changed_ = true;
+        } else {
+            copy(2);
+        }
+    }
+
+    void copyNumber() {
+        const std::size_t end = std::min(text_.find_first_not_of("+-.eE0123456789", position_), text_.size());
+        const std::string_view number = text_.substr(position_, end - position_);
+        double value = 0;
+        const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+        const bool isTooSmall = number.find("e-") != std::string_view::npos ||
+                                number.find("E-") != std::string_view::npos || number.starts_with("0.") ||
+                                number.starts_with("-0.");
+        if (result.ec != std::errc::result_out_of_range || isTooSmall) return copy(number.size());
+        mended_ += number.starts_with('-') ? "-1e308" : "1e308";
+        position_ = end;
+        changed_ = true;
+    }
+
+    std::string_view text_;
+    std::size_t position_ = 0;
+    std::string mended_;
+    bool changed_ = false;
+};
+
+} // namespace
+
+std::optional<Json::Value> Json::parse(std::string_view text) {
+    if (!isParserSafe(text)) return std::nullopt;
+    if (auto value = parsed(text)) return value;
+    const auto mended = Mender(text).mend();
+    return mended ? parsed(*mended) : std::nullopt;
 }
 
 std::optional<Json::Value> Json::parseObject(std::string_view text) {

@@ -15,7 +15,8 @@ namespace loadscope::Json {
 using Value = nlohmann::json;
 
 /// The one JSON document that the whole text holds, or nothing. No comments, no trailing text. Nesting beyond
-/// `maximumDepth` counts as unreadable, so that later recursive uses of the value are safe.
+/// `maximumDepth` counts as unreadable, so that later recursive uses of the value are safe. An escape of half
+/// a surrogate pair reads as U+FFFD, a number beyond what a double holds as one beyond every integer.
 [[nodiscard]] std::optional<Value> parse(std::string_view text);
 
 /// `parse` after trimming white space, when the top level is an object.

@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/SaturatingSum.h"
+#include "LoadscopeCore/Platform/SystemWords.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 
@@ -129,9 +130,12 @@ std::optional<std::string> unreadableFilesNote(const ScanReport& report) {
     return files +
            " could not be read, so the category and file estimates are lower than what is really loaded. "
            "The " +
-           obtained(report) +
-           " total is unaffected — it is reported by Claude. macOS may be blocking access: allow Loadscope "
-           "under System Settings → Privacy & Security → Files & Folders, then scan again.";
+           obtained(report) + " total is unaffected — it is reported by Claude. " +
+           (SystemWords::hasPrivacySettings ? "macOS may be blocking access: allow Loadscope under System "
+                                              "Settings → Privacy & Security → "
+                                              "Files & Folders, then scan again."
+                                            : "Check the permissions of the files. The first is " +
+                                                  report.unreadablePaths().front() + ".");
 }
 
 OverAttributionSource overAttributionSource(const ScanReport& report) {

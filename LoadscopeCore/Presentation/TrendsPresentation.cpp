@@ -5,6 +5,7 @@
 #include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/SaturatingSum.h"
+#include "LoadscopeCore/Platform/SystemWords.h"
 #include "LoadscopeCore/Presentation/ConditionTexts.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
@@ -176,8 +177,9 @@ std::vector<TrendsPresentation::Run> TrendsPresentation::runs() const {
 
 std::string TrendsPresentation::recordedDataDetail() const {
     return plural(history_.size(), "record", "records") + " — one per tool per scan — across " +
-           plural(repositoryCount(), "repository", "repositories") +
-           ", stored on this Mac. Totals only — no instruction-file contents are ever written. The newest " +
+           plural(repositoryCount(), "repository", "repositories") + ", stored on " +
+           SystemWords::thisComputer +
+           ". Totals only — no instruction-file contents are ever written. The newest " +
            grouped(ScanHistoryStore::maximumScans) + " are kept.";
 }
 

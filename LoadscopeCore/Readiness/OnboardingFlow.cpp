@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 
+#include "LoadscopeCore/History/ScanHistoryStore.h"
+#include "LoadscopeCore/Platform/SystemWords.h"
+#include "LoadscopeCore/Platform/UserFolders.h"
+
 namespace loadscope {
 
 std::string rawValue(OnboardingIllustration illustration) {
@@ -18,6 +22,21 @@ std::string rawValue(OnboardingIllustration illustration) {
     return "bandLegend";
 }
 
+namespace {
+
+/// Where the walkthrough says that scans are kept: by its name where users know it by one, else its path.
+std::string historyFolder() {
+#ifdef __APPLE__
+    return "Application Support";
+#else
+    const std::string folder = ScanHistoryStore::defaultDirectory();
+    const std::string home = UserFolders::home() + "/";
+    return folder.starts_with(home) ? "~/" + folder.substr(home.size()) : folder;
+#endif
+}
+
+} // namespace
+
 const std::vector<OnboardingStep>& OnboardingFlow::steps() {
     static const std::vector<OnboardingStep> steps{
         {0, "See what Claude Code loads before it reads a single message",
@@ -27,9 +46,11 @@ const std::vector<OnboardingStep>& OnboardingFlow::steps() {
          "lean or bloated.",
          std::nullopt, "Next", OnboardingIllustration::measureIcon},
         {1, "Point it at a local git repository",
-         "Pick any folder on this Mac that's a git repository — your own project works well. Loadscope reads "
-         "its instruction files locally for the per-file estimate and keeps recorded scan summaries in "
-         "Application Support; instruction-file contents and individual file paths are not saved in history.",
+         "Pick any folder on " + std::string(SystemWords::thisComputer) +
+             " that's a git repository — your own project works well. Loadscope reads "
+             "its instruction files locally for the per-file estimate and keeps recorded scan summaries in " +
+             historyFolder() +
+             "; instruction-file contents and individual file paths are not saved in history.",
          "Look for the folder icon in the top-right toolbar.", "Next",
          OnboardingIllustration::toolbarPointer},
         {2, "Run one real scan",

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
+#include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Process/LoginShell.h"
 #include "tests/LoadscopeCLI/DemoHome.h"
 #include "tests/Support/WaitFor.h"
@@ -43,8 +44,8 @@ TEST(ScanCommand, FailsInTheWordsOfEachFailure) {
     constexpr const char* couldNotCount = "Claude Code could not count its startup context.";
     constexpr const char* noTotal = "The probe session did not produce a startup total.";
     const std::vector<Case> cases{
-        {"signed-out", "notAuthenticated", "Claude Code is not signed in.", "Run `claude` in Terminal"},
-        {"auth-error", "notAuthenticated", "Claude Code is not signed in.", "Run `claude` in Terminal"},
+        {"signed-out", "notAuthenticated", "Claude Code is not signed in.", "Run `claude` in a terminal"},
+        {"auth-error", "notAuthenticated", "Claude Code is not signed in.", "Run `claude` in a terminal"},
         {"auth-error-text", "notAuthenticated", "Claude Code is not signed in.", "and sign in, then scan"},
         {"is-error", "sessionFailed", "The probe session reported an error.", "The service is overloaded."},
         {"is-error-empty", "sessionFailed", "The probe session reported an error.",
@@ -175,7 +176,8 @@ TEST(ScanCommand, TakesCodexAlongAndTellsWhyItCouldNot) {
         {{"--include-codex"}, "empty", "codex reported no token_count event. Reading additional input"},
         {{"--include-codex"},
          "signed-out",
-         "Codex: not measured — Codex is not signed in. Run `codex login` in Terminal and sign in, then scan "
+         "Codex: not measured — Codex is not signed in. Run `codex login` in a terminal and sign in, then "
+         "scan "
          "again."},
         {{"--include-codex"}, "own-provider", "Codex: not measured — Codex is not signed in."},
         {{"--include-codex", "--skip-check"}, "own-provider", "reported by Codex CLI. Band: Lean."},
@@ -230,7 +232,8 @@ TEST(ScanCommand, NamesEveryPlaceWhereItLookedForTheTool) {
         EXPECT_EQ(run.errors, "Could not find the claude command.\nLooked in:\n  • " + home.path() +
                                   "/.local/bin/claude\n  • /opt/homebrew/bin/claude\n"
                                   "  • /usr/local/bin/claude\n  • /usr/bin/claude\n  • /bin/claude\n"
-                                  "  • zsh -lc 'command -v claude'\n");
+                                  "  • " +
+                                  FilePath::lastComponent(LoginShell::path()) + " -lc 'command -v claude'\n");
     }
 }
 

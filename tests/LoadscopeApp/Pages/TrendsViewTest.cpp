@@ -109,7 +109,7 @@ TEST(TrendsView, SaysWhatThereIsToShow) {
           "A trend needs at least two scans of web-app by the same tool. The latest Claude Code scan "
           "measured "
           "30,000 tokens on Jan 1, 2026. Scan again to plot a line.",
-          "1 record — one per tool per scan — across 1 repository, stored on this Mac. Totals only — no "
+          "1 record — one per tool per scan — across 1 repository, stored on this computer. Totals only — no "
           "instruction-file contents are ever written. The newest 200 are kept."},
          false,
          1},

@@ -25,14 +25,34 @@ TEST(Json, AcceptsExactlyOneStrictDocument) {
         EXPECT_TRUE(Json::parse(text)) << text.substr(0, 40);
     EXPECT_TRUE(Json::parse('"' + std::string(1000, '[') + '"'));
     const std::vector<std::string> refused = {
-        "",           "{} {}",    "{}x",           "{}\0"s,   "{}\0x"s, "[\"\\\0\"]"s,
-        "{\"a\":1,}", "[1] //",   "{'a':1}",       "[NaN]",   "[01]",   "[1e999]",
-        "[\"\xFF\"]", "[\"\n\"]", "[\"\\ud800\"]", "[\"open", "]]]]"};
+        "",        "{} {}", "{}x",  "{}\0"s,      "{}\0x"s,   "[\"\\\0\"]"s, "{\"a\":1,}", "[1] //",
+        "{'a':1}", "[NaN]", "[01]", "[\"\xFF\"]", "[\"\n\"]", "[\"open",     "]]]]"};
     for (const std::string& text : refused)
         EXPECT_FALSE(Json::parse(text)) << text;
     for (const std::size_t depth : {513U, 1'000'000U})
         EXPECT_FALSE(Json::parse(nested(depth, "[", ']')) || Json::parse(nested(depth, "{\"a\":", '}')));
     EXPECT_FALSE(Json::parse(std::string(100'000, '[')));
+}
+
+TEST(Json, ReadsWhatAParserRefusesAlthoughTheGrammarAllowsIt) {
+    const std::vector<std::pair<std::string, std::string>> cases{{R"("a\ud83d")", "a\uFFFD"},
+                                                                 {R"("\ude00b")", "\uFFFDb"},
+                                                                 {R"("\ud83d\ude00")", "😀"},
+                                                                 {R"("\ud83d\ud83d\ude00")", "\uFFFD😀"},
+                                                                 {R"("\ud83d\n\\ud83d")", "\uFFFD\n\\ud83d"},
+                                                                 {R"("\uD83Dx 1e400")", "\uFFFDx 1e400"}};
+    for (const auto& [text, expected] : cases) {
+        const auto value = Json::parse(text);
+        EXPECT_TRUE(value && *value == expected) << text;
+    }
+    const auto object = Json::parse(R"({"big":1e400,"low":-1e999,"small":1e-400,"total":7,"half":"\ud800"})");
+    ASSERT_TRUE(object);
+    EXPECT_EQ(Json::integral(Json::member(*object, "big")), std::nullopt);
+    EXPECT_EQ(Json::integral(Json::member(*object, "low")), std::nullopt);
+    EXPECT_EQ(Json::integral(Json::member(*object, "small")), 0);
+    EXPECT_EQ(Json::integral(Json::member(*object, "total")), 7);
+    for (const auto* text : {R"(["\ud8"])", R"(["\ud83d)", "[1e400", "[1e]", "[--1e400]"})
+        EXPECT_FALSE(Json::parse(text)) << text;
 }
 
 TEST(Json, ReadsMembersOnlyOfObjects) {

@@ -168,7 +168,7 @@ TEST(TrendsPresentation, DrawsThresholdsOnlyWhereTheyJudgedEveryScan) {
 
 TEST(TrendsPresentation, ListsTheNewestRunsAndCountsTheRecords) {
     const std::string kept =
-        ", stored on this Mac. Totals only — no instruction-file contents are ever written. "
+        ", stored on this computer. Totals only — no instruction-file contents are ever written. "
         "The newest 200 are kept.";
     const std::string every = "Every recorded scan, newest first, across every repository.";
     const std::tuple<std::size_t, std::string, std::string, std::string> cases[] = {
