@@ -31,7 +31,8 @@ TEST(ProbeError, BuildsItsTextsFromWhatItCarries) {
          "usage "
          "figures either. Claude Code may have changed the report it prints. Nothing was measured."},
         {ProbeError::NotAuthenticated{{"ANTHROPIC_API_KEY", "CLAUDE_CODE_USE_BEDROCK"}},
-         "Run `claude` in a terminal and sign in, then scan again. This app never handles Claude credentials. "
+         "Run `claude` in a terminal and sign in, then scan again. This app never handles Claude "
+         "credentials. "
          "These "
          "variables were removed for the scan, so that it measures your own sign-in: ANTHROPIC_API_KEY, "
          "CLAUDE_CODE_USE_BEDROCK. `loadscope scan --keep-environment` passes them on."},
