@@ -2,32 +2,58 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
 
-#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
-#include "LoadscopeCore/Process/ProcessCancellation.h"
+#include "LoadscopeCore/Process/ChildProcess.h"
+#include "LoadscopeCore/Process/OutputCollector.h"
+#include "LoadscopeCore/Process/SearchPath.h"
+#include "LoadscopeCore/Process/TimeLimit.h"
 
 #include <charconv>
 #include <chrono>
+#include <csignal>
 #include <system_error>
 
 namespace loadscope {
 namespace {
 
-constexpr ProbeRunner::Limits limits{10, 0.5, 0.5};
+constexpr double timeoutSeconds = 10;
+constexpr double killGraceSeconds = 0.5;
+constexpr std::chrono::milliseconds readerGrace(500);
 constexpr std::size_t longestVersion = 40;
 constexpr std::string_view versionCharacters =
     "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.+-";
 
+/// What the tool prints. A stop kills it at once: nothing is lost, and nobody is to wait for it.
 std::optional<std::string> ask(const std::string& cli, ProbeEnvironment::Tool tool,
                                const ProbeEnvironment::Options& environment, const std::stop_token& stop) {
+    ChildProcess child({.executable = cli,
+                        .arguments = {"--version"},
+                        .workingFolder = UserFolders::temporary(),
+                        .environment = ProbeEnvironment::childEnvironment(
+                            tool, SearchPath::environmentFor(cli), UserFolders::current(), environment),
+                        .capturesStandardError = false});
+    child.launch();
+    const auto deadline = std::make_shared<ReaderDeadline>();
+    OutputCollector output(child.standardOutput(), deadline);
+    const std::stop_callback kill(stop, [&child, &deadline] {
+        ChildProcess::Hold(child).signalGroup(SIGKILL);
+        deadline->expireAt(ReaderDeadline::Clock::now());
+    });
+    TimeLimit limit(child, timeoutSeconds, killGraceSeconds);
+    const ChildProcess::Termination termination = child.wait();
+    limit.cancel();
+    deadline->expireAt(ReaderDeadline::Clock::now() + readerGrace);
+    output.join();
+    if (termination.bySignal || termination.status != 0) return std::nullopt;
+    return ToolVersion::inText(output.takeBytes());
+}
+
+std::optional<std::string> askOrGiveUp(const std::string& cli, ProbeEnvironment::Tool tool,
+                                       const ProbeEnvironment::Options& environment,
+                                       const std::stop_token& stop) {
     try {
-        const auto execution = ProcessCancellation::run(stop, [&] {
-            return ProbeRunner::execute(cli, {"--version"}, UserFolders::temporary(), tool, limits,
-                                        environment);
-        });
-        if (execution.exitCode != 0 || execution.timedOut) return std::nullopt;
-        return ToolVersion::inText(execution.standardOutput);
-    } catch (...) { // an end by the destructor included
+        return ask(cli, tool, environment, stop);
+    } catch (const std::exception&) { // it cannot be started, or there are no threads
         return std::nullopt;
     }
 }
@@ -38,7 +64,7 @@ ToolVersion::ToolVersion(std::string cli, ProbeEnvironment::Tool tool,
                          ProbeEnvironment::Options environment) {
     try {
         thread_ = std::jthread([this, cli = std::move(cli), tool, environment](const std::stop_token& stop) {
-            auto version = ask(cli, tool, environment, stop);
+            auto version = askOrGiveUp(cli, tool, environment, stop);
             const std::lock_guard lock(mutex_);
             version_ = std::move(version);
             isAnswered_ = true;

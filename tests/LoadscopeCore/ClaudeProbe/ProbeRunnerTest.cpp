@@ -224,6 +224,17 @@ TEST_F(ProbeRunnerTest, SaysUnderWhichConditionsItMeasured) {
     EXPECT_EQ(conditions({}).toolVersion, "2.1.99");
 }
 
+TEST_F(ProbeRunnerTest, WaitsForNoVersionThatDoesNotCome) {
+    writeFile(home.path("answer"), resultObject("Tokens: 1 / 2"));
+    scriptClaude("if [ \"$1\" = --version ]; then\n  trap 'touch \"$HOME/asked-politely\"' TERM\n"
+                 "  touch \"$HOME/waiting\"\n  while :; do sleep 0.01; done\nfi\n"
+                 "while [ ! -e \"$HOME/waiting\" ]; do sleep 0.01; done\n" +
+                 printAnswer);
+    const auto outcome = run();
+    EXPECT_EQ(std::get<ProbeResult>(outcome).conditions.toolVersion, std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(home.path("asked-politely"))); // which takes its time
+}
+
 TEST_F(ProbeRunnerTest, AsksOnlyForTheReportInTheRepository) {
     writeFile(home.path("answer"), resultObject("Tokens: 1 / 2"));
     scriptClaude("[ \"$1\" != --version ] || exit 1\nprintf '%s\\n' \"$PWD\" "
