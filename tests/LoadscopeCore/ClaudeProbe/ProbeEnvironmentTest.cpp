@@ -62,8 +62,11 @@ TEST(ProbeEnvironment, HoldsForTheSessionsOfBothTools) {
     set.emplace_back("HOME", home.path());
     for (const Variable& variable : variables)
         set.emplace_back(variable.name, variable.value);
+    // Each runs once more beside the session, to be asked for its version: neither may empty the other's
+    // file.
     for (const std::string tool : {"claude", "codex"})
-        writeExecutable(home.path(".local/bin/" + tool), "#!/bin/sh\nenv >\"$HOME/" + tool + "\"\n");
+        writeExecutable(home.path(".local/bin/" + tool),
+                        "#!/bin/sh\nenv >\"$HOME/$$\" && mv \"$HOME/$$\" \"$HOME/" + tool + "\"\n");
 
     EXPECT_THROW(ProbeRunner::forUser().run(home.path(), {}, {}), ProbeError) << "it prints no report";
     std::ignore = CodexProbe().run(home.path(), {});
