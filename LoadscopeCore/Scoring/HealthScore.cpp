@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scoring/HealthScore.h"
 
-#include "LoadscopeCore/Scoring/OpinionBand.h"
-
 #include <algorithm>
 
 namespace loadscope::HealthScore {
@@ -11,6 +9,11 @@ namespace loadscope::HealthScore {
 int value(std::int64_t total) {
     const double freePercent = (1 - BandScale::position(total)) * 100;
     return std::clamp(static_cast<int>(freePercent), 0, 100);
+}
+
+std::optional<std::string> scaleNote(std::int64_t total, OpinionBand band) {
+    if (OpinionBands::band(total) == band) return {};
+    return "The score uses this fixed scale, while the band is judged against the reported context window.";
 }
 
 } // namespace loadscope::HealthScore

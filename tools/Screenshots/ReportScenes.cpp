@@ -100,6 +100,14 @@ Case conditions() {
     return result;
 }
 
+/// Lean for its window, with a score that says otherwise.
+Case wide() {
+    Case result{QStringLiteral("wide-window")};
+    result.probe = testing::sampleResult(100'000);
+    result.probe.contextWindow = 1'000'000;
+    return result;
+}
+
 Case empty() {
     Case result{QStringLiteral("empty")};
     result.probe = without({}, 0);
@@ -118,6 +126,7 @@ std::vector<Scene> reportScenes() {
                           overAttributed(),
                           large(),
                           conditions(),
+                          wide(),
                           empty()};
     std::vector<Scene> scenes;
     for (const Case& report : cases)

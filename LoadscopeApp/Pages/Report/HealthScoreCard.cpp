@@ -43,6 +43,11 @@ QWidget* explanation(const ScanReport& report, int score) {
                       TextStyle::caption, ThemeColor::secondaryText);
     origin->setWraps();
     column->addWidget(origin);
+    if (const auto note = HealthScore::scaleNote(report.total, report.band)) {
+        auto* scale = new TextLabel(DisplayText::own(*note), TextStyle::caption, ThemeColor::secondaryText);
+        scale->setWraps();
+        column->addWidget(scale);
+    }
     return texts;
 }
 

@@ -58,6 +58,26 @@ TEST(OpinionBand, IsNamedAndParsed) {
     LocaleFormat::setLocale("");
 }
 
+TEST(HealthScore, SaysWhyItDisagreesWithTheBandAndOnlyThen) {
+    struct Case {
+        std::int64_t total;
+        std::optional<std::int64_t> window;
+        bool hasNote;
+    };
+    for (const Case& one : {Case{100'000, {}, false},
+                            {100'000, 200'000, false},
+                            {100'000, 1'000'000, true},
+                            {20'000, 1'000'000, false},
+                            {20'000, 50'000, true}}) {
+        const auto note = HealthScore::scaleNote(one.total, OpinionBands::band(one.total, one.window));
+        EXPECT_EQ(note.has_value(), one.hasNote) << one.total << " of " << one.window.value_or(0);
+        if (!note) continue;
+        EXPECT_EQ(*note,
+                  "The score uses this fixed scale, while the band is judged against the reported context "
+                  "window.");
+    }
+}
+
 TEST(BandScale, GrowsInWholeStepsAndNeverOverflows) {
     struct Case {
         std::int64_t total, maximum;
