@@ -51,9 +51,9 @@ ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidge
     recheck_->setFillsWidth();
 
     const QString helpTitle = QStringLiteral("Setup help");
-    auto* help =
-        new DisclosureButton(helpTitle, new TextLabel(helpTitle, TextStyle::body, ThemeColor::secondaryText),
-                             DisclosureButton::ChevronSide::leading);
+    auto* helpLabel = new TextLabel(helpTitle, TextStyle::body, ThemeColor::secondaryText);
+    AccessibleTraits::setDecoration(helpLabel); // the button says it
+    auto* help = new DisclosureButton(helpTitle, helpLabel, DisclosureButton::ChevronSide::leading);
     auto* helpBody = new CollapsibleBody(makeHelp(), rowSpacing);
     connect(help, &DisclosureButton::expandedChanged, helpBody, &CollapsibleBody::setOpen);
 
@@ -124,7 +124,7 @@ void ScanSetupView::updateReadiness() {
     removedSignIn_->setVisible(removed.has_value());
     const bool checking = readiness_.isChecking();
     recheck_->setTitle(checking ? QStringLiteral("Checking…") : QStringLiteral("Recheck setup"));
-    recheck_->setEnabled(!checking);
+    recheck_->setAvailable(!checking);
 }
 
 void ScanSetupView::updateScan() {

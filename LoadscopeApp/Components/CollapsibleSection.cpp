@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Components/CollapsibleBody.h"
 #include "LoadscopeApp/Components/DisclosureButton.h"
+#include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
@@ -13,18 +14,31 @@
 
 namespace loadscope {
 
+namespace {
+
+/// Its title is the name of the button that it lies in.
+SectionHeader* header(const QString& title, const QString& detail) {
+    auto* header = new SectionHeader(title, detail);
+    header->silenceTitle();
+    return header;
+}
+
+} // namespace
+
 CollapsibleSection::CollapsibleSection(const QString& title, const QString& detail, QWidget* body,
                                        QWidget* parent)
     : ReportSurface(parent),
-      header_(new DisclosureButton(title, new SectionHeader(title, detail),
-                                   DisclosureButton::ChevronSide::trailing)),
+      header_(new DisclosureButton(title, header(title, detail), DisclosureButton::ChevronSide::trailing)),
       body_(new CollapsibleBody(body, Metrics::rowSpacing)) {
     header_->setMinimumHeight(Metrics::headerMinimumHeight);
     content()->setSpacing(0);
     content()->addWidget(header_);
     content()->addWidget(body_);
     connect(header_, &DisclosureButton::expandedChanged, this, [this](bool expanded) {
-        if (const auto fill = std::exchange(fill_, nullptr)) fill();
+        if (const auto fill = std::exchange(fill_, nullptr)) {
+            fill();
+            ReadingOrder::follow(*this);
+        }
         body_->setOpen(expanded);
     });
 }

@@ -36,7 +36,6 @@ DisclosureButton::DisclosureButton(const QString& title, QWidget* body, ChevronS
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     AccessibleTraits::setRole(this, QAccessible::PushButton, title);
     setAccessibleDescription(QStringLiteral("Shows or hides this section"));
-    AccessibleTraits::setLeaf(this);
     AccessibleTraits::setValue(this, QStringLiteral("Collapsed"));
     AccessibleTraits::setExpanded(this, false);
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/HistoryRow.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/TextLabel.h"
@@ -18,6 +17,11 @@ namespace {
 constexpr int narrowestValue = 64;
 constexpr int lineSpacing = 2;
 
+/// At least so wide, at every text scale: the numbers of all rows stand in columns.
+void keepWidth(QWidget& number, int width) {
+    AppTheme::bind(&number, [&number, width] { number.setMinimumWidth(AppTheme::current().scaled(width)); });
+}
+
 QVBoxLayout* lines() {
     auto* column = new QVBoxLayout;
     column->setContentsMargins(0, 0, 0, 0);
@@ -28,7 +32,6 @@ QVBoxLayout* lines() {
 } // namespace
 
 HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* parent) : QWidget(parent) {
-    AccessibleTraits::setRole(this, QAccessible::ListItem, content.title);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 8, 0, 8);
@@ -38,7 +41,7 @@ HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* pare
                                      TextStyle::subheadline);
         rank->setWeight(QFont::DemiBold);
         rank->setAlignment(Qt::AlignLeading | Qt::AlignVCenter); // under the heading of the list
-        rank->setMinimumWidth(AppTheme::current().scaled(Metrics::rankWidth));
+        keepWidth(*rank, Metrics::rankWidth);
         row->addWidget(rank);
     }
     auto* names = lines();
@@ -57,7 +60,7 @@ HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* pare
         new NumberLabel(QString::fromStdString(LocaleFormat::grouped(content.value)), TextStyle::subheadline,
                         content.valueTint.value_or(ThemeColor::primaryText));
     value->setWeight(QFont::DemiBold);
-    value->setMinimumWidth(AppTheme::current().scaled(narrowestValue));
+    keepWidth(*value, narrowestValue);
     numbers->addWidget(value);
     if (!content.valueCaption.isEmpty()) {
         auto* caption = new TextLabel(content.valueCaption, TextStyle::caption, ThemeColor::secondaryText);

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Components/RowButton.h"
 
 #include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
 #include "LoadscopeApp/ThemeMetrics.h"
@@ -19,7 +20,8 @@ constexpr double pressedOpacity = 0.07;
 } // namespace
 
 RowButton::RowButton(QWidget* content, const QString& name, QWidget* parent) : QAbstractButton(parent) {
-    setAccessibleName(name);
+    AccessibleTraits::setRole(this, QAccessible::PushButton, name);
+    AccessibleTraits::setLeaf(this);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);

@@ -11,7 +11,8 @@ class RowButton : public QAbstractButton {
     Q_OBJECT
 
 public:
-    /// Takes over `content`. `name` is what assistive technologies call the row.
+    /// Takes over `content`. `name` is what assistive technologies call the row; of the content they are told
+    /// nothing, so it must hold all that the content says.
     RowButton(QWidget* content, const QString& name, QWidget* parent = nullptr);
 
     /// Draws a line above the row, which parts it from the one before.

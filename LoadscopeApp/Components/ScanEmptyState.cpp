@@ -28,11 +28,11 @@ ScanEmptyState::ScanEmptyState(const QString& title, const QString& detail, QWid
                         Qt::AlignHCenter);
     column()->addWidget(title_);
     column()->addWidget(detail_);
+    setFocusProxy(title_); // it has the keyboard after a scan was cancelled, and the title tells where one is
     setTexts(title, detail);
 }
 
 void ScanEmptyState::setTexts(const QString& title, const QString& detail) {
-    setAccessibleName(title); // it has the keyboard after a scan was cancelled
     title_->setText(title);
     title_->setAccessibleName(title);
     detail_->setText(detail);

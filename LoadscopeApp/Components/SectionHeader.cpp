@@ -11,7 +11,7 @@ namespace loadscope {
 
 SectionHeader::SectionHeader(const QString& title, const QString& detail, QWidget* parent)
     : QWidget(parent), title_(new TextLabel(title, TextStyle::headline)) {
-    AccessibleTraits::setRole(title_, QAccessible::Heading);
+    AccessibleTraits::setRole(title_, QAccessible::Heading, title);
     title_->setWraps();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -22,12 +22,11 @@ SectionHeader::SectionHeader(const QString& title, const QString& detail, QWidge
         below->setWraps();
         column->addWidget(below);
     }
-    setTitle(title);
 }
 
-void SectionHeader::setTitle(const QString& title) {
-    title_->setText(title);
-    title_->setAccessibleName(title);
+void SectionHeader::silenceTitle() {
+    title_->setAccessibleName({});
+    AccessibleTraits::setDecoration(title_);
 }
 
 } // namespace loadscope

@@ -15,7 +15,8 @@ class SectionHeader : public QWidget {
 public:
     explicit SectionHeader(const QString& title, const QString& detail = {}, QWidget* parent = nullptr);
 
-    void setTitle(const QString& title);
+    /// For a header inside of what already carries the title as its name: it is not told twice.
+    void silenceTitle();
 
 private:
     TextLabel* title_;

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Pages/CompareView.h"
 
 #include "LoadscopeApp/Components/AdaptiveRow.h"
+#include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 #include "LoadscopeApp/DisplayText.h"
@@ -59,6 +60,7 @@ void CompareView::build() {
         column->addWidget(surface);
     }
     this->column()->insertWidget(1, cards_);
+    ReadingOrder::follow(*this);
     cards_->show(); // at once, not only when the event loop comes to it
 }
 

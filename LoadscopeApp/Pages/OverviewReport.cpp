@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/OverviewReport.h"
 
+#include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
 
 #include <QVBoxLayout>
@@ -14,6 +15,7 @@ OverviewReport::OverviewReport(std::shared_ptr<const ScanReport> report, QWidget
     for (QWidget* block : reportBlocks(report_))
         column()->addWidget(block);
     column()->addStretch();
+    ReadingOrder::follow(*this);
 }
 
 } // namespace loadscope

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Pages/TrendsView.h"
 
 #include "LoadscopeApp/Components/AlertPanel.h"
+#include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/DisplayText.h"
@@ -67,6 +68,7 @@ void TrendsView::build() {
         column->addWidget(recordedData_);
     }
     this->column()->insertWidget(1, cards_);
+    ReadingOrder::follow(*this);
     cards_->show(); // at once, not only when the event loop comes to it
 }
 
