@@ -5,10 +5,12 @@
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/TextWidths.h"
+#include "LoadscopeApp/Components/WholeSelection.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -28,6 +30,10 @@ void ElidedLabel::setElideMode(Qt::TextElideMode mode) {
     update();
 }
 
+void ElidedLabel::setSelectable() {
+    selection_ = new WholeSelection(this, [this] { return text(); });
+}
+
 QSize ElidedLabel::sizeHint() const {
     const QFont font = textFont();
     return {static_cast<int>(std::ceil(TextWidths::of(text(), font))) + 1, QFontMetrics(font).height()};
@@ -44,8 +50,13 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     const QFont font = textFont();
     painter.setFont(font);
     painter.setPen(textColor());
-    ReadingText::draw(painter, rect(), Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,
-                      QFontMetrics(font).elidedText(text(), mode_, width()));
+    const QFontMetrics metrics(font);
+    const QString shown = metrics.elidedText(text(), mode_, width());
+    if (selection_ != nullptr && selection_->isSelected()) {
+        const QRect area(0, 0, metrics.horizontalAdvance(shown) + 1, height());
+        WholeSelection::paint(painter, QStyle::visualRect(layoutDirection(), rect(), area), 0);
+    }
+    ReadingText::draw(painter, rect(), Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, shown);
 }
 
 bool ElidedLabel::event(QEvent* event) {

@@ -6,6 +6,8 @@
 
 namespace loadscope {
 
+class WholeSelection;
+
 /// A text on one line that is cut with an ellipsis where it does not fit and then shown whole on hover.
 /// Assistive technologies always get the whole text.
 class ElidedLabel : public LineLabel {
@@ -16,6 +18,8 @@ public:
                          ThemeColor color = ThemeColor::primaryText, QWidget* parent = nullptr);
 
     void setElideMode(Qt::TextElideMode mode);
+    /// Lets the mouse select the text, all of it.
+    void setSelectable();
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -26,6 +30,7 @@ protected:
 
 private:
     Qt::TextElideMode mode_ = Qt::ElideRight;
+    WholeSelection* selection_ = nullptr; ///< when it can be selected
 };
 
 } // namespace loadscope

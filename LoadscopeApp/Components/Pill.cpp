@@ -7,6 +7,7 @@
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/TextWidths.h"
+#include "LoadscopeApp/Components/WholeSelection.h"
 #include "LoadscopeApp/ThemeMetrics.h"
 
 #include <QFontMetrics>
@@ -88,6 +89,10 @@ void Pill::setWraps(const QString& longest) {
     setSizePolicy(policy);
 }
 
+void Pill::setSelectable() {
+    selection_ = new WholeSelection(this, [this] { return look_.text; });
+}
+
 int Pill::textRoom(int width) const {
     return std::max(width - symbolWidth() - 2 * Metrics::pillHorizontalInset, 1);
 }
@@ -146,6 +151,7 @@ void Pill::paintEvent(QPaintEvent*) {
     painter.setBrush(look_.tint ? theme.tint(*look_.tint) : theme.color(ThemeColor::muted));
     const double radius = metrics.height() / 2.0 + Metrics::pillVerticalInset;
     painter.drawRoundedRect(QRectF(capsule).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    if (selection_ != nullptr && selection_->isSelected()) WholeSelection::paint(painter, capsule, radius);
 
     const QColor ink = theme.color(look_.tint.value_or(ThemeColor::secondaryText));
     QRect area = capsule.adjusted(Metrics::pillHorizontalInset, Metrics::pillVerticalInset,

@@ -10,6 +10,8 @@
 
 namespace loadscope {
 
+class WholeSelection;
+
 /// A short text on a capsule, with an optional icon before it. One line, unless told otherwise; a text that
 /// does not fit is cut and shown whole on hover.
 class Pill : public QWidget {
@@ -32,6 +34,8 @@ public:
     /// the pills in the same row: this one takes as much height as that one would, so that what is below them
     /// lines up.
     void setWraps(const QString& longest);
+    /// Lets the mouse select the text, all of it.
+    void setSelectable();
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] int heightForWidth(int width) const override;
@@ -51,7 +55,8 @@ private:
     [[nodiscard]] int textRoom(int width) const;
 
     Look look_;
-    std::optional<QString> longest_; ///< where the text may break
+    std::optional<QString> longest_;      ///< where the text may break
+    WholeSelection* selection_ = nullptr; ///< when it can be selected
 };
 
 /// Tells a status: an icon and a title in one tint.

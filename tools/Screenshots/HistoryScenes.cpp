@@ -4,8 +4,13 @@
 
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
 #include "tools/Screenshots/HistoryBuilder.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
 
 namespace loadscope::screenshots {
 namespace {
@@ -102,6 +107,16 @@ void showTrends(Stage& stage) {
     stage.settle();
 }
 
+/// The band of the first card selected with the mouse.
+void showSelection(Stage& stage) {
+    stage.view.setPage(AppPage::compare);
+    stage.settle();
+    auto* pill = stage.view.findChild<ColumnCard*>()->findChild<Pill*>();
+    QMouseEvent press(QEvent::MouseButtonPress, {4, 4}, pill->mapToGlobal(QPointF(4, 4)), Qt::LeftButton,
+                      Qt::LeftButton, {});
+    QCoreApplication::sendEvent(pill, &press);
+}
+
 Scene compare(const QString& name, std::vector<RecordedScan> history) {
     return {QStringLiteral("compare-") + name, [](Stage& stage) { stage.view.setPage(AppPage::compare); },
             std::move(history)};
@@ -148,6 +163,7 @@ std::vector<Scene> historyScenes() {
          },
          demo(false)},
         compare(QStringLiteral("demo"), demo(true)),
+        {QStringLiteral("compare-copying"), showSelection, demo(true)},
         compare(QStringLiteral("one"), one),
         compare(QStringLiteral("extremes"), extremes()),
         compare(QStringLiteral("40"), forty()),

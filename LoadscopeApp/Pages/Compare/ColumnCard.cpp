@@ -5,18 +5,22 @@
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/ElidedLabel.h"
+#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
+#include "LoadscopeApp/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 
 namespace loadscope {
 namespace {
@@ -56,6 +60,7 @@ ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePre
     auto* heading = new ElidedLabel(label, TextStyle::headline);
     heading->setElideMode(Qt::ElideMiddle); // names alike differ at their ends
     heading->setWeight(QFont::DemiBold);
+    heading->setSelectable();
     AccessibleTraits::setRole(heading, QAccessible::Heading, label);
     auto* scanned =
         new TextLabel(DisplayText::own(text.scanned), TextStyle::caption, ThemeColor::secondaryText);
@@ -64,11 +69,16 @@ ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePre
                                {{label, column.paletteIndex}});
     chart->setAccessibleName(QStringLiteral("Categories of %1").arg(label));
 
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(QStringLiteral("Latest scan of %1").arg(label));
+    setAccessibleDescription(QStringLiteral("The key for Copy copies all of it."));
+
     content()->addWidget(heading);
     content()->addWidget(scanned);
     content()->addLayout(totalLine(DisplayText::own(text.total)));
     auto* band = new StatusPill(pill, QStringLiteral("scalemass"), ThemeColors::text(text.band));
     band->setWraps(longestPill);
+    band->setSelectable();
     content()->addWidget(band, 0, Qt::AlignLeading);
     content()->addWidget(chart);
     content()->addWidget(CardPieces::divider());
@@ -81,10 +91,27 @@ QString ColumnCard::copyableText() const {
     return table.isEmpty() ? summary_ : summary_ + QStringLiteral("\n\n") + table;
 }
 
+void ColumnCard::copy() const { QGuiApplication::clipboard()->setText(copyableText()); }
+
 void ColumnCard::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
-    menu.addAction(QStringLiteral("Copy"), [this] { QGuiApplication::clipboard()->setText(copyableText()); });
+    QAction* action = menu.addAction(QStringLiteral("Copy"), [this] { copy(); });
+    action->setShortcut(QKeySequence::Copy);
     menu.exec(event->globalPos());
+}
+
+void ColumnCard::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy))
+        copy();
+    else
+        ReportSurface::keyPressEvent(event);
+}
+
+void ColumnCard::paintEvent(QPaintEvent* event) {
+    ReportSurface::paintEvent(event);
+    if (!FocusRing::isWanted(this)) return;
+    QPainter painter(this);
+    FocusRing::paint(painter, rect(), Metrics::cardRadius);
 }
 
 } // namespace loadscope

@@ -9,7 +9,8 @@ namespace loadscope {
 
 class CategoryTable;
 
-/// The latest Claude Code scan of one repository: its total, its band and its categories.
+/// The latest Claude Code scan of one repository: its total, its band and its categories. Its texts can be
+/// selected; with the keyboard on the card itself, the key for Copy takes all of them.
 class ColumnCard : public ReportSurface {
     Q_OBJECT
 
@@ -25,8 +26,12 @@ public:
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    void copy() const;
+
     QString summary_;
     CategoryTable* categories_;
 };

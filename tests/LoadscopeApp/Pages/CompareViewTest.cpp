@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
+#include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
@@ -12,6 +13,7 @@
 #include "tests/Support/HistoryRecords.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -151,6 +153,34 @@ TEST(CompareView, BreaksPillsAndStacksColumnsBeforeItCutsThem) {
     show(view, history, 930);
     const QList<ColumnCard*> cards = view.findChildren<ColumnCard*>();
     EXPECT_GT(cards[1]->y(), cards[0]->y()) << "a number is never cut";
+}
+
+TEST(CompareView, LetsTheTextsOfAColumnBeCopiedOneByOneAndTogether) {
+    CompareView view;
+    show(view, two());
+    view.activateWindow();
+    auto* card = view.findChildren<ColumnCard*>().at(0);
+    QWidget* label = card->findChild<ElidedLabel*>();
+    QWidget* pill = card->findChild<Pill*>();
+    const auto copied = [](QWidget* from) {
+        QGuiApplication::clipboard()->clear();
+        QTest::keySequence(from, QKeySequence::Copy);
+        return QGuiApplication::clipboard()->text();
+    };
+    const QString all = "api\nScanned Jan 2, 2026\n88,910 tokens\nExcessive · over 60,000\n\n"
+                        "System tools\t40,000\nMCP tools\t9,000";
+    EXPECT_EQ(copied(card), all);
+    for (const auto& [widget, text] :
+         {std::pair{label, QString("api")}, {pill, QString("Excessive · over 60,000")}}) {
+        const QImage before = widget->grab().toImage();
+        EXPECT_EQ(copied(widget), all) << "nothing is selected: the card copies";
+        QTest::mousePress(widget, Qt::LeftButton, {}, {4, 4});
+        EXPECT_EQ(copied(widget), text);
+        EXPECT_NE(widget->grab().toImage(), before);
+        card->setFocus();
+        EXPECT_EQ(widget->grab().toImage(), before) << "selected no more";
+    }
+    EXPECT_TRUE(card->focusPolicy() & Qt::TabFocus);
 }
 
 TEST(CompareView, OpensTheRepositoryOfARow) {
