@@ -151,13 +151,15 @@ bool BarChart::event(QEvent* event) {
 
 void BarChart::keyPressEvent(QKeyEvent* event) {
     const int last = markCount() - 1;
+    const Qt::Key back = layoutDirection() == Qt::RightToLeft ? Qt::Key_Right : Qt::Key_Left;
     switch (event->key()) {
-    case Qt::Key_Up:
     case Qt::Key_Left:
-        return setCurrent(std::max(current_ - 1, 0));
-    case Qt::Key_Down:
     case Qt::Key_Right:
-        return setCurrent(std::min(current_ + 1, last));
+    case Qt::Key_Up:
+    case Qt::Key_Down: {
+        const bool isBack = event->key() == Qt::Key_Up || event->key() == back;
+        return setCurrent(isBack ? std::max(current_ - 1, 0) : std::min(current_ + 1, last));
+    }
     case Qt::Key_Home:
         return setCurrent(0);
     case Qt::Key_End:

@@ -53,4 +53,16 @@ private:
     int waiting_ = 0;
 };
 
+/// Lets the store go on when a test ends early, too. Make it after the model, which waits for the store.
+class LetGo {
+public:
+    explicit LetGo(PausingStore& store) : store_(store) {}
+    ~LetGo() { store_.goOn(); }
+    LetGo(const LetGo&) = delete;
+    LetGo& operator=(const LetGo&) = delete;
+
+private:
+    PausingStore& store_;
+};
+
 } // namespace loadscope

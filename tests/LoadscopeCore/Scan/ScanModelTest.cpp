@@ -263,6 +263,7 @@ TEST_F(ScanModels, LoadTheHistoryWithoutWaitingForIt) {
     store_->append(record(1, "web", day(1), 10));
     store_->pauseIn(PausingStore::Operation::load);
     const auto model = makeModel();
+    const LetGo letGo(*store_);
     EXPECT_EQ(model->historyActivity(), HistoryActivity::loading);
     EXPECT_TRUE(model->history().empty());
     EXPECT_FALSE(model->canClearHistory());
@@ -279,6 +280,7 @@ TEST_F(ScanModels, LoadTheHistoryWithoutWaitingForIt) {
 
 TEST_F(ScanModels, ClearTheHistoryButNotTheResult) {
     const auto model = makeModel();
+    const LetGo letGo(*store_);
     EXPECT_FALSE(model->canClearHistory());
     runToEnd(*model);
     store_->pauseIn(PausingStore::Operation::clear);
@@ -312,6 +314,7 @@ TEST_F(ScanModels, ClearTheHistoryButNotTheResult) {
 TEST_F(ScanModels, AreGuardedWhileARecordIsBeingWritten) {
     store_->append(record(1, "web", day(1), 10));
     const auto model = makeModel();
+    const LetGo letGo(*store_);
     ASSERT_TRUE(rests(*model));
     store_->pauseIn(PausingStore::Operation::append);
     model->scan();
@@ -335,6 +338,7 @@ TEST_F(ScanModels, AreGuardedWhileARecordIsBeingWritten) {
 
 TEST_F(ScanModels, WriteWhatWasMeasuredWhenDestroyed) {
     auto model = makeModel();
+    const LetGo inAnyCase(*store_);
     store_->pauseIn(PausingStore::Operation::append);
     model->scan();
     ASSERT_TRUE(thread_.runUntil([&] { return model->state().report() && store_->isWaiting(); }));
