@@ -18,7 +18,9 @@
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
+#include <QApplication>
 #include <QPainter>
+#include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
@@ -45,7 +47,7 @@ ContentView::ContentView(ScanModel& model, ReadinessModel& readiness, Onboarding
     setWindowTitle(QStringLiteral("Loadscope"));
     setAcceptDrops(true);
     setMinimumSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight);
-    resize(Metrics::windowWidth, Metrics::windowHeight);
+    resize(firstSize(screen()->availableSize()));
     layOut();
     connectAll();
     AppTheme::bind(this, [this] {
@@ -57,6 +59,13 @@ ContentView::ContentView(ScanModel& model, ReadinessModel& readiness, Onboarding
 }
 
 ContentView::~ContentView() = default;
+
+QSize ContentView::firstSize(QSize available) {
+    const QSize room = available - QSize(0, Metrics::windowFrameHeight);
+    return QSize(Metrics::windowWidth, Metrics::windowHeight)
+        .boundedTo(room)
+        .expandedTo(QSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight));
+}
 
 void ContentView::layOut() {
     pages_->addWidget(overview_);
@@ -89,6 +98,11 @@ void ContentView::connectAll() {
             new QShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(index)), content_);
         connect(shortcut, &QShortcut::activated, this, [this, page] { setPage(page); });
     }
+    connect(new QShortcut(Qt::Key_F5, content_), &QShortcut::activated, this, [this] {
+        if (model_.canScan()) startScan();
+    });
+    // Of the window, so that it also ends the program while a sheet is up.
+    connect(new QShortcut(Qt::CTRL | Qt::Key_Q, this), &QShortcut::activated, qApp, &QApplication::quit);
     modelSubscription_ = model_.observe([this] { refresh(); });
     readinessSubscription_ = readiness_.observe([this] { refresh(); });
 }
@@ -120,6 +134,10 @@ void ContentView::startScan() {
 }
 
 void ContentView::openRepository(const std::string& path) {
+    if (model_.selection() && model_.selection()->path == path) {
+        setPage(AppPage::overview); // its report stays
+        return;
+    }
     if (model_.state().isScanning()) {
         AlertPanel::tell(
             pages_, QStringLiteral("A scan is running"),
@@ -184,8 +202,10 @@ void ContentView::refreshPage() {
         pages_->setCurrentWidget(compare_);
         break;
     }
+    const auto retryBlocker = readiness_.scanBlocker(model_.includeCodex());
     // Its state is kept in line while another page is shown, so that it is there at once.
-    overview_->refresh({model_.state(), DisplayText::own(model_.scanStage()), !model_.isCancelling(), true});
+    overview_->refresh({model_.state(), DisplayText::own(model_.scanStage()), !model_.isCancelling(),
+                        retryBlocker ? DisplayText::own(*retryBlocker) : QString()});
 }
 
 Sheet* ContentView::onboardingSheet() const { return sheet_; }
@@ -206,7 +226,9 @@ void ContentView::showEvent(QShowEvent* event) {
     wasShown_ = true;
     readiness_.recheck();
     if (OnboardingCompletion(onboarding_).shouldPresent())
-        QTimer::singleShot(onboardingDelayMilliseconds, this, [this] { presentOnboarding(); });
+        QTimer::singleShot(onboardingDelayMilliseconds, this, [this] {
+            if (isVisible()) presentOnboarding();
+        });
 }
 
 void ContentView::paintEvent(QPaintEvent*) {

@@ -44,6 +44,9 @@ public:
                 FolderChooser chooser);
     ~ContentView() override;
 
+    /// The size of the very first window where a screen has so much room.
+    [[nodiscard]] static QSize firstSize(QSize available);
+
     [[nodiscard]] AppPage page() const { return page_; }
     void setPage(AppPage page);
 
@@ -51,7 +54,8 @@ public:
     /// Makes the folder the selection and brings the Overview page forward; ignored while a scan runs.
     void selectFolder(const std::string& path);
     void startScan();
-    /// Selects the folder of a recorded scan and shows Overview; says so when that cannot be done.
+    /// Selects the folder of a recorded scan, unless it is selected, and shows Overview; says so when that
+    /// cannot be done.
     void openRepository(const std::string& path);
 
     [[nodiscard]] QSplitter* splitter() const { return splitter_; }

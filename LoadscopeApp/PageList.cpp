@@ -82,6 +82,12 @@ PageList::PageList(QWidget* parent) : QWidget(parent) {
     }
 }
 
-void PageList::select(AppPage page) { buttons_[static_cast<std::size_t>(page)]->setChecked(true); }
+void PageList::select(AppPage page) {
+    PageButton* button = buttons_[static_cast<std::size_t>(page)];
+    const QWidget* focus = window()->focusWidget();
+    button->setChecked(true);
+    // The keyboard is on the selected page's button or on none.
+    if (focus != nullptr && isAncestorOf(focus)) button->setFocus(Qt::OtherFocusReason);
+}
 
 } // namespace loadscope

@@ -10,6 +10,7 @@ inline constexpr int windowWidth = 1180;
 inline constexpr int windowHeight = 780;
 inline constexpr int minimumWindowWidth = 960;
 inline constexpr int minimumWindowHeight = 640;
+inline constexpr int windowFrameHeight = 40; ///< what the desktop puts around a window, at most
 inline constexpr int toolbarHeight = 52;
 inline constexpr int sidebarMinimumWidth = 220;
 inline constexpr int sidebarWidth = 250;

@@ -32,8 +32,8 @@ WindowToolbar::WindowToolbar(QWidget* parent)
     choose_->setShortcut(Qt::CTRL | Qt::Key_O);
     scan_->setSymbol(QStringLiteral("waveform.path.ecg"));
     scan_->setShortcut(Qt::CTRL | Qt::Key_R);
-    for (PushButton* button : {choose_, scan_})
-        PlainToolTip::set(*button, button->shortcut().toString(QKeySequence::NativeText));
+    PlainToolTip::set(*choose_, choose_->shortcut().toString(QKeySequence::NativeText));
+    PlainToolTip::set(*scan_, scan_->shortcut().toString(QKeySequence::NativeText) + QStringLiteral(", F5"));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(inset, verticalInset, inset, verticalInset + 1);
     row->setSpacing(buttonSpacing);
@@ -49,8 +49,8 @@ WindowToolbar::WindowToolbar(QWidget* parent)
 }
 
 void WindowToolbar::refresh(const Input& input) {
-    choose_->setEnabled(!input.isScanning);
-    scan_->setEnabled(input.canScan);
+    choose_->setAvailable(!input.isScanning);
+    scan_->setAvailable(input.canScan);
     scan_->setTitle(input.isScanning     ? QStringLiteral("Scanning…")
                     : input.hasSelection ? QStringLiteral("Scan Again")
                                          : QStringLiteral("Scan"));

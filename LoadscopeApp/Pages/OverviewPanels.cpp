@@ -9,6 +9,7 @@
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/DisplayText.h"
 
+#include <QKeyEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -34,7 +35,10 @@ OverviewScanLoadingState::OverviewScanLoadingState(QWidget* parent)
     auto* icon = new StateIcon(QStringLiteral("arrow.triangle.2.circlepath"), ThemeColor::accent);
     icon->setSpinning(true);
     cancel_->setAccessibleName(QStringLiteral("Cancel scan"));
-    cancel_->setShortcut(Qt::Key_Escape);
+    cancel_->installEventFilter(this);
+    held_.setSingleShot(true);
+    held_.setInterval(heldMilliseconds);
+    connect(&held_, &QTimer::timeout, this, [this] { cancel_->setShortcut(Qt::Key_Escape); });
     // The place of the button stays when it goes, so that the texts do not jump.
     QSizePolicy policy = cancel_->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -46,6 +50,24 @@ OverviewScanLoadingState::OverviewScanLoadingState(QWidget* parent)
                                TextStyle::body, ThemeColor::secondaryText)));
     column()->addWidget(cancel_, 0, Qt::AlignHCenter);
     connect(cancel_, &QPushButton::clicked, this, &OverviewScanLoadingState::cancelRequested);
+}
+
+void OverviewScanLoadingState::holdKeys() {
+    cancel_->setShortcut({});
+    held_.start();
+}
+
+bool OverviewScanLoadingState::eventFilter(QObject* watched, QEvent* event) {
+    if (held_.isActive() &&
+        (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride)) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool presses = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+        if (presses) {
+            event->accept();
+            return true;
+        }
+    }
+    return CenteredPanel::eventFilter(watched, event);
 }
 
 void OverviewScanLoadingState::refresh(const QString& stage, bool canCancel) {
@@ -61,7 +83,8 @@ OverviewScanFailureState::OverviewScanFailureState(QWidget* parent)
     : CenteredPanel(widestText, parent),
       headline_(centered(new TextLabel({}, TextStyle::headline))),
       detail_(new SelectableText({}, TextStyle::body, ThemeColor::secondaryText)),
-      retry_(new PushButton(PushButton::Kind::primary, QStringLiteral("Retry"))) {
+      retry_(new PushButton(PushButton::Kind::primary, QStringLiteral("Retry"))),
+      blocker_(centered(new TextLabel({}, TextStyle::caption, ThemeColor::secondaryText))) {
     AccessibleTraits::setRole(this, QAccessible::Grouping, QStringLiteral("Scan failed"));
     AccessibleTraits::setRole(headline_, QAccessible::Heading);
     detail_->setAccessibleName(QStringLiteral("What happened"));
@@ -71,6 +94,7 @@ OverviewScanFailureState::OverviewScanFailureState(QWidget* parent)
     column()->addWidget(headline_);
     column()->addWidget(detail_);
     column()->addWidget(retry_, 0, Qt::AlignHCenter);
+    column()->addWidget(blocker_);
     connect(retry_, &QPushButton::clicked, this, &OverviewScanFailureState::retryRequested);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, this), &QShortcut::activated, this, [this] {
@@ -78,7 +102,7 @@ OverviewScanFailureState::OverviewScanFailureState(QWidget* parent)
         });
 }
 
-void OverviewScanFailureState::refresh(const ProbeError& error, bool canRetry) {
+void OverviewScanFailureState::refresh(const ProbeError& error, const QString& retryBlocker) {
     const QString headline = DisplayText::line(error.headline());
     headline_->setText(headline);
     headline_->setAccessibleName(headline);
@@ -89,7 +113,10 @@ void OverviewScanFailureState::refresh(const ProbeError& error, bool canRetry) {
     const bool isList = detail.contains(QLatin1Char('\n'));
     detail_->setTextAlignment(isList ? Qt::AlignLeft | Qt::AlignAbsolute : Qt::AlignHCenter);
     column()->setAlignment(detail_, isList ? Qt::AlignHCenter : Qt::Alignment());
-    retry_->setVisible(canRetry);
+    retry_->setAvailable(retryBlocker.isEmpty());
+    retry_->setAccessibleDescription(retryBlocker);
+    blocker_->setText(retryBlocker);
+    blocker_->setVisible(!retryBlocker.isEmpty());
 }
 
 QWidget* OverviewScanFailureState::retryButton() const { return retry_; }

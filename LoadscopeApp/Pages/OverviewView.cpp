@@ -23,7 +23,7 @@ void OverviewView::refresh(const Input& input) {
     if (input.state.isScanning()) {
         showLoading(input);
     } else if (const ProbeError* error = input.state.error()) {
-        showFailure(*error, input.canRetry);
+        showFailure(*error, input.retryBlocker);
     } else if (const auto report = input.state.report()) {
         showReport(report);
     } else {
@@ -55,24 +55,28 @@ void OverviewView::showLoading(const Input& input) {
         addWidget(loading_);
         connect(loading_, &OverviewScanLoadingState::cancelRequested, this, &OverviewView::cancelRequested);
     }
+    if (currentWidget() != loading_) loading_->holdKeys();
     loading_->refresh(input.stage, input.canCancel);
     showPanel(loading_, loading_->cancelButton());
 }
 
-void OverviewView::showFailure(const ProbeError& error, bool canRetry) {
+void OverviewView::showFailure(const ProbeError& error, const QString& retryBlocker) {
     if (failure_ == nullptr) {
         failure_ = new OverviewScanFailureState;
         addWidget(failure_);
         connect(failure_, &OverviewScanFailureState::retryRequested, this, &OverviewView::retryRequested);
     }
-    failure_->refresh(error, canRetry);
+    failure_->refresh(error, retryBlocker);
     showPanel(failure_, failure_->retryButton());
 }
 
 void OverviewView::showPanel(QWidget* panel, QWidget* next) {
     if (currentWidget() == panel) return;
+    const QWidget* focus = window()->focusWidget();
+    const bool losesKeyboard = focus == nullptr || isAncestorOf(focus);
     setCurrentWidget(panel);
-    if (next != nullptr && isVisible() && window()->isActiveWindow()) next->setFocus(Qt::OtherFocusReason);
+    if (next != nullptr && losesKeyboard && isVisible() && window()->isActiveWindow())
+        next->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace loadscope

@@ -23,7 +23,7 @@ public:
         ScanState state;
         QString stage;
         bool canCancel = false;
-        bool canRetry = false;
+        QString retryBlocker = {}; ///< why nothing can be scanned now; empty when Retry may be pressed
     };
     void refresh(const Input& input);
 
@@ -33,8 +33,8 @@ Q_SIGNALS:
 
 private:
     void showLoading(const Input& input);
-    void showFailure(const ProbeError& error, bool canRetry);
-    /// Also gives the keyboard to what can be done next.
+    void showFailure(const ProbeError& error, const QString& retryBlocker);
+    /// The keyboard stays where it is, unless that goes away: then it goes to what can be done next.
     void showPanel(QWidget* panel, QWidget* next);
     void showReport(const std::shared_ptr<const ScanReport>& report);
 

@@ -69,9 +69,11 @@ void ReadinessModel::recheck() {
     model->observers.notify();
 }
 
-bool ReadinessModel::permitsScan(bool includeCodex) const {
-    if (isChecking() || blocksScan(claude())) return false;
-    return !includeCodex || !blocksScan(codex());
+std::optional<std::string> ReadinessModel::scanBlocker(bool includeCodex) const {
+    if (isChecking()) return label(ToolReadiness::checking);
+    if (blocksScan(claude())) return "Claude: " + label(claude());
+    if (includeCodex && blocksScan(codex())) return "Codex: " + label(codex());
+    return {};
 }
 
 Subscription ReadinessModel::observe(std::function<void()> observer) {

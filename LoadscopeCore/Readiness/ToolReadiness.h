@@ -80,7 +80,9 @@ public:
     void recheck();
 
     /// Whether a scan may start now.
-    [[nodiscard]] bool permitsScan(bool includeCodex) const;
+    [[nodiscard]] bool permitsScan(bool includeCodex) const { return !scanBlocker(includeCodex); }
+    /// Why none may start, in words, for example "Claude: Sign-in needed".
+    [[nodiscard]] std::optional<std::string> scanBlocker(bool includeCodex) const;
 
     [[nodiscard]] Subscription observe(std::function<void()> observer);
 

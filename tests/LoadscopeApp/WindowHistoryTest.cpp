@@ -16,6 +16,7 @@ TEST(Window, StaysAliveAndSaysSoWhileTheHistoryIsReadOrDeleted) {
     store->pauseIn(PausingStore::Operation::load);
     window.tools.history = store;
     ScanModel model(window.uiThread, window.tools.collaborators());
+    const LetGo letGo(*store);
     ContentView view(model, window.readiness, window.store, {});
     view.show();
     for (const AppPage page : {AppPage::compare, AppPage::trends}) {
@@ -43,6 +44,31 @@ TEST(Window, StaysAliveAndSaysSoWhileTheHistoryIsReadOrDeleted) {
     ASSERT_NE(deletingButton(), nullptr) << "the page was made anew meanwhile";
     store->goOn();
     EXPECT_TRUE(eventually([&] { return spoken(view).contains("No recorded scans yet"); }));
+}
+
+TEST(Window, KeepsTheReportWhenARowOfItsOwnRepositoryIsPressed) {
+    Window window;
+    window.show();
+    window.choose();
+    window.tools.probe->answer(sampleResult());
+    window.view.startScan();
+    ASSERT_TRUE(
+        eventually([&] { return window.model.state().report() && !window.model.isScanTaskRunning(); }));
+    const auto report = window.model.state().report();
+    window.view.setPage(AppPage::trends);
+    Q_EMIT window.view.findChild<TrendsView*>()->repositoryRequested(window.folderPath());
+    EXPECT_EQ(window.view.page(), AppPage::overview);
+    EXPECT_EQ(window.model.state().report(), report);
+
+    // Not even a scan under way keeps it from coming forward.
+    window.tools.probe->answer(FakeProbe::Hang{});
+    window.view.startScan();
+    window.view.setPage(AppPage::compare);
+    window.view.openRepository(window.folderPath());
+    EXPECT_EQ(window.view.page(), AppPage::overview);
+    EXPECT_FALSE(window.says("A scan is running"));
+    window.model.cancel();
+    EXPECT_TRUE(eventually([&] { return !window.model.isScanTaskRunning(); }));
 }
 
 } // namespace

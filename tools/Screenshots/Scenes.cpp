@@ -96,6 +96,14 @@ std::vector<Scene> windowScenes() {
              stage.scan(testing::FakeProbe::Hang{});
          }},
         failure(QStringLiteral("overview-failed"), ProbeError::NotAuthenticated{}),
+        {QStringLiteral("overview-failed-blocked"),
+         [](Stage& stage) {
+             stage.choose(repository(QStringLiteral("web-app")));
+             stage.scan(ProbeError::NotAuthenticated{});
+             stage.readinessAnswer = {ToolReadiness::signedOut, ToolReadiness::ready};
+             stage.readiness.recheck();
+             stage.settle([&stage] { return !stage.readiness.isChecking(); });
+         }},
         failure(QStringLiteral("overview-failed-list"),
                 ProbeError::CLINotFound{{"/home/dev/.local/bin/claude", "/opt/homebrew/bin/claude",
                                          "/usr/local/bin/claude", "zsh -lc 'command -v claude'"}}),
