@@ -65,7 +65,8 @@ Environment childEnvironment(Tool tool, const Environment& base, const std::stri
     const Rule rule(tool, options);
     Environment environment = base;
     std::erase_if(environment, [&](const auto& variable) { return rule.removes(variable.first); });
-    if (options.waitsForServers && tool == Tool::claude) environment.insert_or_assign(serversKey, std::string(1, '0'));
+    if (options.waitsForServers && tool == Tool::claude)
+        environment.insert_or_assign(serversKey, std::string(1, '0'));
 
     const auto configDir = environment.find(TranscriptLocator::configDirEnvironmentKey);
     if (configDir != environment.end()) {
