@@ -13,7 +13,20 @@
 namespace loadscope {
 namespace {
 
-std::string decoded(std::string bytes) {
+/// Takes the beginning of a character away that was cut in the middle.
+void dropCutCharacter(std::string& bytes) {
+    constexpr std::size_t longestCharacter = 4;
+    std::size_t start = bytes.size();
+    while (start > 0 && bytes.size() - start < longestCharacter) {
+        const auto byte = static_cast<unsigned char>(bytes[--start]);
+        if ((byte & 0xC0U) != 0x80U) break; // no byte of the inside
+    }
+    if (!Text::isValidUTF8(std::string_view(bytes).substr(start))) bytes.resize(start);
+}
+
+std::string textOf(OutputCollector& collector) {
+    std::string bytes = collector.takeBytes();
+    if (collector.hasDropped()) dropCutCharacter(bytes);
     if (!Text::isValidUTF8(bytes)) bytes.clear();
     return bytes;
 }
@@ -37,10 +50,12 @@ ProbeRunner::Execution collect(ChildProcess& child, TimeLimit& limit, ReaderDead
 
     ProbeRunner::Execution execution;
     execution.exitCode = termination.status;
-    execution.standardOutput = decoded(output.takeBytes());
-    execution.standardError = decoded(error.takeBytes());
+    execution.standardOutput = textOf(output);
+    execution.standardError = textOf(error);
     execution.timedOut = limit.hasFired() && termination.bySignal;
     execution.readersTimedOut = output.timedOut() || error.timedOut();
+    execution.limitFired = limit.hasFired();
+    execution.hasDropped = output.hasDropped() || error.hasDropped();
     return execution;
 }
 
@@ -81,8 +96,9 @@ ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::v
     try {
         const RegisteredLaunch launch(child, deadline);
         TimeLimit limit(*child, limits.timeoutSeconds, limits.killGraceSeconds);
-        OutputCollector output(child->standardOutput(), deadline, shortening(limit, watcher));
-        OutputCollector error(child->standardError(), deadline);
+        OutputCollector output(child->standardOutput(), deadline, limits.mostBytesKept,
+                               shortening(limit, watcher));
+        OutputCollector error(child->standardError(), deadline, limits.mostBytesKept);
         Execution execution = collect(*child, limit, *deadline, output, error, limits.readerGraceSeconds);
         if (launch.isCancelled()) throw CancellationError();
         if (const auto error = missingInterpreter(cli, execution)) throw ProbeError(*error);

@@ -87,7 +87,10 @@ private:
                                             execution.exitCode);
         } catch (const ProbeError& error) {
             // Without the rest of the output, what was read says nothing about the cause.
-            if (execution.readersTimedOut) throw ProbeError(ProbeError::TimedOut{});
+            if (execution.readersTimedOut || execution.limitFired) throw ProbeError(ProbeError::TimedOut{});
+            if (execution.hasDropped && error.is<ProbeError::UnreadableOutput>())
+                throw ProbeError(ProbeError::UnreadableOutput{ProbeRunner::tooMuchOutput +
+                                                              (" It begins with:\n" + error.detail())});
             if (error.is<ProbeError::NotAuthenticated>() && !settings_.keepsEnvironment)
                 throw ProbeError(ProbeError::NotAuthenticated{
                     ProbeEnvironment::removedSignInVariables(UserFolders::environment())});

@@ -126,12 +126,9 @@ std::string truncate(std::string_view text, std::size_t limit) { return ProbeErr
 ProbeOutput parse(std::string_view standardOutput, std::string_view standardError, std::int32_t exitCode) {
     if (const auto found = documentIn(standardOutput)) return outputOf(*found, standardOutput);
 
-    if (exitCode != 0) {
-        std::string both(standardError);
-        both += '\n';
-        both += standardOutput;
-        if (indicatesAuthenticationFailure(both)) throw ProbeError(ProbeError::NotAuthenticated{});
-    }
+    if (exitCode != 0 &&
+        (indicatesAuthenticationFailure(standardError) || indicatesAuthenticationFailure(standardOutput)))
+        throw ProbeError(ProbeError::NotAuthenticated{});
     const std::string_view text = Text::trimmed(standardOutput).empty() ? standardError : standardOutput;
     throw ProbeError(ProbeError::UnreadableOutput{truncate(text, ProbeError::detailLimit)});
 }

@@ -61,6 +61,12 @@ public:
     static constexpr double defaultTimeoutSeconds = 300;
     static constexpr double defaultKillGraceSeconds = 5;
     static constexpr double defaultReaderGraceSeconds = 5;
+    static constexpr std::size_t defaultMostBytesKept = 64'000'000;
+    /// For a tool that has little to say.
+    static constexpr std::size_t fewBytesKept = 1'000'000;
+    /// Of a session whose output was cut at that, and cannot be read.
+    static constexpr const char* tooMuchOutput =
+        "The tool printed more than 64 MB, which is too much to be read.";
     static constexpr const char* probePrompt = "/context";
 
     /// How one child ended and everything that it wrote. A text whose bytes are not UTF-8 is empty.
@@ -70,12 +76,15 @@ public:
         std::string standardError;
         bool timedOut = false;        ///< the time limit fired and a signal ended the child
         bool readersTimedOut = false; ///< an output was still open when its reader gave up
+        bool limitFired = false;      ///< the time limit fired, however the child ended
+        bool hasDropped = false;      ///< there was more output than was kept
     };
 
     struct Limits {
         double timeoutSeconds = defaultTimeoutSeconds;
         double killGraceSeconds = defaultKillGraceSeconds;
         double readerGraceSeconds = defaultReaderGraceSeconds;
+        std::size_t mostBytesKept = defaultMostBytesKept; ///< of each output
     };
 
     /// Sees the standard output while the child runs, on the reader's thread. Seconds that it returns bring

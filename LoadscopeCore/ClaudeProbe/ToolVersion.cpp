@@ -19,6 +19,7 @@ namespace {
 constexpr double timeoutSeconds = 10;
 constexpr double killGraceSeconds = 0.5;
 constexpr std::chrono::milliseconds readerGrace(500);
+constexpr std::size_t mostBytesKept = 100'000;
 constexpr std::size_t longestVersion = 40;
 constexpr std::string_view versionCharacters =
     "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.+-";
@@ -34,7 +35,7 @@ std::optional<std::string> ask(const std::string& cli, ProbeEnvironment::Tool to
                         .capturesStandardError = false});
     child.launch();
     const auto deadline = std::make_shared<ReaderDeadline>();
-    OutputCollector output(child.standardOutput(), deadline);
+    OutputCollector output(child.standardOutput(), deadline, mostBytesKept);
     const std::stop_callback kill(stop, [&child, &deadline] {
         ChildProcess::Hold(child).signalGroup(SIGKILL);
         deadline->expireAt(ReaderDeadline::Clock::now());

@@ -91,19 +91,25 @@ std::optional<T> firstInFile(const std::string& path, std::optional<T> (*read)(s
 
     std::string buffer;
     std::size_t searchedUpTo = 0; // of a line that spans pieces, so that no byte is looked at twice
+    bool isTooLong = false;       // the line whose end is in the buffer
     while (appendPiece(file, buffer)) {
         std::size_t lineStart = 0;
         std::size_t lineEnd = buffer.find('\n', searchedUpTo);
         while (lineEnd != std::string::npos) {
-            if (auto found = read(std::string_view(buffer).substr(lineStart, lineEnd - lineStart)))
-                return found;
+            const std::string_view line = std::string_view(buffer).substr(lineStart, lineEnd - lineStart);
+            if (auto found = isTooLong ? std::nullopt : read(line)) return found;
+            isTooLong = false;
             lineStart = lineEnd + 1;
             lineEnd = buffer.find('\n', lineStart);
         }
         buffer.erase(0, lineStart);
+        if (buffer.size() > Json::maximumSize) {
+            buffer.clear();
+            isTooLong = true;
+        }
         searchedUpTo = buffer.size();
     }
-    return read(buffer);
+    return isTooLong ? std::nullopt : read(buffer);
 }
 
 } // namespace

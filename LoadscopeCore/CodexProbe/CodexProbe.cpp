@@ -51,6 +51,18 @@ std::string descriptionOf(const std::exception_ptr& error) {
     }
 }
 
+/// Both may be large, so neither is in the memory twice for longer than it takes to copy the first.
+void appendComplaint(std::string& output, std::string_view standardError) {
+    const std::string_view complaint = Text::trimmed(standardError);
+    if (complaint.empty()) return;
+    std::string both;
+    both.reserve(output.size() + 1 + complaint.size());
+    both += output;
+    std::string().swap(output);
+    both.append("\n").append(complaint);
+    output = std::move(both);
+}
+
 bool isNotInstalled(const std::exception_ptr& error) {
     try {
         std::rethrow_exception(error);
@@ -82,7 +94,7 @@ std::string CodexProbeRunner::unreadableDetail(std::int32_t exitCode, std::strin
     std::string lines = CodexSessionText::lastLines(output, tailLines);
     const auto complaint = CodexSessionText::complaint(output);
     if (complaint && lines.find(*complaint) == std::string::npos) // it tells more than a hint below it
-        lines.insert(0, "\n").insert(0, *complaint);
+        lines.insert(0, "\n").insert(0, Text::prefix(*complaint, ProbeError::detailLimit + 1));
     return detail + ProbeError::bounded(lines);
 }
 
@@ -103,6 +115,9 @@ CodexProbeResult CodexProbeRunner::resultOf(const SessionOutput& session,
             *lastError = std::string(*complaint) + '\n' + *lastError;
         throw ProbeError(ProbeError::UnreadableOutput{ProbeError::bounded(*lastError)});
     }
+    if (!count && session.limitFired) throw ProbeError(ProbeError::TimedOut{});
+    if (!count && session.hasDropped)
+        throw ProbeError(ProbeError::UnreadableOutput{ProbeRunner::tooMuchOutput});
     if (!count)
         throw ProbeError(
             ProbeError::UnreadableOutput{unreadableDetail(session.exitCode, session.standardOutput, 3)});
@@ -166,12 +181,9 @@ CodexProbeRunner::Executor CodexProbe::processExecutor(double timeoutSeconds, do
             {timeoutSeconds, ProbeRunner::defaultKillGraceSeconds, ProbeRunner::defaultReaderGraceSeconds},
             {}, watch);
         CodexProbeRunner::SessionOutput session{std::move(execution.standardOutput), execution.exitCode,
-                                                execution.timedOut};
-        const std::string_view complaint = Text::trimmed(execution.standardError);
-        if (!complaint.empty()) {
-            session.standardOutput += '\n';
-            session.standardOutput += complaint;
-        }
+                                                execution.timedOut, execution.limitFired,
+                                                execution.hasDropped};
+        appendComplaint(session.standardOutput, execution.standardError);
         return session;
     };
 }

@@ -60,6 +60,8 @@ struct CodexProbeRunner {
         std::string standardOutput; ///< with the trimmed standard error after it
         std::int32_t exitCode = 0;
         bool timedOut = false;
+        bool limitFired = false; ///< the time limit fired, however the session ended
+        bool hasDropped = false; ///< there was more output than was kept
     };
     using Executor = std::function<SessionOutput(
         const std::string& cli, const std::vector<std::string>& arguments, const std::string& repository)>;

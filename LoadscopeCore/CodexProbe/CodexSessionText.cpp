@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/CodexProbe/CodexSessionText.h"
 
+#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/Platform/Json.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
+#include "LoadscopeCore/Platform/Text.h"
 
 #include <nlohmann/json.hpp>
 
@@ -57,7 +59,9 @@ std::string lastLines(std::string_view output, std::size_t count) {
     std::size_t end = output.size();
     while (count > 0 && end > 0) {
         const std::size_t start = LineBreaks::lineStart(output, end);
-        const std::string_view line = LineBreaks::trimmedLine(output.substr(start, end - start));
+        // Of a line without end no more is copied than a detail shows, and what tells that it goes on.
+        const std::string_view line = Text::prefix(LineBreaks::trimmedLine(output.substr(start, end - start)),
+                                                   ProbeError::detailLimit + 1);
         if (!line.empty()) {
             joined.insert(0, joined.empty() ? "" : "\n").insert(0, line);
             --count;

@@ -202,7 +202,7 @@ void appendScan(std::string& file, const RecordedScan& scan) {
 } // namespace
 
 std::variant<std::vector<RecordedScan>, Unreadable> decode(std::string_view file) {
-    const std::optional<Json::Value> root = Json::parse(file);
+    const std::optional<Json::Value> root = Json::parse(file, Json::Extent::any);
     if (!root || !root->is_object()) return Unreadable::corrupt;
     const std::optional<std::int64_t> version = Json::integral(Json::member(*root, "version"));
     if (!version) return Unreadable::corrupt;

@@ -17,7 +17,10 @@ namespace {
 
 /// Whether the text is fit for the parser, which has no bound on nesting and takes a NUL byte for the end of
 /// the text. Broken texts may pass; the parser refuses them.
-bool isParserSafe(std::string_view text) {
+bool isParserSafe(std::string_view text, Json::Extent extent) {
+    const bool isBounded = extent == Json::Extent::ofAReport;
+    if (isBounded && text.size() > Json::maximumSize) return false;
+    std::size_t parts = 0;
     int depth = 0;
     bool inString = false;
     for (std::size_t offset = 0; offset < text.size(); ++offset) {
@@ -34,6 +37,11 @@ bool isParserSafe(std::string_view text) {
         case '[':
         case '{':
             if (!inString && ++depth > Json::maximumDepth) return false;
+            if (!inString && isBounded && ++parts > Json::maximumParts) return false;
+            break;
+        case ',':
+        case ':':
+            if (!inString && isBounded && ++parts > Json::maximumParts) return false;
             break;
         case ']':
         case '}':
@@ -138,8 +146,8 @@ private:
 
 } // namespace
 
-std::optional<Json::Value> Json::parse(std::string_view text) {
-    if (!isParserSafe(text)) return std::nullopt;
+std::optional<Json::Value> Json::parse(std::string_view text, Extent extent) {
+    if (!isParserSafe(text, extent)) return std::nullopt;
     if (auto value = parsed(text)) return value;
     const auto mended = Mender(text).mend();
     return mended ? parsed(*mended) : std::nullopt;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -14,10 +15,16 @@ namespace loadscope::Json {
 
 using Value = nlohmann::json;
 
+/// How much of a document is read. Values take many times the memory of their text.
+enum class Extent {
+    ofAReport, ///< up to `maximumSize` bytes and `maximumParts` parts: far more than any tool has to say
+    any        ///< whatever its size: for a file of our own
+};
+
 /// The one JSON document that the whole text holds, or nothing. No comments, no trailing text. Nesting beyond
 /// `maximumDepth` counts as unreadable, so that later recursive uses of the value are safe. An escape of half
 /// a surrogate pair reads as U+FFFD, a number beyond what a double holds as one beyond every integer.
-[[nodiscard]] std::optional<Value> parse(std::string_view text);
+[[nodiscard]] std::optional<Value> parse(std::string_view text, Extent extent = Extent::ofAReport);
 
 /// `parse` after trimming white space, when the top level is an object.
 [[nodiscard]] std::optional<Value> parseObject(std::string_view text);
@@ -32,5 +39,7 @@ using Value = nlohmann::json;
 [[nodiscard]] std::optional<std::int64_t> integral(const Value* value);
 
 constexpr int maximumDepth = 512;
+constexpr std::size_t maximumSize = 16'000'000;
+constexpr std::size_t maximumParts = 500'000; ///< the brackets, commas and colons between strings
 
 } // namespace loadscope::Json

@@ -17,6 +17,8 @@ namespace {
 constexpr std::chrono::seconds readerGrace(1);
 constexpr double noGrace = 0; // an interactive shell ignores the polite request, and has nothing to lose
 
+constexpr std::size_t mostBytesKept = 1'000'000;
+
 constexpr const char* preferred = "/bin/zsh";
 constexpr const char* lastResort = "/bin/sh";
 
@@ -42,7 +44,7 @@ std::optional<Run> run(const std::string& shell, std::vector<std::string> argume
     const auto deadline = std::make_shared<ReaderDeadline>();
     try {
         const RegisteredLaunch launch(child, deadline, noGrace);
-        OutputCollector collector(child->standardOutput(), deadline);
+        OutputCollector collector(child->standardOutput(), deadline, mostBytesKept);
         TimeLimit limit(*child, timeoutSeconds, killGraceSeconds);
         const ChildProcess::Termination termination = child->wait();
         limit.cancel();

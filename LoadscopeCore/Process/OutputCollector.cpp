@@ -9,24 +9,31 @@
 namespace loadscope {
 namespace {
 
-/// What a tool that prints without end may take of the memory. What comes after it is read and dropped: the
-/// tool must not stall, and no report is as long.
-constexpr std::size_t mostBytesKept = std::size_t{1} << 30;
+/// A text that reaches this gets all the room that it may ever need: a growing one lies in the memory twice
+/// whenever it moves, while room that is not written to costs nothing.
+constexpr std::size_t longText = std::size_t{1} << 20;
 
 } // namespace
 
 OutputCollector::OutputCollector(const FileDescriptor& pipe, std::shared_ptr<ReaderDeadline> deadline,
-                                 PipeDrain::Sink onChunk)
-    : deadline_(std::move(deadline)) {
+                                 std::size_t mostBytesKept, PipeDrain::Sink onChunk)
+    : deadline_(std::move(deadline)), mostBytesKept_(mostBytesKept) {
     FileDescriptor own = pipe.duplicate();
     if (!own.isOpen()) return;
     thread_ = std::thread([this, own = std::move(own), onChunk = std::move(onChunk)]() mutable {
         const auto append = [&](std::span<const char> chunk) {
             if (onChunk) onChunk(chunk);
-            bytes_.append(chunk.data(), std::min(chunk.size(), mostBytesKept - bytes_.size()));
+            keep(chunk);
         };
         timedOut_ = PipeDrain::run(std::move(own), *deadline_, append);
     });
+}
+
+void OutputCollector::keep(std::span<const char> chunk) {
+    const std::size_t size = std::min(chunk.size(), mostBytesKept_ - bytes_.size());
+    if (bytes_.size() + size > std::max(bytes_.capacity(), longText)) bytes_.reserve(mostBytesKept_);
+    bytes_.append(chunk.data(), size);
+    hasDropped_ = hasDropped_ || size < chunk.size();
 }
 
 OutputCollector::~OutputCollector() {

@@ -20,8 +20,8 @@ namespace loadscope::ReadinessChecker {
 
 namespace {
 
-constexpr ProbeRunner::Limits statusLimits{10, 0.5, 0.5};
-constexpr ProbeRunner::Limits versionLimits{5, 0.5, 0.5};
+constexpr ProbeRunner::Limits statusLimits{10, 0.5, 0.5, ProbeRunner::fewBytesKept};
+constexpr ProbeRunner::Limits versionLimits{5, 0.5, 0.5, ProbeRunner::fewBytesKept};
 
 std::optional<std::string> findClaude() {
     try {

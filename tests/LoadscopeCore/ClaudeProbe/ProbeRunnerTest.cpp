@@ -251,6 +251,7 @@ TEST_F(ProbeRunnerTest, AsksOnlyForTheReportInTheRepository) {
 TEST_F(ProbeRunnerTest, TellsATimeOutFromOutputThatStillCounts) {
     const std::string good = resultObject("Tokens: 1 / 2");
     const std::string holdPipe = "\nsleep 3 &";
+    const std::string endItself = "\ntrap 'exit 0' TERM; while :; do sleep 0.01; done";
     struct Case {
         std::string output;
         std::string script;
@@ -259,13 +260,29 @@ TEST_F(ProbeRunnerTest, TellsATimeOutFromOutputThatStillCounts) {
     };
     const std::vector<Case> cases{{good, printAnswer + "\nexec sleep 60", 0.3, "timedOut"},
                                   {good, printAnswer + holdPipe, 50, "contextCommand: 1 of 2 with 0 row"},
-                                  {good.substr(0, 20), printAnswer + holdPipe, 50, "timedOut"}};
+                                  {good.substr(0, 20), printAnswer + holdPipe, 50, "timedOut"},
+                                  {good, printAnswer + endItself, 0.3, "contextCommand: 1 of 2 with 0 row"},
+                                  {good.substr(0, 20), printAnswer + endItself, 0.3, "timedOut"}};
     for (const auto& [output, script, timeout, expected] : cases) {
         writeFile(home.path("answer"), output);
         scriptClaude(script);
         runner.limits.timeoutSeconds = timeout;
         EXPECT_EQ(summary(run()), expected) << script;
     }
+}
+
+TEST_F(ProbeRunnerTest, SaysSoWhenTheOutputWasTooMuch) {
+    writeFile(home.path("answer"), resultObject("Tokens: 1 / 2"));
+    scriptClaude(printAnswer);
+    runner.limits.mostBytesKept = 20;
+    const auto outcome = run();
+    ASSERT_TRUE(std::holds_alternative<ProbeError>(outcome));
+    EXPECT_EQ(std::get<ProbeError>(outcome).detail(),
+              "The tool printed more than 64 MB, which is too much to be read. It begins with:\n"
+              "{\"is_error\":false,\"s");
+    scriptClaude(printAnswer + "\necho a long complaint, which nobody needs >&2");
+    runner.limits.mostBytesKept = 100;
+    EXPECT_EQ(summary(run()), "contextCommand: 1 of 2 with 0 row");
 }
 
 TEST_F(ProbeRunnerTest, EndsTheToolWhenCancelled) {

@@ -63,6 +63,18 @@ TEST(TranscriptReader, TakesTheFirstUsableAssistantLine) {
     }
 }
 
+TEST(TranscriptReader, PassesOverLinesThatAreTooLong) {
+    const TemporaryFolder folder;
+    const auto line = [](const std::string& tokens) {
+        return R"({"type":"assistant","message":{"usage":{"input_tokens":)" + tokens + "}}}\n";
+    };
+    const std::string spaces(Json::maximumSize + 100'000, ' ');
+    const std::string path = writeFile(folder.path("long"), spaces + line("1") + line("2"));
+    EXPECT_EQ(TranscriptReader::firstAssistantUsageAtPath(path), (ProbeUsage{2, 0, 0, 0}));
+    writeFile(path, spaces + spaces + "{");
+    EXPECT_EQ(TranscriptReader::firstAssistantUsageAtPath(path), std::nullopt);
+}
+
 TEST(TranscriptReader, ReadsNothingButRegularFiles) {
     const TemporaryFolder folder;
     const std::string file = writeFile(folder.path("file"), assistantLine(R"({"input_tokens":7})"));

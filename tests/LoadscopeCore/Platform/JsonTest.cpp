@@ -55,6 +55,21 @@ TEST(Json, ReadsWhatAParserRefusesAlthoughTheGrammarAllowsIt) {
         EXPECT_FALSE(Json::parse(text)) << text;
 }
 
+TEST(Json, ReadsNoMoreThanAnyReportHas) {
+    const auto array = [](std::size_t commas) {
+        std::string text = "[\",,,,\",0";
+        for (std::size_t count = 1; count < commas; ++count)
+            text += ",0";
+        return text + "]";
+    };
+    EXPECT_TRUE(Json::parse(array(Json::maximumParts - 1)));
+    EXPECT_FALSE(Json::parse(array(Json::maximumParts)));
+    EXPECT_TRUE(Json::parse(array(Json::maximumParts), Json::Extent::any));
+    const std::string longest = '"' + std::string(Json::maximumSize - 2, 'x') + '"';
+    EXPECT_TRUE(Json::parse(longest));
+    EXPECT_FALSE(Json::parse(longest + ' '));
+}
+
 TEST(Json, ReadsMembersOnlyOfObjects) {
     const auto object = Json::parseObject(" \u00a0{\"o\":{\"n\":1},\"a\":[],\"z\":null}\r\n");
     ASSERT_TRUE(object);

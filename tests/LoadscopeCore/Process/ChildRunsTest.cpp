@@ -92,6 +92,7 @@ TEST_F(ChildRuns, CollectWhatTheChildWritesAndHowItEnded) {
         {"exit status", {"exit", "42"}, 42, 0, 0},
         {"10 MB", {"flood", "10000000"}, 0, 10'000'000, 0},
         {"both streams at full speed", {"flood-both", "64000000"}, 0, 64'000'000, 64'000'000},
+        {"more than is kept", {"flood", "70000000"}, 0, 64'000'000, 0},
         {"an error stream that is not UTF-8 reads as empty", {"invalid-error"}, 0, 4, 0},
         {"outputs closed long before the end", {"close-and-live"}, 7, 0, 0},
     };
@@ -101,6 +102,20 @@ TEST_F(ChildRuns, CollectWhatTheChildWritesAndHowItEnded) {
         EXPECT_EQ(execution.standardOutput.size(), c.outputSize) << c.name;
         EXPECT_EQ(execution.standardError.size(), c.errorSize) << c.name;
         EXPECT_FALSE(execution.timedOut || execution.readersTimedOut) << c.name;
+        EXPECT_EQ(execution.hasDropped, c.name == std::string("more than is kept")) << c.name;
+    }
+}
+
+TEST_F(ChildRuns, CutNoCharacterOfAnOutputThatIsTooLong) {
+    const std::vector<std::pair<std::size_t, std::string>> cases{
+        {0, ""}, {1, "a"}, {2, "a"}, {3, "aé"}, {6, "aé"}, {7, "aé𝄞"}, {8, "aé𝄞b"}, {9, "aé𝄞b"}};
+    for (const auto& [size, expected] : cases) {
+        auto limits = patient;
+        limits.mostBytesKept = size;
+        const auto execution = ProbeRunner::execute("/bin/sh", {"-c", "printf %s aé𝄞b"}, "/",
+                                                    ProbeEnvironment::Tool::claude, limits);
+        EXPECT_EQ(execution.standardOutput, expected) << size;
+        EXPECT_EQ(execution.hasDropped, size < 8) << size;
     }
 }
 
