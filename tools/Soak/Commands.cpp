@@ -14,6 +14,9 @@
 namespace loadscope::soak {
 namespace {
 
+/// Of what one command prints.
+constexpr std::size_t mostBytesKept = std::size_t{64} << 20;
+
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds longestRun{8};
@@ -72,8 +75,8 @@ struct Commands::Run {
                  .workingFolder = std::move(folder),
                  .environment = UserFolders::environment()}) {
         child.launch();
-        output.emplace(child.standardOutput(), deadline);
-        errors.emplace(child.standardError(), deadline);
+        output.emplace(child.standardOutput(), deadline, mostBytesKept);
+        errors.emplace(child.standardError(), deadline, mostBytesKept);
     }
 
     [[nodiscard]] bool has(const char* argument) const {
