@@ -81,7 +81,7 @@ bool openReports() {
         view.resize(pageSize);
         view.show();
         settle();
-        const OverviewView::Input input{largestState(), {}, false, false};
+        const OverviewView::Input input{largestState(), {}, false, {}};
         const double time = millisecondsOf([&] {
             view.refresh(input);
             settle();
@@ -148,7 +148,7 @@ bool useReport() {
     OverviewView view;
     view.resize(pageSize);
     view.show();
-    view.refresh({largestState(), {}, false, false});
+    view.refresh({largestState(), {}, false, {}});
     settle();
     auto* page = view.findChild<OverviewReport*>();
     bool holds = expandFiles(*page);
