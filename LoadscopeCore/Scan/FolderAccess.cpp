@@ -54,12 +54,12 @@ std::optional<ProbeError> check(const std::string& repository) {
 }
 
 std::optional<ProbeError> checkDetached(const std::string& repository, const std::stop_token& stop,
-                                        Check check) {
+                                        Check isListed) {
     const auto answer = std::make_shared<Answer>();
     try {
-        std::thread([answer, repository, check] { answer->give(check(repository)); }).detach();
+        std::thread([answer, repository, isListed] { answer->give(isListed(repository)); }).detach();
     } catch (const std::system_error&) { // no thread is to be had
-        return check(repository);
+        return isListed(repository);
     }
     return answer->wait(stop);
 }

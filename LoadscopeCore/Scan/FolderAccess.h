@@ -22,6 +22,6 @@ using Check = std::function<std::optional<ProbeError>(const std::string& reposit
 /// answer, and nothing ends that. Throws `CancellationError` as soon as `stop` is requested, and leaves the
 /// thread to itself then.
 [[nodiscard]] std::optional<ProbeError> checkDetached(const std::string& repository,
-                                                      const std::stop_token& stop, Check check = check);
+                                                      const std::stop_token& stop, Check isListed = check);
 
 } // namespace loadscope::FolderAccess
