@@ -62,20 +62,22 @@ TEST(ProbeEnvironment, HoldsForTheSessionsOfBothTools) {
     set.emplace_back("HOME", home.path());
     for (const Variable& variable : variables)
         set.emplace_back(variable.name, variable.value);
-    // Each runs once more beside the session, to be asked for its version: neither may empty the other's
-    // file.
-    for (const std::string tool : {"claude", "codex"})
-        writeExecutable(home.path(".local/bin/" + tool),
-                        "#!/bin/sh\nenv >\"$HOME/$$\" && mv \"$HOME/$$\" \"$HOME/" + tool + "\"\n");
+    // Each runs once more beside its session, to be asked for its version; the session waits for that.
+    const std::string script = "#!/bin/sh\nenv >\"$HOME/$$\" && mv \"$HOME/$$\" \"$0 $1\"\n"
+                               "until [ -e \"$0 --version\" ]; do sleep 0.01; done\n";
+    for (const char* tool : {"claude", "codex"})
+        writeExecutable(home.path(std::string(".local/bin/") + tool), script);
 
     EXPECT_THROW(ProbeRunner::forUser().run(home.path(), {}, {}), ProbeError) << "it prints no report";
     std::ignore = CodexProbe().run(home.path(), {});
-    const std::string claude = "\n" + readFile(home.path("claude")),
-                      codex = "\n" + readFile(home.path("codex"));
-    for (const auto& [name, value, reachesClaude, reachesCodex] : variables) {
-        const std::string line = std::string("\n") + name + "=" + value + "\n";
-        EXPECT_EQ(claude.find(line) != std::string::npos, reachesClaude) << name;
-        EXPECT_EQ(codex.find(line) != std::string::npos, reachesCodex) << name;
+    for (const char* run : {"claude -p", "claude --version", "codex exec", "codex --version"}) {
+        const std::string environment = "\n" + readFile(home.path(std::string(".local/bin/") + run));
+        const bool isClaude = std::string_view(run).starts_with("claude");
+        for (const auto& [name, value, reachesClaude, reachesCodex] : variables) {
+            const std::string line = std::string("\n") + name + "=" + value + "\n";
+            EXPECT_EQ(environment.find(line) != std::string::npos, isClaude ? reachesClaude : reachesCodex)
+                << name << " and " << run;
+        }
     }
 }
 
