@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/ContentView.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AlertPanel.h"
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/DisplayText.h"
@@ -11,7 +10,8 @@
 #include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
 #include "LoadscopeApp/Sidebar.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeApp/WindowSplitter.h"
 #include "LoadscopeApp/WindowToolbar.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"

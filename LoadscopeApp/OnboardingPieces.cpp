@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/OnboardingPieces.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/BobbingIcon.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

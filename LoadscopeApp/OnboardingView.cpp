@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/OnboardingView.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/SlideCover.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/OnboardingPieces.h"
 #include "LoadscopeApp/OnboardingStepContent.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QHBoxLayout>
 #include <QShortcut>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/TextWidths.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/ScanSetupView.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QFontMetrics>
 #include <QPainter>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/SaveFilePanel.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AlertPanel.h"
 #include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
 
 #include <QFile>

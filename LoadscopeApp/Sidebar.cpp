@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Sidebar.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/PageList.h"
 #include "LoadscopeApp/ScanSetupView.h"
 #include "LoadscopeApp/SidebarRepository.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QPainter>

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/AppStyle.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Pages/OverviewReport.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
+#include "LoadscopeApp/Theme/AppStyle.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 
 #include <QApplication>

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/BarChart.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/DisplayText.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 
 #include <QHelpEvent>

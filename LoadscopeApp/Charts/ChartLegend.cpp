@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ChartLegend.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/TextWidths.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QFontMetricsF>
 #include <QHelpEvent>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ChartPicture.h"
 
-#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QBuffer>
 #include <QFontMetricsF>

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/DonutChart.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QPaintEvent>
 #include <QPainter>

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ScoreGauge.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Geometry/GaugeGeometry.h"
 
 #include <QPainter>

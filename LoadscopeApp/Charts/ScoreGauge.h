@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "LoadscopeApp/ThemeColor.h"
+#include "LoadscopeApp/Theme/ThemeColor.h"
 
 namespace loadscope {
 

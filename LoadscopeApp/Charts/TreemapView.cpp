@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TreemapView.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartTip.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QPaintEvent>
 #include <QPainter>

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TrendChart.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Charts/TrendChartOverlay.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/DisplayText.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/DisplayText.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/AdaptiveRow.h"
 
-#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QStyle>
 #include <QWidget>

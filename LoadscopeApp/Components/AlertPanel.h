@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Components/PushButton.h"
-#include "LoadscopeApp/ThemeColor.h"
+#include "LoadscopeApp/Theme/ThemeColor.h"
 
 #include <QWidget>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/CenteredPanel.h"
 
-#include "LoadscopeApp/AppTheme.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/CollapsibleBody.h"
 
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QEvent>
 #include <QLayout>

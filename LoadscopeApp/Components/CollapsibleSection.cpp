@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QVBoxLayout>
 

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/DisclosureButton.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/DividerLine.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QPainter>
 

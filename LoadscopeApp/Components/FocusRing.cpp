@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/FocusRing.h"
 
-#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/ThemeColor.h"
+#include "LoadscopeApp/Theme/ThemeColor.h"
 
 #include <QObject>
 #include <QRectF>

@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 
 #include <QHBoxLayout>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/Icon.h"
 
-#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QPainter>
 #include <QPixmapCache>

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/LinkButton.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QDesktopServices>
 #include <QFontMetrics>

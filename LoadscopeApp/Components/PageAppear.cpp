@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/PageAppear.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QEvent>
 #include <QPainter>

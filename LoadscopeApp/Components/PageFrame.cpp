@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Components/PageAppear.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

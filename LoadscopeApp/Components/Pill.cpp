@@ -8,7 +8,7 @@
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/TextWidths.h"
 #include "LoadscopeApp/Components/WholeSelection.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>

@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QFontMetrics>
 #include <QPainter>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QPushButton>
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/ReportSurface.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QPainter>
 #include <QVBoxLayout>

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/RowButton.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QPainter>
 #include <QVBoxLayout>

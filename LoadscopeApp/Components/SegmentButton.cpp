@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/SegmentButton.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QFontMetrics>
 #include <QPainter>

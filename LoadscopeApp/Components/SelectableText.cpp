@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/SelectableText.h"
 
 #include "LoadscopeApp/Components/FocusRing.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QPainter>
 #include <QScrollBar>

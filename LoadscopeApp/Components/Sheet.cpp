@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/Sheet.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/SlideCover.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Picture.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QPainter>
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/StateIcon.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Icon.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/MeasuredHeights.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QLabel>
 

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/ToggleSwitch.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QFontMetrics>
 #include <QPainter>

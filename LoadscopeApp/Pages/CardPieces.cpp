@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Components/DividerLine.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

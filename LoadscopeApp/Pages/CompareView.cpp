@@ -11,7 +11,7 @@
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Pages/Compare/CombinedCard.h"
 #include "LoadscopeApp/Pages/Compare/LeaderboardCard.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include <QVBoxLayout>

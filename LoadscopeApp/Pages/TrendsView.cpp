@@ -12,7 +12,7 @@
 #include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"
 #include "LoadscopeApp/Pages/Trends/SummaryCard.h"
 #include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QVBoxLayout>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/AppTheme.h"
-#include "LoadscopeApp/DesktopAppearance.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/DesktopAppearance.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 

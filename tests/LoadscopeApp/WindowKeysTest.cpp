@@ -3,7 +3,7 @@
 // What keys do in the whole window, and where the keyboard is afterwards.
 #include "LoadscopeApp/PageList.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 #include "tests/Support/HistoryRecords.h"
 

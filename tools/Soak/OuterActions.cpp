@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/Soak/Actions.h"
 
-#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 namespace loadscope::soak {
 namespace {

@@ -3,10 +3,10 @@
 // Drives the real window and the real command through random actions in a temporary home folder, with
 // stand-ins that misbehave at random, and ends with 1 as soon as something is wrong:
 // LoadscopeSoak [--seconds N] [--actions N] [--seed S]
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/AppStyle.h"
 #include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Theme/AppStyle.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 #include "tools/Soak/Journal.h"
 #include "tools/Soak/Soak.h"
 

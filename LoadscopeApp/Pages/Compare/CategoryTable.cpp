@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QClipboard>
 #include <QFontMetricsF>

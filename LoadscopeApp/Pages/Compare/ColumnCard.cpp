@@ -11,7 +11,7 @@
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 
 #include <QClipboard>

@@ -10,7 +10,7 @@
 #include "LoadscopeApp/Components/TrendPill.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 

@@ -12,7 +12,7 @@
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
 #include "LoadscopeApp/Pages/Report/MethodologyCard.h"
 #include "LoadscopeApp/Pages/Report/ReportSection.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportExport.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Components/PushButton.h"
@@ -10,7 +9,8 @@
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
 #include <QBuffer>

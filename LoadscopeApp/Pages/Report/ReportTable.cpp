@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/SelectionLine.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QPainter>
 

@@ -8,7 +8,7 @@
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
 #include <QHBoxLayout>

@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/SaveFilePanel.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 
 #include <QHBoxLayout>

@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/DisplayText.h"
-#include "LoadscopeApp/ThemeMetrics.h"
+#include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
 #include <QVBoxLayout>

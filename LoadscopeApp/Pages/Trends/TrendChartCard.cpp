@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
@@ -10,6 +9,7 @@
 #include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/SaveFilePanel.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QHBoxLayout>
 

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Charts/BandMeter.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartTip.h"
@@ -9,6 +8,7 @@
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "LoadscopeApp/Pages/Report/SelectionLine.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/AppStyle.h"
+#include "LoadscopeApp/Theme/AppStyle.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/AppStyle.h"
+#include "LoadscopeApp/Theme/AppStyle.h"
 
-#include "LoadscopeApp/AppTheme.h"
 #include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QPainter>
 #include <QStyleOptionSlider>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/ThemeColor.h"
+#include "LoadscopeApp/Theme/ThemeColor.h"
 
 #include <algorithm>
 #include <array>

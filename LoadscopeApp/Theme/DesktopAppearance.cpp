@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/DesktopAppearance.h"
+#include "LoadscopeApp/Theme/DesktopAppearance.h"
 
-#include "LoadscopeApp/AppTheme.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusPendingCallWatcher>
