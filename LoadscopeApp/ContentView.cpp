@@ -4,12 +4,12 @@
 
 #include "LoadscopeApp/Components/AlertPanel.h"
 #include "LoadscopeApp/Components/Sheet.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/OnboardingView.h"
 #include "LoadscopeApp/Pages/CompareView.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
 #include "LoadscopeApp/Sidebar.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeApp/WindowSplitter.h"

@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/SegmentButton.h"
 #include "LoadscopeApp/Components/TextField.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 
 #include <QButtonGroup>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/OnboardingPieces.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 

@@ -4,9 +4,9 @@
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/StateIcon.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/OnboardingPieces.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QScrollArea>
 #include <QVBoxLayout>

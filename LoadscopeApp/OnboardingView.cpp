@@ -5,9 +5,9 @@
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/SlideCover.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/OnboardingPieces.h"
 #include "LoadscopeApp/OnboardingStepContent.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QHBoxLayout>

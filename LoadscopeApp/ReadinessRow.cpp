@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/Components/TextWidths.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/ScanSetupView.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/ReadingText.h"
+#include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QFontMetrics>

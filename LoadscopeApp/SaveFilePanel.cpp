@@ -3,7 +3,7 @@
 #include "LoadscopeApp/SaveFilePanel.h"
 
 #include "LoadscopeApp/Components/AlertPanel.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
 

@@ -3,10 +3,10 @@
 #include "LoadscopeApp/Sidebar.h"
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/PageList.h"
 #include "LoadscopeApp/ScanSetupView.h"
 #include "LoadscopeApp/SidebarRepository.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Scan/ScanModel.h"

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/SidebarRepository.h"
 
-#include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/SelectableText.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/ElidedLabel.h"
+#include "LoadscopeApp/Text/SelectableText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

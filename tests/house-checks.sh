@@ -80,7 +80,7 @@ none 'no colour outside the theme' grep -rnE "${code[@]}" --exclude='ThemeColor.
     'QColor\([^)Q:]*[0-9"]|Qt::(black|white|red|green|blue|yellow|cyan|magenta|gray|(dark|light)[A-Z][a-z]+)\b|"#[0-9A-Fa-f]{3,8}"|QColorConstants|setNamedColor' LoadscopeApp
 none 'labels are made by TextLabel, which shows markup as it is' grep -rnE "${code[@]}" --exclude='TextLabel.*' \
     'new QLabel|QLabel [a-z]+[({;]|public QLabel|QMessageBox|QErrorMessage' LoadscopeApp
-none 'TextLabel holds every text for plain' grep -L 'setTextFormat(Qt::PlainText)' LoadscopeApp/Components/TextLabel.cpp
+none 'TextLabel holds every text for plain' grep -L 'setTextFormat(Qt::PlainText)' LoadscopeApp/Text/TextLabel.cpp
 none 'nothing is shown as markup' grep -rnE "${code[@]}" 'setHtml|setMarkdown|insertHtml|QTextBrowser|Qt::(RichText|AutoText|MarkdownText)' LoadscopeApp
 none 'tool tips go through PlainToolTip' grep -rlPz "${code[@]}" --exclude='PlainToolTip.*' \
     'QToolTip::showText|setToolTip\((?!\s*PlainToolTip::escaped)' LoadscopeApp

@@ -3,10 +3,10 @@
 #include "LoadscopeApp/Charts/BandMeter.h"
 
 #include "LoadscopeApp/Charts/ChartShapes.h"
-#include "LoadscopeApp/Components/NumberLabel.h"
-#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Geometry/Motion.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"

@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
-#include "LoadscopeApp/Components/TextWidths.h"
+#include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QFontMetricsF>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ChartShapes.h"
 
-#include "LoadscopeApp/Components/NumberLabel.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
 
 #include <QFontMetricsF>
 

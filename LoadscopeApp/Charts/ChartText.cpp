@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ChartText.h"
 
-#include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/Components/TextWidths.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/ReadingText.h"
+#include "LoadscopeApp/Text/TextWidths.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

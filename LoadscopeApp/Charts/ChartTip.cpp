@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Charts/ChartTip.h"
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

@@ -4,9 +4,9 @@
 
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/NumberLabel.h"
-#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Geometry/GaugeGeometry.h"
 

@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartTip.h"
 #include "LoadscopeApp/Components/FocusRing.h"
-#include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

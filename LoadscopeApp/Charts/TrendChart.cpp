@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Charts/TrendChartOverlay.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 #include "LoadscopeApp/Components/FocusRing.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

@@ -3,9 +3,9 @@
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 
 #include "LoadscopeApp/Charts/ChartText.h"
-#include "LoadscopeApp/Components/NumberLabel.h"
-#include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

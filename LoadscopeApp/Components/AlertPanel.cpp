@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/AlertPanel.h"
 
-#include "LoadscopeApp/Components/SelectableText.h"
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/Components/StateIcon.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/SelectableText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

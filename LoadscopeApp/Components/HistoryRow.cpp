@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/HistoryRow.h"
 
-#include "LoadscopeApp/Components/ElidedLabel.h"
-#include "LoadscopeApp/Components/NumberLabel.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/ElidedLabel.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 

@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PageAppear.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>

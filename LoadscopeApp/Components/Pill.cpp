@@ -5,9 +5,9 @@
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
-#include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/Components/TextWidths.h"
-#include "LoadscopeApp/Components/WholeSelection.h"
+#include "LoadscopeApp/Text/ReadingText.h"
+#include "LoadscopeApp/Text/TextWidths.h"
+#include "LoadscopeApp/Text/WholeSelection.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QFontMetrics>

@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
-#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QFontMetrics>

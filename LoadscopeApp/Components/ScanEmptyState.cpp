@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/StateIcon.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QVBoxLayout>
 

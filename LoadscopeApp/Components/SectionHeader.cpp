@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/SectionHeader.h"
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QVBoxLayout>
 

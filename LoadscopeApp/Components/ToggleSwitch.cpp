@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Components/ToggleSwitch.h"
 
 #include "LoadscopeApp/Components/FocusRing.h"
-#include "LoadscopeApp/Components/ReadingText.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

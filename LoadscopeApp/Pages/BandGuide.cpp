@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Scoring/OpinionBand.h"
 

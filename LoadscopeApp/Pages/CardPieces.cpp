@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Components/DividerLine.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QHBoxLayout>

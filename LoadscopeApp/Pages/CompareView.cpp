@@ -6,11 +6,11 @@
 #include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/BandGuide.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Pages/Compare/CombinedCard.h"
 #include "LoadscopeApp/Pages/Compare/LeaderboardCard.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 

@@ -4,10 +4,10 @@
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PushButton.h"
-#include "LoadscopeApp/Components/SelectableText.h"
 #include "LoadscopeApp/Components/StateIcon.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/SelectableText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QKeyEvent>
 #include <QShortcut>

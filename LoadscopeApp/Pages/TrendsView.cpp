@@ -6,12 +6,12 @@
 #include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 #include "LoadscopeApp/Components/Sheet.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/BandGuide.h"
 #include "LoadscopeApp/Pages/Trends/PreviousRunsCard.h"
 #include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"
 #include "LoadscopeApp/Pages/Trends/SummaryCard.h"
 #include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QVBoxLayout>

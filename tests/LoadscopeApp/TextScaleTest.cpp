@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 // A page that is on screen while the text scale changes is what one made afterwards would be: nothing that
 // was measured before is kept.
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/Components/TextWidths.h"
 #include "LoadscopeApp/Pages/CompareView.h"
+#include "LoadscopeApp/Text/TextLabel.h"
+#include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"
 #include "tests/Support/HistoryRecords.h"

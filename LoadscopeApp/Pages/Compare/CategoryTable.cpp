@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 
-#include "LoadscopeApp/Components/NumberLabel.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
-#include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

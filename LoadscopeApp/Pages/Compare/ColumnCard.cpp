@@ -4,13 +4,13 @@
 
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/ElidedLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 

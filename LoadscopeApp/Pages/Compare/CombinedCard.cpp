@@ -5,8 +5,8 @@
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include <QHBoxLayout>

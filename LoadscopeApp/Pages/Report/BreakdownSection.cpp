@@ -4,12 +4,12 @@
 
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/Report/AdaptivePair.h"
 #include "LoadscopeApp/Pages/Report/NoteLabel.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
-#include "LoadscopeApp/Pages/Report/SelectionLine.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/SelectionLine.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 

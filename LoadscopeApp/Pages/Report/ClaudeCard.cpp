@@ -5,9 +5,9 @@
 #include "LoadscopeApp/Charts/BandMeter.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Icon.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/Report/MetricLine.h"
 #include "LoadscopeApp/Pages/Report/ToolLabel.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 

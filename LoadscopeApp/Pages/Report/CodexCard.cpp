@@ -3,10 +3,10 @@
 #include "LoadscopeApp/Pages/Report/CodexCard.h"
 
 #include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/SelectableText.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/Report/MetricLine.h"
 #include "LoadscopeApp/Pages/Report/ToolLabel.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/SelectableText.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 
 #include "LoadscopeApp/Components/PlainToolTip.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"

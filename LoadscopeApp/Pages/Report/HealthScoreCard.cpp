@@ -5,9 +5,9 @@
 #include "LoadscopeApp/Charts/ScoreGauge.h"
 #include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/Report/AdaptivePair.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
 

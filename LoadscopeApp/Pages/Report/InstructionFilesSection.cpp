@@ -4,9 +4,9 @@
 
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"

@@ -3,9 +3,9 @@
 #include "LoadscopeApp/Pages/Report/MethodologyCard.h"
 
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/Report/NoteLabel.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 

@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/NumberLabel.h"
-#include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 
 #include <QPainter>
 

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Pages/Report/NoteLabel.h"
 
 #include "LoadscopeApp/Components/Icon.h"
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QHBoxLayout>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportTableLayout.h"
 
-#include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
 
 #include <QFontMetricsF>
 #include <QHash>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Pages/Report/LineBreaker.h"
+#include "LoadscopeApp/Text/LineBreaker.h"
 
 #include <QRectF>
 

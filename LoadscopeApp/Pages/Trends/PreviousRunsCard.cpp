@@ -6,8 +6,8 @@
 #include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 

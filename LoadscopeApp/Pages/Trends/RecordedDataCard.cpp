@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Components/MenuButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/SaveFilePanel.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 

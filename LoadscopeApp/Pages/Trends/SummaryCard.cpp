@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Components/AdaptiveRow.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/Components/TextLabel.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 

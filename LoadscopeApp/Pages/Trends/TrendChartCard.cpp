@@ -6,9 +6,9 @@
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
-#include "LoadscopeApp/DisplayText.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/SaveFilePanel.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QHBoxLayout>

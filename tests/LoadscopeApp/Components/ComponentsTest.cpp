@@ -3,15 +3,15 @@
 #include "LoadscopeApp/Components/BobbingIcon.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Components/DisclosureButton.h"
-#include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/PushButton.h"
-#include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/Components/SelectableText.h"
-#include "LoadscopeApp/Components/TextLabel.h"
 #include "LoadscopeApp/Components/TrendPill.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
-#include "LoadscopeApp/DisplayText.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/ElidedLabel.h"
+#include "LoadscopeApp/Text/ReadingText.h"
+#include "LoadscopeApp/Text/SelectableText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QAccessible>
 #include <QEnterEvent>

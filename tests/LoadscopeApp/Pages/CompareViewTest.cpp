@@ -4,11 +4,11 @@
 
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
-#include "LoadscopeApp/Components/ElidedLabel.h"
 #include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
+#include "LoadscopeApp/Text/ElidedLabel.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/Support/HistoryRecords.h"
 

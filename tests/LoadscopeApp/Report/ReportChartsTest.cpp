@@ -7,7 +7,7 @@
 #include "LoadscopeApp/Charts/ScoreGauge.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
-#include "LoadscopeApp/Pages/Report/SelectionLine.h"
+#include "LoadscopeApp/Text/SelectionLine.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"

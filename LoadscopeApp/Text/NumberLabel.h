@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/LineLabel.h"
+#include "LoadscopeApp/Text/LineLabel.h"
 
 class QPainter;
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/MeasuredHeights.h"
+#include "LoadscopeApp/Text/MeasuredHeights.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QLabel>

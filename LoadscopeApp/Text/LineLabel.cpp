@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/LineLabel.h"
+#include "LoadscopeApp/Text/LineLabel.h"
 
 #include "LoadscopeApp/Components/AccessibleTraits.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/SelectableText.h"
+#include "LoadscopeApp/Text/SelectableText.h"
 
 #include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

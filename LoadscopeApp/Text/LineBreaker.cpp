@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/Report/LineBreaker.h"
+#include "LoadscopeApp/Text/LineBreaker.h"
 
 #include <QTextBoundaryFinder>
 #include <QTextLayout>

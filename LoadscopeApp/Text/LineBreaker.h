@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/CharacterWidths.h"
+#include "LoadscopeApp/Text/CharacterWidths.h"
 
 #include <QFontMetricsF>
 

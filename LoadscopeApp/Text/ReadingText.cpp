@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 
 #include <QGuiApplication>
 #include <QPainter>

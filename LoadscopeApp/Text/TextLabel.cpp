@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/TextLabel.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 
-#include "LoadscopeApp/Components/CharacterWidths.h"
-#include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/Components/TextWidths.h"
+#include "LoadscopeApp/Text/CharacterWidths.h"
+#include "LoadscopeApp/Text/ReadingText.h"
+#include "LoadscopeApp/Text/TextWidths.h"
 
 #include <QFontMetrics>
 #include <QPainter>

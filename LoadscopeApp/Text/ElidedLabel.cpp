@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/ElidedLabel.h"
+#include "LoadscopeApp/Text/ElidedLabel.h"
 
 #include "LoadscopeApp/Components/PlainToolTip.h"
-#include "LoadscopeApp/Components/ReadingText.h"
-#include "LoadscopeApp/Components/TextWidths.h"
-#include "LoadscopeApp/Components/WholeSelection.h"
+#include "LoadscopeApp/Text/ReadingText.h"
+#include "LoadscopeApp/Text/TextWidths.h"
+#include "LoadscopeApp/Text/WholeSelection.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/CharacterWidths.h"
+#include "LoadscopeApp/Text/CharacterWidths.h"
 
 #include <QHash>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/WholeSelection.h"
+#include "LoadscopeApp/Text/WholeSelection.h"
 
 #include "LoadscopeApp/Theme/AppTheme.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/TextWidths.h"
+#include "LoadscopeApp/Text/TextWidths.h"
 
 #include <QFontMetricsF>
 #include <QHash>

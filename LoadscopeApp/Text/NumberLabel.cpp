@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/NumberLabel.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
 
-#include "LoadscopeApp/Components/CharacterWidths.h"
-#include "LoadscopeApp/Components/ReadingText.h"
+#include "LoadscopeApp/Text/CharacterWidths.h"
+#include "LoadscopeApp/Text/ReadingText.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
