@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/LoadscopeApp.h"
 
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/ApplicationIcon.h"
 #include "LoadscopeApp/ClosingLimit.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/ContentView.h"
 #include "LoadscopeApp/FolderPanel.h"
 #include "LoadscopeApp/FontPreparation.h"

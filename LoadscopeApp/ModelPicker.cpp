@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/ModelPicker.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/SegmentButton.h"
 #include "LoadscopeApp/Components/TextField.h"
 #include "LoadscopeApp/Text/TextLabel.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/OnboardingStepContent.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/StateIcon.h"
 #include "LoadscopeApp/OnboardingPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"

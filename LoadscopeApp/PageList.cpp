@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/PageList.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/ScanSetupView.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/CollapsibleBody.h"
 #include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/LinkButton.h"

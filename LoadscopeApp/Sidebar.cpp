@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Sidebar.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/PageList.h"
 #include "LoadscopeApp/ScanSetupView.h"
 #include "LoadscopeApp/SidebarRepository.h"

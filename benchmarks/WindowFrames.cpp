@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Pages/OverviewReport.h"
 #include "LoadscopeApp/Pages/OverviewView.h"

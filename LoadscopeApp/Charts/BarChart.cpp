@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/BarChart.h"
 
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartText.h"
-#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ReadingText.h"

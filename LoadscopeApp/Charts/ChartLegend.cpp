@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ChartLegend.h"
 
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/ChartText.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/ChartTip.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

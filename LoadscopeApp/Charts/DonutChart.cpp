@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/DonutChart.h"
 
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
-#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"

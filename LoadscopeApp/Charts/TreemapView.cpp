@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TreemapView.h"
 
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartTip.h"
-#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TrendChart.h"
 
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Charts/TrendChartOverlay.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
-#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

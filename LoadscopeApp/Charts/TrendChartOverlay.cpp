@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TrendChartOverlay.h"
 
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
 
 #include <QPainter>
 

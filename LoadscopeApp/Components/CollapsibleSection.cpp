@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 
+#include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Components/CollapsibleBody.h"
 #include "LoadscopeApp/Components/DisclosureButton.h"
-#include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

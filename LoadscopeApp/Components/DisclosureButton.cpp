@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/DisclosureButton.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"

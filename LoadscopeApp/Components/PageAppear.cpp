@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/PageAppear.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/PageFrame.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PageAppear.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Text/TextLabel.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/PushButton.h"
 
-#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
 #include "LoadscopeApp/Text/ReadingText.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/StateIcon.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 

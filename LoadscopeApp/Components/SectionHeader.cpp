@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/SectionHeader.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QVBoxLayout>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/SegmentButton.h"
 
-#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

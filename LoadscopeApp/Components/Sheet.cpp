@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/Sheet.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"

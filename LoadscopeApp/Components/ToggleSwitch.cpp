@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/ToggleSwitch.h"
 
-#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Components/ValueAnimation.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

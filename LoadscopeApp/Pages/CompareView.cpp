@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/CompareView.h"
 
+#include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Components/AdaptiveRow.h"
-#include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 #include "LoadscopeApp/Pages/BandGuide.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/OverviewPanels.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/StateIcon.h"
 #include "LoadscopeApp/Text/DisplayText.h"

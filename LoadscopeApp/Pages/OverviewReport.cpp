@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/OverviewReport.h"
 
-#include "LoadscopeApp/Components/ReadingOrder.h"
+#include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
 
 #include <QVBoxLayout>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/TrendsView.h"
 
+#include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Components/AlertPanel.h"
-#include "LoadscopeApp/Components/ReadingOrder.h"
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 #include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/Pages/BandGuide.h"

@@ -3,8 +3,8 @@
 // Drives the real window and the real command through random actions in a temporary home folder, with
 // stand-ins that misbehave at random, and ends with 1 as soon as something is wrong:
 // LoadscopeSoak [--seconds N] [--actions N] [--seed S]
-#include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/FocusRing.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Theme/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "tools/Soak/Journal.h"

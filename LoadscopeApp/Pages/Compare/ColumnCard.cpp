@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/BarChart.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
-#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/LeaderboardCard.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/HistoryRow.h"
 #include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ClaudeCard.h"
 
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/BandMeter.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Pages/Report/MetricLine.h"
 #include "LoadscopeApp/Pages/Report/ToolLabel.h"

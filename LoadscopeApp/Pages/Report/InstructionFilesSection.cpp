@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
 
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
-#include "LoadscopeApp/Components/AccessibleTraits.h"
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"

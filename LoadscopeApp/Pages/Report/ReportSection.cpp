@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportSection.h"
 
-#include "LoadscopeApp/Components/AccessibleTraits.h"
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/DividerLine.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Pages/Report/ExportButton.h"

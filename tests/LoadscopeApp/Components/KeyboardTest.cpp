@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 // When the focus shows its ring, and what the keyboard does in charts.
+#include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
-#include "LoadscopeApp/Components/FocusRing.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"
 #include "tests/Support/HistoryRecords.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/ReadingOrder.h"
+#include "LoadscopeApp/Accessibility/ReadingOrder.h"
 
 #include <QGridLayout>
 #include <QScrollArea>
