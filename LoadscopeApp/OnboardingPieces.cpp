@@ -3,8 +3,8 @@
 #include "LoadscopeApp/OnboardingPieces.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/BobbingIcon.h"
 #include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Motion/BobbingIcon.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/PushButton.h"
-#include "LoadscopeApp/Components/SlideCover.h"
+#include "LoadscopeApp/Motion/SlideCover.h"
 #include "LoadscopeApp/OnboardingPieces.h"
 #include "LoadscopeApp/OnboardingStepContent.h"
 #include "LoadscopeApp/Text/DisplayText.h"

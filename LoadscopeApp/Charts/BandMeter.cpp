@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Charts/BandMeter.h"
 
 #include "LoadscopeApp/Charts/ChartShapes.h"
-#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"

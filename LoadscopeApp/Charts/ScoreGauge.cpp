@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
-#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -3,9 +3,9 @@
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
-#include "LoadscopeApp/Components/CollapsibleBody.h"
 #include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Motion/CollapsibleBody.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QVBoxLayout>

@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
-#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

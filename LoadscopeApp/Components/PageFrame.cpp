@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Components/PageFrame.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/PageAppear.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeApp/Motion/PageAppear.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

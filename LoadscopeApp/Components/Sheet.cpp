@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
-#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

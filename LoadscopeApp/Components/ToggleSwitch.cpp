@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/ToggleSwitch.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/Sheet.h"
-#include "LoadscopeApp/Components/SlideCover.h"
+#include "LoadscopeApp/Motion/SlideCover.h"
 #include "tools/Screenshots/HistoryScenes.h"
 #include "tools/Screenshots/Stage.h"
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/BobbingIcon.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
 #include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/TrendPill.h"
-#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Motion/BobbingIcon.h"
+#include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ElidedLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"

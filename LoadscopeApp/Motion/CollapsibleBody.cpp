@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/CollapsibleBody.h"
+#include "LoadscopeApp/Motion/CollapsibleBody.h"
 
-#include "LoadscopeApp/Components/ValueAnimation.h"
+#include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
 #include <QEvent>
