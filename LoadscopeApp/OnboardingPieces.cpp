@@ -3,7 +3,7 @@
 #include "LoadscopeApp/OnboardingPieces.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Motion/BobbingIcon.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/OnboardingStepContent.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/StateIcon.h"
+#include "LoadscopeApp/Icons/StateIcon.h"
 #include "LoadscopeApp/OnboardingPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"

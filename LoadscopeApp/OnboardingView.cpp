@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/OnboardingView.h"
 
-#include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/SlideCover.h"
 #include "LoadscopeApp/OnboardingPieces.h"
 #include "LoadscopeApp/OnboardingStepContent.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/SidebarRepository.h"
 
-#include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ElidedLabel.h"
 #include "LoadscopeApp/Text/SelectableText.h"

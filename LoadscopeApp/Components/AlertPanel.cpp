@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/AlertPanel.h"
 
 #include "LoadscopeApp/Components/Sheet.h"
-#include "LoadscopeApp/Components/StateIcon.h"
+#include "LoadscopeApp/Icons/StateIcon.h"
 #include "LoadscopeApp/Text/SelectableText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 

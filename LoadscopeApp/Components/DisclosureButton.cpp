@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

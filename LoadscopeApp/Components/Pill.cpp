@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Components/Pill.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Text/WholeSelection.h"

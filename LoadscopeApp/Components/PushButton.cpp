@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Components/PushButton.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Components/Icon.h"
 #include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/ScanEmptyState.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/StateIcon.h"
+#include "LoadscopeApp/Icons/StateIcon.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 
 #include <QVBoxLayout>

@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Components/Sheet.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/Picture.h"
 #include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

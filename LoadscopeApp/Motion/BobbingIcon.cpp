@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Motion/BobbingIcon.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QPainter>

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Motion/PageAppear.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/Picture.h"
+#include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

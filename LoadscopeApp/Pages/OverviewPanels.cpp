@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/PushButton.h"
-#include "LoadscopeApp/Components/StateIcon.h"
+#include "LoadscopeApp/Icons/StateIcon.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/SelectableText.h"
 #include "LoadscopeApp/Text/TextLabel.h"

@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/BandMeter.h"
-#include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Pages/Report/MetricLine.h"
 #include "LoadscopeApp/Pages/Report/ToolLabel.h"
 #include "LoadscopeApp/Text/DisplayText.h"

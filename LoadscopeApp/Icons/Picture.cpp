@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/Picture.h"
+#include "LoadscopeApp/Icons/Picture.h"
 
 #include <QWidget>
 

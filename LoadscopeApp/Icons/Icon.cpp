@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/Icon.h"
+#include "LoadscopeApp/Icons/Icon.h"
 
 #include "LoadscopeApp/Theme/AppTheme.h"
 
