@@ -3,8 +3,8 @@
 #include "LoadscopeApp/ModelPicker.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/SegmentButton.h"
-#include "LoadscopeApp/Components/TextField.h"
+#include "LoadscopeApp/Controls/SegmentButton.h"
+#include "LoadscopeApp/Controls/TextField.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 

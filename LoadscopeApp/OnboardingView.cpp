@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/OnboardingView.h"
 
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/SlideCover.h"
 #include "LoadscopeApp/OnboardingPieces.h"

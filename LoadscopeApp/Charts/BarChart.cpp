@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartText.h"
-#include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

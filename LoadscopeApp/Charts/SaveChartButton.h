@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Charts/ChartPicture.h"
-#include "LoadscopeApp/Components/MenuButton.h"
+#include "LoadscopeApp/Controls/MenuButton.h"
 
 #include <functional>
 

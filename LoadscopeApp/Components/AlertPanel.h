@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Theme/ThemeColor.h"
 
 #include <QWidget>

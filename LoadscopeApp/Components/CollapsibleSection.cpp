@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Components/CollapsibleSection.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
-#include "LoadscopeApp/Components/DisclosureButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Motion/CollapsibleBody.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

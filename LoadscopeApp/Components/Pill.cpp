@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Components/Pill.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Text/TextWidths.h"

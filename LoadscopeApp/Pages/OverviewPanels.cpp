@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Pages/OverviewPanels.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Icons/StateIcon.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/SelectableText.h"

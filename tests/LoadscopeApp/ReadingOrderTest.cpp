@@ -3,7 +3,7 @@
 // Assistive technologies and Tab go through each page in the order in which it stands on screen, and say
 // nothing twice.
 #include "LoadscopeApp/Components/CollapsibleSection.h"
-#include "LoadscopeApp/Components/RowButton.h"
+#include "LoadscopeApp/Controls/RowButton.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/DisclosureButton.h"
+#include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 

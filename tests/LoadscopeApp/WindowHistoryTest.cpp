@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/DisclosureButton.h"
-#include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Controls/DisclosureButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Motion/SlideCover.h"
 #include "tools/Screenshots/HistoryScenes.h"
 #include "tools/Screenshots/Stage.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 
-#include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

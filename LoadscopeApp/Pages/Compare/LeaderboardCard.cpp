@@ -4,9 +4,9 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Components/HistoryRow.h"
-#include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
 #include "LoadscopeApp/Components/TrendPill.h"
+#include "LoadscopeApp/Controls/RowButton.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/MenuButton.h"
+#include "LoadscopeApp/Controls/MenuButton.h"
 #include "LoadscopeApp/Pages/Report/ReportExport.h"
 
 #include <functional>

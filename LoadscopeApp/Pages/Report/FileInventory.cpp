@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 
-#include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"

@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Components/CollapsibleSection.h"
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"

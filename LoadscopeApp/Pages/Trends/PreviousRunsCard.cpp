@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Components/HistoryRow.h"
 #include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Controls/RowButton.h"
 #include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"
 
-#include "LoadscopeApp/Components/MenuButton.h"
 #include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Controls/MenuButton.h"
 #include "LoadscopeApp/SaveFilePanel.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

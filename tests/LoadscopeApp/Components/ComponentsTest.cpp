@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Components/CollapsibleSection.h"
-#include "LoadscopeApp/Components/DisclosureButton.h"
-#include "LoadscopeApp/Components/PlainToolTip.h"
-#include "LoadscopeApp/Components/PushButton.h"
 #include "LoadscopeApp/Components/TrendPill.h"
+#include "LoadscopeApp/Controls/DisclosureButton.h"
+#include "LoadscopeApp/Controls/PlainToolTip.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Motion/BobbingIcon.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Text/DisplayText.h"

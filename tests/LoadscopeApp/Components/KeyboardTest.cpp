@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"
 #include "tests/Support/HistoryRecords.h"
 

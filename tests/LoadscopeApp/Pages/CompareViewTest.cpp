@@ -5,7 +5,7 @@
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/RowButton.h"
+#include "LoadscopeApp/Controls/RowButton.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Text/ElidedLabel.h"

@@ -4,9 +4,9 @@
 
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
-#include "LoadscopeApp/Components/PushButton.h"
-#include "LoadscopeApp/Components/RowButton.h"
 #include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Controls/PushButton.h"
+#include "LoadscopeApp/Controls/RowButton.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 #include "tests/Support/HistoryRecords.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/SegmentButton.h"
+#include "LoadscopeApp/Controls/SegmentButton.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Text/ReadingText.h"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/PushButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Controls/ReturnKey.h"
 #include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

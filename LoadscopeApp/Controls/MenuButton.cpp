@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/MenuButton.h"
+#include "LoadscopeApp/Controls/MenuButton.h"
 
 #include <QMenu>
 

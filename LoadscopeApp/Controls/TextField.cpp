@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/TextField.h"
+#include "LoadscopeApp/Controls/TextField.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

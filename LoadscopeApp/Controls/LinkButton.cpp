@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/LinkButton.h"
+#include "LoadscopeApp/Controls/LinkButton.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Components/PlainToolTip.h"
-#include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Controls/PlainToolTip.h"
+#include "LoadscopeApp/Controls/ReturnKey.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

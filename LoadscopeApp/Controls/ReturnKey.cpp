@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Controls/ReturnKey.h"
 
 #include <QAbstractButton>
 #include <QKeyEvent>

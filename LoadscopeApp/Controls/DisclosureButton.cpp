@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/DisclosureButton.h"
+#include "LoadscopeApp/Controls/DisclosureButton.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Components/ReturnKey.h"
+#include "LoadscopeApp/Controls/ReturnKey.h"
 #include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/ToggleSwitch.h"
+#include "LoadscopeApp/Controls/ToggleSwitch.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/PlainToolTip.h"
+#include "LoadscopeApp/Controls/PlainToolTip.h"
 
 #include <QToolTip>
 #include <QWidget>
