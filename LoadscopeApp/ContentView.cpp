@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/ContentView.h"
 
-#include "LoadscopeApp/Components/AlertPanel.h"
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/AlertPanel.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/OnboardingView.h"
 #include "LoadscopeApp/Pages/CompareView.h"
 #include "LoadscopeApp/Pages/OverviewView.h"

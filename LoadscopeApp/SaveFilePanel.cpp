@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/SaveFilePanel.h"
 
-#include "LoadscopeApp/Components/AlertPanel.h"
+#include "LoadscopeApp/Cards/AlertPanel.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"

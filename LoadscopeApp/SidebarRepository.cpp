@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/SidebarRepository.h"
 
-#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Icons/Icon.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ElidedLabel.h"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
-#include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Pages/OverviewReport.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/BandGuide.h"
 
-#include "LoadscopeApp/Components/CollapsibleSection.h"
-#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"

@@ -3,9 +3,9 @@
 #include "LoadscopeApp/Pages/CompareView.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
-#include "LoadscopeApp/Components/AdaptiveRow.h"
-#include "LoadscopeApp/Components/ReportSurface.h"
-#include "LoadscopeApp/Components/ScanEmptyState.h"
+#include "LoadscopeApp/Cards/AdaptiveRow.h"
+#include "LoadscopeApp/Cards/ReportSurface.h"
+#include "LoadscopeApp/Cards/ScanEmptyState.h"
 #include "LoadscopeApp/Pages/BandGuide.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Pages/Compare/CombinedCard.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/CenteredPanel.h"
+#include "LoadscopeApp/Cards/CenteredPanel.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 
 #include <QTimer>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/OverviewView.h"
 
-#include "LoadscopeApp/Components/ScanEmptyState.h"
+#include "LoadscopeApp/Cards/ScanEmptyState.h"
 #include "LoadscopeApp/Pages/OverviewPanels.h"
 #include "LoadscopeApp/Pages/OverviewReport.h"
 

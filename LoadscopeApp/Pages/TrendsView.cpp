@@ -3,9 +3,9 @@
 #include "LoadscopeApp/Pages/TrendsView.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
-#include "LoadscopeApp/Components/AlertPanel.h"
-#include "LoadscopeApp/Components/ScanEmptyState.h"
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/AlertPanel.h"
+#include "LoadscopeApp/Cards/ScanEmptyState.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Pages/BandGuide.h"
 #include "LoadscopeApp/Pages/Trends/PreviousRunsCard.h"
 #include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/PageFrame.h"
+#include "LoadscopeApp/Cards/PageFrame.h"
 #include "LoadscopeCore/History/HistoryActivity.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/OnboardingView.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 // Assistive technologies and Tab go through each page in the order in which it stands on screen, and say
 // nothing twice.
-#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Controls/RowButton.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"

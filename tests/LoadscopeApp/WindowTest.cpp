@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/AppPage.h"
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/SettingsStore.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"

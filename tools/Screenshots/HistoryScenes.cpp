@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "tools/Screenshots/HistoryScenes.h"
 
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
-#include "LoadscopeApp/Components/CollapsibleSection.h"
-#include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
 #include "tools/Screenshots/HistoryBuilder.h"

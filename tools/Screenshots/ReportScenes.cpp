@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
-#include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Pages/OverviewReport.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tools/Screenshots/Stage.h"

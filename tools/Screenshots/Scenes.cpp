@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Motion/SlideCover.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/Soak/LiveWindow.h"
 
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/FolderPanel.h"
 #include "tools/Soak/Journal.h"
 

@@ -3,9 +3,9 @@
 #include "tools/Soak/Actions.h"
 #include "tools/Soak/Waiting.h"
 
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Charts/MarkedWidget.h"
-#include "LoadscopeApp/Components/CollapsibleSection.h"
-#include "LoadscopeApp/Components/Sheet.h"
 
 #include <QAbstractButton>
 #include <QApplication>

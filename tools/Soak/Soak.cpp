@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/Soak/Soak.h"
 
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "tools/Soak/Journal.h"
 #include "tools/Soak/Waiting.h"
 

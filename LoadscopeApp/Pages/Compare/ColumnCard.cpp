@@ -4,9 +4,9 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
+#include "LoadscopeApp/Cards/CardPieces.h"
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Charts/BarChart.h"
-#include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ElidedLabel.h"

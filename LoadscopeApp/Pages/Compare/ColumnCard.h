@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 namespace loadscope {

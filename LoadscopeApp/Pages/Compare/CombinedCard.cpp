@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/CombinedCard.h"
 
+#include "LoadscopeApp/Cards/CardPieces.h"
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
-#include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
 
+#include "LoadscopeApp/Cards/AdaptivePair.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
-#include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/Pages/Report/AdaptivePair.h"
 #include "LoadscopeApp/Pages/Report/NoteLabel.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "LoadscopeApp/Text/DisplayText.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/CodexCard.h"
 
-#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Pages/Report/MetricLine.h"
 #include "LoadscopeApp/Pages/Report/ToolLabel.h"
 #include "LoadscopeApp/Text/DisplayText.h"

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/HealthScoreCard.h"
 
+#include "LoadscopeApp/Cards/AdaptivePair.h"
+#include "LoadscopeApp/Cards/Pill.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Charts/ScoreGauge.h"
-#include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/SectionHeader.h"
-#include "LoadscopeApp/Pages/Report/AdaptivePair.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/MethodologyCard.h"
 
-#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Pages/Report/NoteLabel.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
 
-#include "LoadscopeApp/Components/PageFrame.h"
-#include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Pages/Report/AdaptivePair.h"
+#include "LoadscopeApp/Cards/AdaptivePair.h"
+#include "LoadscopeApp/Cards/PageFrame.h"
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
 #include "LoadscopeApp/Pages/Report/ClaudeCard.h"
 #include "LoadscopeApp/Pages/Report/CodexCard.h"

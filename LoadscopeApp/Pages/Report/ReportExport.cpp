@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportExport.h"
 
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
-#include "LoadscopeApp/Components/CollapsibleSection.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Pages/Report/ReportSection.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/DividerLine.h"
+#include "LoadscopeApp/Cards/DividerLine.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
 #include "LoadscopeApp/Text/DisplayText.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeCore/Report/ScanReport.h"
 
 #include <memory>

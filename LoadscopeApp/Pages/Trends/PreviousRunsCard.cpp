@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/PreviousRunsCard.h"
 
-#include "LoadscopeApp/Components/HistoryRow.h"
-#include "LoadscopeApp/Components/Pill.h"
-#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Cards/CardPieces.h"
+#include "LoadscopeApp/Cards/HistoryRow.h"
+#include "LoadscopeApp/Cards/Pill.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Controls/RowButton.h"
-#include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"
 
-#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Controls/MenuButton.h"
 #include "LoadscopeApp/SaveFilePanel.h"
 #include "LoadscopeApp/Text/DisplayText.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/SummaryCard.h"
 
-#include "LoadscopeApp/Components/AdaptiveRow.h"
-#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Cards/AdaptiveRow.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

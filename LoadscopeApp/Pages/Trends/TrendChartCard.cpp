@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
 
+#include "LoadscopeApp/Cards/CardPieces.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
-#include "LoadscopeApp/Pages/CardPieces.h"
 #include "LoadscopeApp/SaveFilePanel.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

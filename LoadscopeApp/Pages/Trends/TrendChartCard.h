@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeApp/Charts/ChartPicture.h"
-#include "LoadscopeApp/Components/ReportSurface.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
 #include <memory>

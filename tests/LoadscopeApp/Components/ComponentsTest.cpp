@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/CollapsibleSection.h"
-#include "LoadscopeApp/Components/TrendPill.h"
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
+#include "LoadscopeApp/Cards/TrendPill.h"
 #include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Controls/PushButton.h"

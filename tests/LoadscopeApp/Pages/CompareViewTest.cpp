@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/CompareView.h"
 
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
-#include "LoadscopeApp/Components/Pill.h"
 #include "LoadscopeApp/Controls/RowButton.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/TrendsView.h"
 
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
-#include "LoadscopeApp/Components/Sheet.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Controls/RowButton.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/AdaptiveRow.h"
+#include "LoadscopeApp/Cards/AdaptiveRow.h"
 
 #include "LoadscopeApp/Theme/AppTheme.h"
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/PageFrame.h"
+#include "LoadscopeApp/Cards/PageFrame.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeApp/Motion/PageAppear.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

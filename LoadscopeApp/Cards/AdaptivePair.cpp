@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/Report/AdaptivePair.h"
+#include "LoadscopeApp/Cards/AdaptivePair.h"
 
 #include "LoadscopeApp/Theme/AppTheme.h"
 

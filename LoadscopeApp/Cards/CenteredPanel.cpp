@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/CenteredPanel.h"
+#include "LoadscopeApp/Cards/CenteredPanel.h"
 
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

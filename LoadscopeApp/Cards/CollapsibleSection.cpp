@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/CollapsibleSection.h"
+#include "LoadscopeApp/Cards/CollapsibleSection.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
-#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Motion/CollapsibleBody.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/TrendPill.h"
+#include "LoadscopeApp/Cards/TrendPill.h"
 
 #include "LoadscopeApp/Text/DisplayText.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Cards/Pill.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Controls/PlainToolTip.h"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/CardPieces.h"
+#include "LoadscopeApp/Cards/CardPieces.h"
 
-#include "LoadscopeApp/Components/DividerLine.h"
-#include "LoadscopeApp/Components/SectionHeader.h"
+#include "LoadscopeApp/Cards/DividerLine.h"
+#include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 

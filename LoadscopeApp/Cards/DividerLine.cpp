@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/DividerLine.h"
+#include "LoadscopeApp/Cards/DividerLine.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/ScanEmptyState.h"
+#include "LoadscopeApp/Cards/ScanEmptyState.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Icons/StateIcon.h"

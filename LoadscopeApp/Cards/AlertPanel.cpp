@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/AlertPanel.h"
+#include "LoadscopeApp/Cards/AlertPanel.h"
 
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Icons/StateIcon.h"
 #include "LoadscopeApp/Text/SelectableText.h"
 #include "LoadscopeApp/Text/TextLabel.h"

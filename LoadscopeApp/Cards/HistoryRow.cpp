@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/HistoryRow.h"
+#include "LoadscopeApp/Cards/HistoryRow.h"
 
 #include "LoadscopeApp/Text/ElidedLabel.h"
 #include "LoadscopeApp/Text/NumberLabel.h"

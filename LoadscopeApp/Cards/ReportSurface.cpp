@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeApp/Cards/ReportSurface.h"
 
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

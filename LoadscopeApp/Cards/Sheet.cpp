@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Components/Sheet.h"
+#include "LoadscopeApp/Cards/Sheet.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Components/ReportSurface.h"
+#include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Components/Pill.h"
+#include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeCore/Presentation/HistoryTexts.h"
 
 namespace loadscope {
