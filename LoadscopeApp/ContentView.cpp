@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Cards/AlertPanel.h"
 #include "LoadscopeApp/Cards/Sheet.h"
-#include "LoadscopeApp/OnboardingView.h"
+#include "LoadscopeApp/Onboarding/OnboardingView.h"
 #include "LoadscopeApp/Pages/CompareView.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/Pages/TrendsView.h"

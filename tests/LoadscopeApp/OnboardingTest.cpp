@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Cards/Sheet.h"
-#include "LoadscopeApp/OnboardingView.h"
+#include "LoadscopeApp/Onboarding/OnboardingView.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 
 #include <QTest>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/OnboardingStepContent.h"
+#include "LoadscopeApp/Onboarding/OnboardingStepContent.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Icons/StateIcon.h"
-#include "LoadscopeApp/OnboardingPieces.h"
+#include "LoadscopeApp/Onboarding/OnboardingPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/OnboardingView.h"
+#include "LoadscopeApp/Onboarding/OnboardingView.h"
 
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/SlideCover.h"
-#include "LoadscopeApp/OnboardingPieces.h"
-#include "LoadscopeApp/OnboardingStepContent.h"
+#include "LoadscopeApp/Onboarding/OnboardingPieces.h"
+#include "LoadscopeApp/Onboarding/OnboardingStepContent.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
