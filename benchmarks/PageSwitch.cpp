@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/ContentView.h"
 #include "LoadscopeApp/QtUIThread.h"
 #include "LoadscopeApp/Theme/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/ContentView.h"
 #include "LoadscopeApp/QtUIThread.h"
+#include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "tests/LoadscopeApp/Support/FakeTools.h"
 

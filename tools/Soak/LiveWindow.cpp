@@ -3,7 +3,7 @@
 #include "tools/Soak/LiveWindow.h"
 
 #include "LoadscopeApp/Cards/Sheet.h"
-#include "LoadscopeApp/FolderPanel.h"
+#include "LoadscopeApp/Window/FolderPanel.h"
 #include "tools/Soak/Journal.h"
 
 #include <QAbstractButton>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/ContentView.h"
 #include "LoadscopeApp/QtUIThread.h"
 #include "LoadscopeApp/SettingsStore.h"
+#include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 #include "tools/Soak/Dice.h"

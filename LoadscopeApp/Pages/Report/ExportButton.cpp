@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
 
-#include "LoadscopeApp/SaveFilePanel.h"
+#include "LoadscopeApp/Window/SaveFilePanel.h"
 
 #include <QFileInfo>
 #include <QMenu>

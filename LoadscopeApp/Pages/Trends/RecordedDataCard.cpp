@@ -4,9 +4,9 @@
 
 #include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Controls/MenuButton.h"
-#include "LoadscopeApp/SaveFilePanel.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeApp/Window/SaveFilePanel.h"
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 
 #include <QHBoxLayout>

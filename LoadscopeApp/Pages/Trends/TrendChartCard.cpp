@@ -7,9 +7,9 @@
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
-#include "LoadscopeApp/SaveFilePanel.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeApp/Window/SaveFilePanel.h"
 
 #include <QHBoxLayout>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/SidebarRepository.h"
+#include "LoadscopeApp/Window/SidebarRepository.h"
 
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Icons/Icon.h"

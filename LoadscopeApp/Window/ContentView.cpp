@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/ContentView.h"
+#include "LoadscopeApp/Window/ContentView.h"
 
 #include "LoadscopeApp/Cards/AlertPanel.h"
 #include "LoadscopeApp/Cards/Sheet.h"
@@ -8,12 +8,12 @@
 #include "LoadscopeApp/Pages/CompareView.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
 #include "LoadscopeApp/Pages/TrendsView.h"
-#include "LoadscopeApp/Sidebar.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
-#include "LoadscopeApp/WindowSplitter.h"
-#include "LoadscopeApp/WindowToolbar.h"
+#include "LoadscopeApp/Window/Sidebar.h"
+#include "LoadscopeApp/Window/WindowSplitter.h"
+#include "LoadscopeApp/Window/WindowToolbar.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"

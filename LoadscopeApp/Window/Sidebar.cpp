@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Sidebar.h"
+#include "LoadscopeApp/Window/Sidebar.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/PageList.h"
-#include "LoadscopeApp/ScanSetupView.h"
-#include "LoadscopeApp/SidebarRepository.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeApp/Window/PageList.h"
+#include "LoadscopeApp/Window/ScanSetupView.h"
+#include "LoadscopeApp/Window/SidebarRepository.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QPainter>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/AppPage.h"
+#include "LoadscopeApp/Window/AppPage.h"
 
 namespace loadscope::AppPages {
 

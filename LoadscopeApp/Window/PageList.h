@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/AppPage.h"
+#include "LoadscopeApp/Window/AppPage.h"
 
 #include <QRadioButton>
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 // How a folder that is dropped on the window becomes the selection.
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/ContentView.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QDragEnterEvent>

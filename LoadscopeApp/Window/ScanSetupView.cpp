@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/ScanSetupView.h"
+#include "LoadscopeApp/Window/ScanSetupView.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Controls/DisclosureButton.h"
@@ -8,10 +8,10 @@
 #include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Controls/ToggleSwitch.h"
-#include "LoadscopeApp/ModelPicker.h"
 #include "LoadscopeApp/Motion/CollapsibleBody.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
+#include "LoadscopeApp/Window/ModelPicker.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Scan/ScanModel.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/FolderPanel.h"
+#include "LoadscopeApp/Window/FolderPanel.h"
 
 #include "LoadscopeApp/Theme/AppTheme.h"
 
