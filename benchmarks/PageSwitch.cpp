@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/QtUIThread.h"
+#include "LoadscopeApp/App/QtUIThread.h"
 #include "LoadscopeApp/Theme/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Window/ContentView.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 // What reaches the window's thread from outside: work of other threads, and signals.
-#include "LoadscopeApp/QtUIThread.h"
-#include "LoadscopeApp/TerminationSignals.h"
+#include "LoadscopeApp/App/QtUIThread.h"
+#include "LoadscopeApp/App/TerminationSignals.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 
 #include <QTimer>

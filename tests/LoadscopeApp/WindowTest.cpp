@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeApp/App/SettingsStore.h"
 #include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Pages/OverviewView.h"
-#include "LoadscopeApp/SettingsStore.h"
 #include "LoadscopeApp/Window/AppPage.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"

@@ -3,7 +3,7 @@
 // The whole application, with a hand that presses its button: scans the folder of the command line as soon as
 // that may be done, and closes the window once the report has been recorded, or after a while.
 
-#include "LoadscopeApp/LoadscopeApp.h"
+#include "LoadscopeApp/App/LoadscopeApp.h"
 
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 

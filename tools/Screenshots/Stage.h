@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/QtUIThread.h"
+#include "LoadscopeApp/App/QtUIThread.h"
 #include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "tests/LoadscopeApp/Support/FakeTools.h"

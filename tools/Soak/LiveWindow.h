@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/QtUIThread.h"
-#include "LoadscopeApp/SettingsStore.h"
+#include "LoadscopeApp/App/QtUIThread.h"
+#include "LoadscopeApp/App/SettingsStore.h"
 #include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"

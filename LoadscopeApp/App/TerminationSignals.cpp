@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/TerminationSignals.h"
+#include "LoadscopeApp/App/TerminationSignals.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/QtUIThread.h"
+#include "LoadscopeApp/App/QtUIThread.h"
 
 namespace loadscope {
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/SettingsStore.h"
+#include "LoadscopeApp/App/SettingsStore.h"
 
 #include <QSplitter>
 #include <QWidget>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/ApplicationIcon.h"
+#include "LoadscopeApp/App/ApplicationIcon.h"
 
 #include <QPainter>
 #include <QPixmap>

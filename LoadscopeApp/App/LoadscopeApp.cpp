@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/LoadscopeApp.h"
+#include "LoadscopeApp/App/LoadscopeApp.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/ApplicationIcon.h"
-#include "LoadscopeApp/ClosingLimit.h"
-#include "LoadscopeApp/FontPreparation.h"
-#include "LoadscopeApp/QtUIThread.h"
-#include "LoadscopeApp/SettingsStore.h"
-#include "LoadscopeApp/TerminationSignals.h"
+#include "LoadscopeApp/App/ApplicationIcon.h"
+#include "LoadscopeApp/App/ClosingLimit.h"
+#include "LoadscopeApp/App/FontPreparation.h"
+#include "LoadscopeApp/App/QtUIThread.h"
+#include "LoadscopeApp/App/SettingsStore.h"
+#include "LoadscopeApp/App/TerminationSignals.h"
 #include "LoadscopeApp/Theme/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/DesktopAppearance.h"

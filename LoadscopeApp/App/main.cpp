@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/LoadscopeApp.h"
+#include "LoadscopeApp/App/LoadscopeApp.h"
 
 #include <cstdio>
 

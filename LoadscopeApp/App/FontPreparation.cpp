@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/FontPreparation.h"
+#include "LoadscopeApp/App/FontPreparation.h"
 
 #ifdef LOADSCOPE_HAS_FONTCONFIG
 #include <fontconfig/fontconfig.h>

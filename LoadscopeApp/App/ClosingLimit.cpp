@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/ClosingLimit.h"
+#include "LoadscopeApp/App/ClosingLimit.h"
 
 #include "LoadscopeCore/Process/ChildGroups.h"
 
