@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 // A page that is on screen while the text scale changes is what one made afterwards would be: nothing that
 // was measured before is kept.
-#include "LoadscopeApp/Pages/CompareView.h"
+#include "LoadscopeApp/Pages/Compare/CompareView.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 // What keys do in the whole window, and where the keyboard is afterwards.
-#include "LoadscopeApp/Pages/OverviewView.h"
+#include "LoadscopeApp/Pages/Overview/OverviewView.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeApp/Window/PageList.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/App/SettingsStore.h"
 #include "LoadscopeApp/Cards/Sheet.h"
-#include "LoadscopeApp/Pages/OverviewView.h"
+#include "LoadscopeApp/Pages/Overview/OverviewView.h"
 #include "LoadscopeApp/Window/AppPage.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"

@@ -6,7 +6,7 @@
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
-#include "LoadscopeApp/Pages/TrendsView.h"
+#include "LoadscopeApp/Pages/Trends/TrendsView.h"
 #include "tools/Screenshots/HistoryBuilder.h"
 
 #include <QCoreApplication>

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
-#include "LoadscopeApp/Pages/OverviewReport.h"
+#include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tools/Screenshots/Stage.h"
 

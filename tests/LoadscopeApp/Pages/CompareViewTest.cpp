@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/CompareView.h"
+#include "LoadscopeApp/Pages/Compare/CompareView.h"
 
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Charts/BarChart.h"

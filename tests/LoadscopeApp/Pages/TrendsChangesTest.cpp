@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TrendChart.h"
-#include "LoadscopeApp/Pages/TrendsView.h"
+#include "LoadscopeApp/Pages/Trends/TrendsView.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/Support/HistoryRecords.h"
 

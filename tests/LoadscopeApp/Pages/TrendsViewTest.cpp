@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/TrendsView.h"
+#include "LoadscopeApp/Pages/Trends/TrendsView.h"
 
 #include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
-#include "LoadscopeApp/Pages/OverviewReport.h"
+#include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 
 #include <QAccessible>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/CompareView.h"
+#include "LoadscopeApp/Pages/Compare/CompareView.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Cards/AdaptiveRow.h"

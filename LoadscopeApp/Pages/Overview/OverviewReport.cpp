@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/OverviewReport.h"
+#include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"

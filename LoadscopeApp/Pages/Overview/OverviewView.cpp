@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Pages/OverviewView.h"
+#include "LoadscopeApp/Pages/Overview/OverviewView.h"
 
 #include "LoadscopeApp/Cards/ScanEmptyState.h"
-#include "LoadscopeApp/Pages/OverviewPanels.h"
-#include "LoadscopeApp/Pages/OverviewReport.h"
+#include "LoadscopeApp/Pages/Overview/OverviewPanels.h"
+#include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 
 #include <QApplication>
 
