@@ -4,10 +4,10 @@
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
+#include "LoadscopeApp/Controls/AppStyle.h"
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 #include "LoadscopeApp/Pages/Overview/OverviewView.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
-#include "LoadscopeApp/Theme/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 

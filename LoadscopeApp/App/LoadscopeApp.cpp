@@ -10,7 +10,7 @@
 #include "LoadscopeApp/App/QtUIThread.h"
 #include "LoadscopeApp/App/SettingsStore.h"
 #include "LoadscopeApp/App/TerminationSignals.h"
-#include "LoadscopeApp/Theme/AppStyle.h"
+#include "LoadscopeApp/Controls/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/DesktopAppearance.h"
 #include "LoadscopeApp/Window/ContentView.h"

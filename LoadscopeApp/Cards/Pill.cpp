@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Cards/Pill.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Icons/Icon.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Text/WholeSelection.h"

@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartText.h"
-#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

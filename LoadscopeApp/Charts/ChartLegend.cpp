@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/ChartText.h"
-#include "LoadscopeApp/Controls/PlainToolTip.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 

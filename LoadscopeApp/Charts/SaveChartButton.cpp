@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 
-#include "LoadscopeApp/Window/SaveFilePanel.h"
+#include "LoadscopeApp/Cards/SaveFilePanel.h"
 
 namespace loadscope {
 

@@ -4,8 +4,8 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Controls/ReturnKey.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Text/ElidedLabel.h"
 
-#include "LoadscopeApp/Controls/PlainToolTip.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Text/WholeSelection.h"

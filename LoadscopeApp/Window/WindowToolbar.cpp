@@ -3,8 +3,8 @@
 #include "LoadscopeApp/Window/WindowToolbar.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Controls/PushButton.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -5,7 +5,7 @@
 // LoadscopeSoak [--seconds N] [--actions N] [--seed S]
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
-#include "LoadscopeApp/Theme/AppStyle.h"
+#include "LoadscopeApp/Controls/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "tools/Soak/Journal.h"
 #include "tools/Soak/Soak.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 
-#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
 
-#include "LoadscopeApp/Window/SaveFilePanel.h"
+#include "LoadscopeApp/Cards/SaveFilePanel.h"
 
 #include <QFileInfo>
 #include <QMenu>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 
-#include "LoadscopeApp/Controls/PlainToolTip.h"
 #include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"

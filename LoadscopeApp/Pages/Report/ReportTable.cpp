@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 
-#include "LoadscopeApp/Controls/PlainToolTip.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QClipboard>

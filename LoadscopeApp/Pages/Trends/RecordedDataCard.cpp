@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/RecordedDataCard.h"
 
+#include "LoadscopeApp/Cards/SaveFilePanel.h"
 #include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Controls/MenuButton.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
-#include "LoadscopeApp/Window/SaveFilePanel.h"
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 
 #include <QHBoxLayout>

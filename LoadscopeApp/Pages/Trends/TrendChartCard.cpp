@@ -3,13 +3,13 @@
 #include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
 
 #include "LoadscopeApp/Cards/CardPieces.h"
+#include "LoadscopeApp/Cards/SaveFilePanel.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
-#include "LoadscopeApp/Window/SaveFilePanel.h"
 
 #include <QHBoxLayout>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Theme/AppStyle.h"
+#include "LoadscopeApp/Controls/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QAccessible>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Window/SaveFilePanel.h"
+#include "LoadscopeApp/Cards/SaveFilePanel.h"
 
 #include "LoadscopeApp/Cards/AlertPanel.h"
 #include "LoadscopeApp/Text/DisplayText.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/Controls/PlainToolTip.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
 
 #include <QToolTip>
 #include <QWidget>
