@@ -5,11 +5,11 @@
 #include "LoadscopeCLI/LoopUIThread.h"
 #include "LoadscopeCLI/Readiness.h"
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Scan/FolderAccess.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
+#include "LoadscopeCore/ToolRun/ProbeEnvironment.h"
 
 namespace loadscope {
 namespace {

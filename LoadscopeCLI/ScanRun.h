@@ -3,9 +3,9 @@
 #pragma once
 
 #include "LoadscopeCLI/Terminal.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 #include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <memory>
 #include <optional>

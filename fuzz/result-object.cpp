@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 #include "fuzz/FuzzInput.h"
 
 using namespace loadscope;

@@ -41,7 +41,7 @@ while read -r headline; do
 done <<<"$table"
 while read -r headline; do
     grep -qxF -- "$headline" <<<"$table" || fail "README.md: the table lacks \"$headline\""
-done < <(sed -nE 's/^ *\{"[a-zA-Z]+", "(.*)"\},$/\1/p' LoadscopeCore/ClaudeProbe/ProbeError.cpp | sort -u)
+done < <(sed -nE 's/^ *\{"[a-zA-Z]+", "(.*)"\},$/\1/p' LoadscopeCore/ToolRun/ProbeError.cpp | sort -u)
 [[ $(wc -l <<<"$table") -ge 9 ]] || fail 'README.md: the troubleshooting table was not found'
 
 [[ $failed != 0 ]] || echo 'ok: the documents agree with the repository and the command'

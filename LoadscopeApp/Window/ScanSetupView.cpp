@@ -12,9 +12,9 @@
 #include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Window/ModelPicker.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
+#include "LoadscopeCore/ToolRun/ProbeEnvironment.h"
 
 #include <QVBoxLayout>
 

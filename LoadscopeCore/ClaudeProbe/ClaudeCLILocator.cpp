@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/LoginShell.h"
 #include "LoadscopeCore/Process/SearchPath.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 namespace loadscope::ClaudeCLILocator {
 

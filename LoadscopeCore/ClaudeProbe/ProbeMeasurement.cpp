@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
 #include "LoadscopeCore/ClaudeProbe/ContextDetails.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/ClaudeProbe/ReportTrust.h"
-#include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
 #include "LoadscopeCore/Platform/NetworkRoute.h"
 #include "LoadscopeCore/Platform/SaturatingSum.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/SearchPath.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ToolVersion.h"
 
 #include <chrono>
 
@@ -89,7 +89,7 @@ private:
             // Without the rest of the output, what was read says nothing about the cause.
             if (execution.readersTimedOut || execution.limitFired) throw ProbeError(ProbeError::TimedOut{});
             if (execution.hasDropped && error.is<ProbeError::UnreadableOutput>())
-                throw ProbeError(ProbeError::UnreadableOutput{ProbeRunner::tooMuchOutput +
+                throw ProbeError(ProbeError::UnreadableOutput{ToolRun::tooMuchOutput +
                                                               (" It begins with:\n" + error.detail())});
             if (error.is<ProbeError::NotAuthenticated>() && !settings_.keepsEnvironment)
                 throw ProbeError(ProbeError::NotAuthenticated{

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/Platform/SaturatingSum.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <algorithm>
 #include <array>

@@ -53,6 +53,14 @@ std::optional<TotalSource> totalSourceFromRawValue(std::string_view rawValue) {
     return found == totalSources.end() ? std::nullopt : std::optional(found->source);
 }
 
+ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::vector<std::string>& arguments,
+                                            const std::string& repository, ProbeEnvironment::Tool tool,
+                                            const Limits& limits,
+                                            const ProbeEnvironment::Options& environment,
+                                            const ToolRun::OutputWatcher& watcher) {
+    return ToolRun::execute(cli, arguments, repository, tool, limits, environment, watcher);
+}
+
 ProbeRunner ProbeRunner::forUser() {
     ProbeRunner runner;
     runner.projectsRoot =

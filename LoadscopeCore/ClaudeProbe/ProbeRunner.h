@@ -4,15 +4,14 @@
 
 #include "LoadscopeCore/ClaudeProbe/ContextBreakdownParser.h"
 #include "LoadscopeCore/ClaudeProbe/MeasurementConditions.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
+#include "LoadscopeCore/ToolRun/ToolRun.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
 #include <stop_token>
 #include <string>
 #include <string_view>
@@ -58,38 +57,10 @@ public:
 /// count, or estimated, is refused. Holds settings only; any number of runs may be under way at once.
 class ProbeRunner : public ProbeRunning {
 public:
-    static constexpr double defaultTimeoutSeconds = 300;
-    static constexpr double defaultKillGraceSeconds = 5;
-    static constexpr double defaultReaderGraceSeconds = 5;
-    static constexpr std::size_t defaultMostBytesKept = 64'000'000;
-    /// For a tool that has little to say.
-    static constexpr std::size_t fewBytesKept = 1'000'000;
-    /// Of a session whose output was cut at that, and cannot be read.
-    static constexpr const char* tooMuchOutput =
-        "The tool printed more than 64 MB, which is too much to be read.";
     static constexpr const char* probePrompt = "/context";
 
-    /// How one child ended and everything that it wrote. A text whose bytes are not UTF-8 is empty.
-    struct Execution {
-        std::int32_t exitCode = 0; ///< exit status, or the number of the signal that ended the child
-        std::string standardOutput;
-        std::string standardError;
-        bool timedOut = false;        ///< the time limit fired and a signal ended the child
-        bool readersTimedOut = false; ///< an output was still open when its reader gave up
-        bool limitFired = false;      ///< the time limit fired, however the child ended
-        bool hasDropped = false;      ///< there was more output than was kept
-    };
-
-    struct Limits {
-        double timeoutSeconds = defaultTimeoutSeconds;
-        double killGraceSeconds = defaultKillGraceSeconds;
-        double readerGraceSeconds = defaultReaderGraceSeconds;
-        std::size_t mostBytesKept = defaultMostBytesKept; ///< of each output
-    };
-
-    /// Sees the standard output while the child runs, on the reader's thread. Seconds that it returns bring
-    /// the end of the time limit nearer: to that long from now.
-    using OutputWatcher = std::function<std::optional<double>(std::span<const char> chunk)>;
+    using Execution = ToolRun::Execution;
+    using Limits = ToolRun::Limits;
 
     std::optional<std::string> cliOverride;
     std::string projectsRoot;
@@ -105,16 +76,12 @@ public:
     ProbeResult run(const std::string& repository, const ProbeSettings& settings,
                     std::stop_token stop) override;
 
-    /// Runs one child of `tool` in `repository` within `limits` and collects what it writes. Blocking.
-    /// Honours the `ProcessCancellation` that is current on this thread. Throws `ProbeError`
-    /// (`UnreadableOutput`) when the child, or the interpreter of its script, cannot be started and
-    /// `CancellationError` when it was cancelled.
-    /// The child, its descriptors and its threads are gone on return.
+    /// One child of a tool within bounds, as `ToolRun::execute`.
     [[nodiscard]] static Execution execute(const std::string& cli, const std::vector<std::string>& arguments,
                                            const std::string& repository, ProbeEnvironment::Tool tool,
                                            const Limits& limits,
                                            const ProbeEnvironment::Options& environment = {},
-                                           const OutputWatcher& watcher = {});
+                                           const ToolRun::OutputWatcher& watcher = {});
 
     [[nodiscard]] static std::vector<std::string>
     claudeArguments(const std::string& prompt, const std::string& model = ProbeSettings::defaultModel);

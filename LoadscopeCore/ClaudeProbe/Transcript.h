@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
-#include "LoadscopeCore/Platform/UserFolders.h"
+#include "LoadscopeCore/ToolRun/ClaudeConfigFolder.h"
 
 #include <optional>
 #include <string>
@@ -14,7 +14,7 @@ namespace loadscope {
 /// Where Claude Code keeps its session transcripts, and which file belongs to a session.
 namespace TranscriptLocator {
 
-inline constexpr const char* configDirEnvironmentKey = "CLAUDE_CONFIG_DIR";
+inline constexpr const char* configDirEnvironmentKey = ClaudeConfigFolder::environmentKey;
 
 /// The folder of Claude Code's configuration: CLAUDE_CONFIG_DIR when that is usable, else .claude in the home
 /// folder.

@@ -3,7 +3,6 @@
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/Platform/FileDescriptor.h"
 #include "LoadscopeCore/Platform/FilePath.h"
-#include "LoadscopeCore/Platform/Text.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -42,11 +41,7 @@ bool isFolder(DIR* parent, const dirent& entry) {
 } // namespace
 
 std::string configFolder(const std::string& home, const Environment& environment) {
-    std::optional<std::string> folder;
-    const auto configDir = environment.find(configDirEnvironmentKey);
-    if (configDir != environment.end())
-        folder = normalizedConfigDir(configDir->second, UserFolders::current());
-    return folder ? *std::move(folder) : FilePath::joined(home, ".claude");
+    return ClaudeConfigFolder::path(home, environment);
 }
 
 std::string defaultProjectsRoot(const std::string& home, const Environment& environment) {
@@ -54,11 +49,7 @@ std::string defaultProjectsRoot(const std::string& home, const Environment& envi
 }
 
 std::optional<std::string> normalizedConfigDir(std::string_view value, const std::string& workingDirectory) {
-    const std::string_view trimmed = Text::trimmed(value);
-    if (trimmed.empty()) return std::nullopt;
-    const std::string expanded = FilePath::tildeExpanded(trimmed);
-    const bool isAbsolute = expanded.starts_with('/');
-    return FilePath::standardized(isAbsolute ? expanded : FilePath::joined(workingDirectory, expanded));
+    return ClaudeConfigFolder::normalized(value, workingDirectory);
 }
 
 std::optional<std::string> find(const std::string& sessionID, const std::string& root) {

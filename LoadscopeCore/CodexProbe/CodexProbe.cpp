@@ -2,9 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
-#include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
 #include "LoadscopeCore/CodexProbe/CodexSessionText.h"
 #include "LoadscopeCore/CodexProbe/ReconnectionWatch.h"
@@ -12,6 +9,9 @@
 #include "LoadscopeCore/Platform/SystemWords.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ToolRun.h"
+#include "LoadscopeCore/ToolRun/ToolVersion.h"
 
 #include <algorithm>
 #include <chrono>
@@ -116,8 +116,7 @@ CodexProbeResult CodexProbeRunner::resultOf(const SessionOutput& session,
         throw ProbeError(ProbeError::UnreadableOutput{ProbeError::bounded(*lastError)});
     }
     if (!count && session.limitFired) throw ProbeError(ProbeError::TimedOut{});
-    if (!count && session.hasDropped)
-        throw ProbeError(ProbeError::UnreadableOutput{ProbeRunner::tooMuchOutput});
+    if (!count && session.hasDropped) throw ProbeError(ProbeError::UnreadableOutput{ToolRun::tooMuchOutput});
     if (!count)
         throw ProbeError(
             ProbeError::UnreadableOutput{unreadableDetail(session.exitCode, session.standardOutput, 3)});
@@ -176,10 +175,10 @@ CodexProbeRunner::Executor CodexProbe::processExecutor(double timeoutSeconds, do
                             reconnections = ReconnectionWatch()](std::span<const char> chunk) mutable {
             return reconnections.sawLast(chunk) ? std::optional(reconnectionSeconds) : std::nullopt;
         };
-        auto execution = ProbeRunner::execute(
+        auto execution = ToolRun::execute(
             cli, arguments, repository, ProbeEnvironment::Tool::codex,
-            {timeoutSeconds, ProbeRunner::defaultKillGraceSeconds, ProbeRunner::defaultReaderGraceSeconds},
-            {}, watch);
+            {timeoutSeconds, ToolRun::defaultKillGraceSeconds, ToolRun::defaultReaderGraceSeconds}, {},
+            watch);
         CodexProbeRunner::SessionOutput session{std::move(execution.standardOutput), execution.exitCode,
                                                 execution.timedOut, execution.limitFired,
                                                 execution.hasDropped};

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/CodexProbe/CodexSessionText.h"
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/Platform/Json.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <nlohmann/json.hpp>
 

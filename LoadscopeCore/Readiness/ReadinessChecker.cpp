@@ -1,9 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
-#include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
 #include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
 #include "LoadscopeCore/Platform/Json.h"
@@ -11,6 +8,9 @@
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/SearchPath.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ToolRun.h"
+#include "LoadscopeCore/ToolRun/ToolVersion.h"
 
 #include <array>
 #include <future>
@@ -20,8 +20,8 @@ namespace loadscope::ReadinessChecker {
 
 namespace {
 
-constexpr ProbeRunner::Limits statusLimits{10, 0.5, 0.5, ProbeRunner::fewBytesKept};
-constexpr ProbeRunner::Limits versionLimits{5, 0.5, 0.5, ProbeRunner::fewBytesKept};
+constexpr ToolRun::Limits statusLimits{10, 0.5, 0.5, ToolRun::fewBytesKept};
+constexpr ToolRun::Limits versionLimits{5, 0.5, 0.5, ToolRun::fewBytesKept};
 
 std::optional<std::string> findClaude() {
     try {
@@ -33,8 +33,8 @@ std::optional<std::string> findClaude() {
 
 /// These versions say that nobody is signed in when a key stands in the settings, and yet work with it.
 bool overlooksKeys(const std::string& cli) {
-    const auto execution = ProbeRunner::execute(cli, {"--version"}, UserFolders::temporary(),
-                                                ProbeEnvironment::Tool::claude, versionLimits);
+    const auto execution = ToolRun::execute(cli, {"--version"}, UserFolders::temporary(),
+                                            ProbeEnvironment::Tool::claude, versionLimits);
     const auto version = ToolVersion::inText(execution.standardOutput);
     const auto numbers = version ? ToolVersion::numbers(*version) : std::nullopt;
     return numbers && *numbers >= std::array{2, 1, 45} && *numbers <= std::array{2, 1, 50};
@@ -43,9 +43,9 @@ bool overlooksKeys(const std::string& cli) {
 ToolReadiness askClaude(const ProbeSettings& settings) {
     const auto cli = findClaude();
     if (!cli) return ToolReadiness::notInstalled;
-    const auto execution = ProbeRunner::execute(*cli, {"auth", "status", "--json"}, UserFolders::temporary(),
-                                                ProbeEnvironment::Tool::claude, statusLimits,
-                                                {.keepsSignIn = settings.keepsEnvironment});
+    const auto execution = ToolRun::execute(*cli, {"auth", "status", "--json"}, UserFolders::temporary(),
+                                            ProbeEnvironment::Tool::claude, statusLimits,
+                                            {.keepsSignIn = settings.keepsEnvironment});
     if (execution.timedOut || execution.readersTimedOut) return ToolReadiness::unknown;
     const auto status = claudeStatus(execution.standardOutput, execution.exitCode);
     return status == ToolReadiness::signedOut && overlooksKeys(*cli) ? ToolReadiness::unknown : status;
@@ -54,8 +54,8 @@ ToolReadiness askClaude(const ProbeSettings& settings) {
 ToolReadiness askCodex() {
     const auto cli = CodexCLILocator::locateForUser().path;
     if (!cli) return ToolReadiness::notInstalled;
-    const auto execution = ProbeRunner::execute(*cli, {"login", "status"}, UserFolders::temporary(),
-                                                ProbeEnvironment::Tool::codex, statusLimits);
+    const auto execution = ToolRun::execute(*cli, {"login", "status"}, UserFolders::temporary(),
+                                            ProbeEnvironment::Tool::codex, statusLimits);
     if (execution.timedOut || execution.readersTimedOut) return ToolReadiness::unknown;
     const auto status =
         codexStatus(execution.standardOutput + "\n" + execution.standardError, execution.exitCode);

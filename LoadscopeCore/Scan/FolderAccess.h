@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <functional>
 #include <optional>

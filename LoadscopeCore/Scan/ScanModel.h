@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/History/HistoryActivity.h"
@@ -12,7 +11,8 @@
 #include "LoadscopeCore/Platform/UIThread.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
 #include "LoadscopeCore/Report/ScanReport.h"
-#include "LoadscopeCore/Scan/FolderAccess.h"
+#include "LoadscopeCore/Scan/ScanStages.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <functional>
 #include <memory>
@@ -67,16 +67,7 @@ public:
         "Turning it on runs one real "
         "Codex session, uses Codex allowance, and sends the folder's instruction files to OpenAI.";
 
-    struct Collaborators {
-        std::shared_ptr<ProbeRunning> probeRunner;
-        std::shared_ptr<InstructionFileScanning> instructionScanner;
-        std::shared_ptr<ScanHistoryStore> historyStore; ///< may be null: nothing is recorded then
-        std::shared_ptr<CodexProbeRunning> codexRunner;
-        FolderAccess::Check checkFolder = FolderAccess::check; ///< left behind by a cancel when it hangs
-
-        /// The real tools, the user's home folder and the user's history.
-        [[nodiscard]] static Collaborators forUser();
-    };
+    using Collaborators = ScanStages::Collaborators;
 
     /// Begins to load the history when there is a store. `uiThread` must outlive the model.
     ScanModel(UIThread& uiThread, Collaborators collaborators);

@@ -3,10 +3,8 @@
 #include "LoadscopeCore/Scan/ScanStages.h"
 
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
-#include "LoadscopeCore/Instructions/InstructionFileScanner.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
-#include "LoadscopeCore/Scan/FolderAccess.h"
 
 namespace loadscope::ScanStages {
 namespace {
@@ -15,7 +13,7 @@ void checkForCancellation(const std::stop_token& stop) {
     if (stop.stop_requested()) throw CancellationError();
 }
 
-ScanReport measure(const Request& request, const ScanModel::Collaborators& collaborators,
+ScanReport measure(const Request& request, const Collaborators& collaborators,
                    const std::function<void(std::string)>& announce, const std::stop_token& stop) {
     checkForCancellation(stop);
     announce(claudeStage);
@@ -38,7 +36,7 @@ ScanReport measure(const Request& request, const ScanModel::Collaborators& colla
 
 } // namespace
 
-Outcome perform(const Request& request, const ScanModel::Collaborators& collaborators,
+Outcome perform(const Request& request, const Collaborators& collaborators,
                 const std::function<void(std::string)>& announce, const std::stop_token& stop) {
     try {
         if (const auto error =
@@ -54,11 +52,7 @@ Outcome perform(const Request& request, const ScanModel::Collaborators& collabor
     }
 }
 
-} // namespace loadscope::ScanStages
-
-namespace loadscope {
-
-ScanModel::Collaborators ScanModel::Collaborators::forUser() {
+Collaborators Collaborators::forUser() {
     const std::string home = UserFolders::home();
     const std::string config = TranscriptLocator::configFolder(home, UserFolders::environment());
     return {
@@ -69,4 +63,4 @@ ScanModel::Collaborators ScanModel::Collaborators::forUser() {
     };
 }
 
-} // namespace loadscope
+} // namespace loadscope::ScanStages

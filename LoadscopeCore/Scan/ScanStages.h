@@ -2,9 +2,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/Scan/ScanModel.h"
+#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/CodexProbe/CodexProbe.h"
+#include "LoadscopeCore/History/ScanHistoryStore.h"
+#include "LoadscopeCore/Instructions/InstructionFileScanner.h"
+#include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/Scan/FolderAccess.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <functional>
+#include <memory>
 #include <stop_token>
 #include <string>
 #include <variant>
@@ -30,12 +37,24 @@ struct Request {
     bool includeCodex = false;
 };
 
+/// What a scan is made with.
+struct Collaborators {
+    std::shared_ptr<ProbeRunning> probeRunner;
+    std::shared_ptr<InstructionFileScanning> instructionScanner;
+    std::shared_ptr<ScanHistoryStore> historyStore; ///< may be null: nothing is recorded then
+    std::shared_ptr<CodexProbeRunning> codexRunner;
+    FolderAccess::Check checkFolder = FolderAccess::check; ///< left behind by a cancel when it hangs
+
+    /// The real tools, the user's home folder and the user's history.
+    [[nodiscard]] static Collaborators forUser();
+};
+
 using Outcome = std::variant<ScanReport, Failure, Cancelled>;
 
 /// Runs the stages in order and announces each from the second on before it begins. Looks for a stop between
 /// the stages. Never throws: an error that is neither a `ProbeError` nor a cancellation becomes
 /// `UnreadableOutput` with its description.
-[[nodiscard]] Outcome perform(const Request& request, const ScanModel::Collaborators& collaborators,
+[[nodiscard]] Outcome perform(const Request& request, const Collaborators& collaborators,
                               const std::function<void(std::string stage)>& announce,
                               const std::stop_token& stop);
 

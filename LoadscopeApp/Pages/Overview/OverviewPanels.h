@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Cards/CenteredPanel.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <QTimer>
 

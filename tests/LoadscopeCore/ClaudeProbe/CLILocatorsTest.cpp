@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <gtest/gtest.h>
 #include <set>

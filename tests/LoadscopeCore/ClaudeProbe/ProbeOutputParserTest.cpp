@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <gtest/gtest.h>
 #include <limits>

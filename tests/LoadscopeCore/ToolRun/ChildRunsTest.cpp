@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/PipeDrain.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/ProcessTermination.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ToolRun.h"
 #include "tests/Support/TemporaryFolder.h"
 #include "tests/Support/WaitFor.h"
 
@@ -28,9 +28,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr ProbeRunner::Limits quick{
-    .timeoutSeconds = 0.3, .killGraceSeconds = 0.3, .readerGraceSeconds = 0.3};
-constexpr ProbeRunner::Limits patient{.timeoutSeconds = 50, .killGraceSeconds = 5, .readerGraceSeconds = 0.3};
+constexpr ToolRun::Limits quick{.timeoutSeconds = 0.3, .killGraceSeconds = 0.3, .readerGraceSeconds = 0.3};
+constexpr ToolRun::Limits patient{.timeoutSeconds = 50, .killGraceSeconds = 5, .readerGraceSeconds = 0.3};
 
 int openDescriptors() {
     int count = 0;
@@ -59,10 +58,10 @@ protected:
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child was left";
     }
 
-    ProbeRunner::Execution run(const std::vector<std::string>& arguments,
-                               const ProbeRunner::Limits& limits = patient) {
-        return ProbeRunner::execute(LOADSCOPE_TEST_CHILD, arguments, folder_.path(),
-                                    ProbeEnvironment::Tool::claude, limits);
+    ToolRun::Execution run(const std::vector<std::string>& arguments,
+                           const ToolRun::Limits& limits = patient) {
+        return ToolRun::execute(LOADSCOPE_TEST_CHILD, arguments, folder_.path(),
+                                ProbeEnvironment::Tool::claude, limits);
     }
 
     std::string marker() const { return folder_.path() + "/ready"; }
@@ -112,8 +111,8 @@ TEST_F(ChildRuns, CutNoCharacterOfAnOutputThatIsTooLong) {
     for (const auto& [size, expected] : cases) {
         auto limits = patient;
         limits.mostBytesKept = size;
-        const auto execution = ProbeRunner::execute("/bin/sh", {"-c", "printf %s aé𝄞b"}, "/",
-                                                    ProbeEnvironment::Tool::claude, limits);
+        const auto execution = ToolRun::execute("/bin/sh", {"-c", "printf %s aé𝄞b"}, "/",
+                                                ProbeEnvironment::Tool::claude, limits);
         EXPECT_EQ(execution.standardOutput, expected) << size;
         EXPECT_EQ(execution.hasDropped, size < 8) << size;
     }
@@ -140,13 +139,13 @@ TEST_F(ChildRuns, EndAtTheTimeLimitWhateverTheChildDoes) {
 }
 
 TEST_F(ChildRuns, EndEarlierWhenWhatTheyWriteSaysSo) {
-    const auto runWatched = [&](const std::string& mode, double seconds, const ProbeRunner::Limits& limits) {
+    const auto runWatched = [&](const std::string& mode, double seconds, const ToolRun::Limits& limits) {
         const auto watcher = [seconds, seen = std::string()](std::span<const char> chunk) mutable {
             seen.append(chunk.data(), chunk.size());
             return seen == "partial" ? std::optional(seconds) : std::nullopt;
         };
-        return ProbeRunner::execute(LOADSCOPE_TEST_CHILD, {mode, marker()}, "/",
-                                    ProbeEnvironment::Tool::codex, limits, {}, watcher);
+        return ToolRun::execute(LOADSCOPE_TEST_CHILD, {mode, marker()}, "/", ProbeEnvironment::Tool::codex,
+                                limits, {}, watcher);
     };
     const auto start = Clock::now();
     EXPECT_TRUE(runWatched("live", 0, patient).timedOut);
@@ -255,7 +254,7 @@ TEST_F(ChildRuns, StartCleanWhateverTheParentIsLike) {
 }
 
 TEST_F(ChildRuns, GoOnTwoHundredAtOnce) {
-    std::vector<std::future<ProbeRunner::Execution>> runs;
+    std::vector<std::future<ToolRun::Execution>> runs;
     for (int count = 0; count < 200; ++count)
         runs.push_back(std::async(std::launch::async, [&, count] {
             return run({"exit", std::to_string(count)});
@@ -292,7 +291,7 @@ TEST_F(ChildRuns, SayWhyTheyCouldNotStart) {
     };
     for (const Case& c : cases) {
         try {
-            (void)ProbeRunner::execute(c.cli, {}, c.repository, ProbeEnvironment::Tool::claude, patient);
+            (void)ToolRun::execute(c.cli, {}, c.repository, ProbeEnvironment::Tool::claude, patient);
             ADD_FAILURE() << c.cli;
         } catch (const ProbeError& error) {
             EXPECT_EQ(error, ProbeError(ProbeError::UnreadableOutput{"Could not start " + c.cli + ": " +

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/MissingInterpreter.h"
+#include "LoadscopeCore/ToolRun/MissingInterpreter.h"
 
 #include "LoadscopeCore/Platform/FileDescriptor.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"

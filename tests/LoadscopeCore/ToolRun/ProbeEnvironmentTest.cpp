@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
+#include "LoadscopeCore/ToolRun/ProbeEnvironment.h"
 
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 #include "tests/Support/ScopedEnvironment.h"
 #include "tests/Support/TemporaryFolder.h"
 

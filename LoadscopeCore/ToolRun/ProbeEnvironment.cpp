@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
+#include "LoadscopeCore/ToolRun/ProbeEnvironment.h"
 
-#include "LoadscopeCore/ClaudeProbe/Transcript.h"
+#include "LoadscopeCore/ToolRun/ClaudeConfigFolder.h"
 
 #include <functional>
 
@@ -12,13 +12,13 @@ std::string rawValue(Tool tool) { return tool == Tool::claude ? "claude" : "code
 
 std::set<std::string> preservedKeys(Tool tool) {
     if (tool == Tool::codex) return {};
-    return {TranscriptLocator::configDirEnvironmentKey, claudeOAuthTokenKey};
+    return {ClaudeConfigFolder::environmentKey, claudeOAuthTokenKey};
 }
 
 std::set<std::string> scrubbedExactKeys(Tool tool) {
     std::set<std::string> keys{"CLAUDECODE", "ANTHROPIC_BASE_URL", "ANTHROPIC_API_KEY",
                                "ANTHROPIC_AUTH_TOKEN"};
-    if (tool == Tool::codex) keys.insert(TranscriptLocator::configDirEnvironmentKey);
+    if (tool == Tool::codex) keys.insert(ClaudeConfigFolder::environmentKey);
     return keys;
 }
 
@@ -68,9 +68,9 @@ Environment childEnvironment(Tool tool, const Environment& base, const std::stri
     if (options.waitsForServers && tool == Tool::claude)
         environment.insert_or_assign(serversKey, std::string(1, '0'));
 
-    const auto configDir = environment.find(TranscriptLocator::configDirEnvironmentKey);
+    const auto configDir = environment.find(ClaudeConfigFolder::environmentKey);
     if (configDir != environment.end()) {
-        auto folder = TranscriptLocator::normalizedConfigDir(configDir->second, workingDirectory);
+        auto folder = ClaudeConfigFolder::normalized(configDir->second, workingDirectory);
         if (folder) {
             configDir->second = std::move(*folder);
         } else {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/ToolVersion.h"
+#include "LoadscopeCore/ToolRun/ToolVersion.h"
 
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/ChildProcess.h"

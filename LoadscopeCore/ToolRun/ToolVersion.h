@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/ClaudeProbe/ProbeEnvironment.h"
+#include "LoadscopeCore/ToolRun/ProbeEnvironment.h"
 
 #include <array>
 #include <condition_variable>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include "LoadscopeCore/Platform/SystemWords.h"
 #include "LoadscopeCore/Platform/Text.h"

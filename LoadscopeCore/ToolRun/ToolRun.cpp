@@ -1,16 +1,17 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeCore/ClaudeProbe/MissingInterpreter.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeError.h"
-#include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/ToolRun/ToolRun.h"
+
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/OutputCollector.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/SearchPath.h"
 #include "LoadscopeCore/Process/TimeLimit.h"
+#include "LoadscopeCore/ToolRun/MissingInterpreter.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
-namespace loadscope {
+namespace loadscope::ToolRun {
 namespace {
 
 /// Takes the beginning of a character away that was cut in the middle.
@@ -31,15 +32,15 @@ std::string textOf(OutputCollector& collector) {
     return bytes;
 }
 
-PipeDrain::Sink shortening(TimeLimit& limit, const ProbeRunner::OutputWatcher& watcher) {
+PipeDrain::Sink shortening(TimeLimit& limit, const OutputWatcher& watcher) {
     if (!watcher) return {};
     return [&](std::span<const char> chunk) {
         if (const auto seconds = watcher(chunk)) limit.shorten(*seconds);
     };
 }
 
-ProbeRunner::Execution collect(ChildProcess& child, TimeLimit& limit, ReaderDeadline& deadline,
-                               OutputCollector& output, OutputCollector& error, double readerGraceSeconds) {
+Execution collect(ChildProcess& child, TimeLimit& limit, ReaderDeadline& deadline, OutputCollector& output,
+                  OutputCollector& error, double readerGraceSeconds) {
     const ChildProcess::Termination termination = child.wait();
     limit.cancel();
     const std::chrono::duration<double> grace(readerGraceSeconds);
@@ -48,7 +49,7 @@ ProbeRunner::Execution collect(ChildProcess& child, TimeLimit& limit, ReaderDead
     output.join();
     error.join();
 
-    ProbeRunner::Execution execution;
+    Execution execution;
     execution.exitCode = termination.status;
     execution.standardOutput = textOf(output);
     execution.standardError = textOf(error);
@@ -63,8 +64,7 @@ ProbeRunner::Execution collect(ChildProcess& child, TimeLimit& limit, ReaderDead
 bool couldNotStart(std::int32_t exitCode) { return exitCode == 126 || exitCode == 127; }
 
 /// Why the tool's script found no interpreter, if that is why it ended.
-std::optional<ProbeError> missingInterpreter(const std::string& cli,
-                                             const ProbeRunner::Execution& execution) {
+std::optional<ProbeError> missingInterpreter(const std::string& cli, const Execution& execution) {
     if (!couldNotStart(execution.exitCode) || !Text::trimmed(execution.standardOutput).empty()) return {};
     const auto name = MissingInterpreter::inErrorText(execution.standardError);
     if (!name) return {};
@@ -80,11 +80,9 @@ std::string describe(const LaunchError& error, const std::string& cli) {
 
 } // namespace
 
-ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::vector<std::string>& arguments,
-                                            const std::string& repository, ProbeEnvironment::Tool tool,
-                                            const Limits& limits,
-                                            const ProbeEnvironment::Options& environment,
-                                            const OutputWatcher& watcher) {
+Execution execute(const std::string& cli, const std::vector<std::string>& arguments,
+                  const std::string& repository, ProbeEnvironment::Tool tool, const Limits& limits,
+                  const ProbeEnvironment::Options& environment, const OutputWatcher& watcher) {
     const auto child = std::make_shared<ChildProcess>(ChildProcess::Options{
         .executable = cli,
         .arguments = arguments,
@@ -108,4 +106,4 @@ ProbeRunner::Execution ProbeRunner::execute(const std::string& cli, const std::v
     }
 }
 
-} // namespace loadscope
+} // namespace loadscope::ToolRun
