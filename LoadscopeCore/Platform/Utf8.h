@@ -19,6 +19,10 @@ struct Character {
     [[nodiscard]] bool isValid() const { return value >= 0; }
 };
 
+#pragma GCC diagnostic push
+// ICU's macros do their arithmetic in int.
+#pragma GCC diagnostic ignored "-Wconversion"
+
 /// The character that begins at `offset`, which must lie within the text.
 [[nodiscard]] inline Character at(std::string_view text, std::size_t offset) {
     std::size_t end = offset;
@@ -60,5 +64,7 @@ void forEachRun(std::string_view text, Run run, InvalidByte invalidByte) {
         }
     }
 }
+
+#pragma GCC diagnostic pop
 
 } // namespace loadscope::Utf8
