@@ -1,10 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "benchmarks/Comparison.h"
+#include "benchmarks/Figures.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
@@ -16,22 +14,13 @@
 namespace loadscope {
 namespace {
 
+using Figures::median;
+using Figures::number;
+
 double secondsOf(const std::function<void()>& work) {
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-std::string number(double value, int decimals) {
-    std::array<char, 64> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                   std::chars_format::fixed, decimals);
-    return {buffer.data(), end.ptr};
 }
 
 std::string goalOf(const Comparison& comparison) {

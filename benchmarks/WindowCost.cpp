@@ -4,11 +4,10 @@
 // LoadscopeWindowCost ROUNDS IDLE_SECONDS OURS EMPTY FOLDER: what the window costs beside an empty one of the
 // same toolkit: time to its first picture, memory and wake-ups when nothing happens. Both run in turn. Prints
 // one line of six fields with tabs between them per figure; exits 2 when a goal is missed.
+#include "benchmarks/Figures.h"
 #include "benchmarks/WindowProcess.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstdlib>
 #include <iostream>
 #include <stdexcept>
@@ -16,6 +15,9 @@
 
 namespace loadscope {
 namespace {
+
+using Figures::median;
+using Figures::number;
 
 constexpr double firstFrameGoal = 1.3;
 constexpr double memoryGoal = 1.5;
@@ -32,18 +34,6 @@ struct Pair {
     std::vector<double> ours;
     std::vector<double> empty;
 };
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-std::string number(double value, int decimals) {
-    std::array<char, 64> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                   std::chars_format::fixed, decimals);
-    return {buffer.data(), end.ptr};
-}
 
 bool printRatio(const std::string& what, const Pair& pair, double goal) {
     const double ratio = median(pair.ours) / median(pair.empty);

@@ -9,6 +9,7 @@
 #include "LoadscopeApp/Pages/Overview/OverviewView.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
+#include "benchmarks/Figures.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 
 #include <QApplication>
@@ -16,13 +17,14 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <charconv>
 #include <ctime>
 #include <functional>
 #include <iostream>
 
 namespace loadscope {
 namespace {
+
+using Figures::number;
 
 constexpr QSize pageSize(930, 780);
 constexpr int openings = 15;
@@ -46,11 +48,6 @@ double millisecondsOf(const std::function<void()>& work) {
 void settle() {
     for (int round = 0; round < 4; ++round)
         QApplication::processEvents();
-}
-
-std::string number(double value) {
-    char buffer[64];
-    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 2).ptr};
 }
 
 /// Prints a line of the table of `benchmarks/run`: what was measured, its time, and whether it holds.

@@ -4,6 +4,7 @@
 #include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Motion/SlideCover.h"
+#include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tools/Screenshots/HistoryScenes.h"
 #include "tools/Screenshots/Stage.h"
 
@@ -50,16 +51,6 @@ Scene page(const QString& name, AppPage page) {
                 stage.choose(repository(QStringLiteral("web-app")));
                 stage.view.setPage(page);
             }};
-}
-
-InstructionFileSet sampleFiles() {
-    InstructionFileSet files;
-    files.repositoryFiles = {{"/home/dev/src/web-app/CLAUDE.md", 9'812},
-                             {"/home/dev/src/web-app/docs/setup.md", 5'220},
-                             {"/home/dev/src/web-app/docs/testing.md", 1'808}};
-    files.personalFiles = {{"/home/dev/.claude/CLAUDE.md", 8'040},
-                           {"/home/dev/.claude/rules/style.md", 3'460}};
-    return files;
 }
 
 std::vector<Scene> windowScenes() {
@@ -111,7 +102,7 @@ std::vector<Scene> windowScenes() {
                 ProbeError::RepositoryUnreadable{"/home/dev/" + std::string(5'000, 'w')}),
         {QStringLiteral("overview-result"),
          [](Stage& stage) {
-             stage.tools.instructions->files = sampleFiles();
+             stage.tools.instructions->files = testing::sampleFiles();
              stage.choose(repository(QStringLiteral("web-app")));
              stage.model.setIncludeCodex(true);
              stage.scan(testing::sampleResult());
