@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace loadscope {
 
@@ -36,6 +37,7 @@ public:
                 readModel(line);
             }
         }
+        markOnDemand();
         return std::move(details_);
     }
 
@@ -109,7 +111,9 @@ private:
         const auto row = ContextBreakdownParser::anyRow(line);
         if (!row) return;
         const auto kind = ContextBreakdownParser::kindOf(row->name);
-        if (kind == ContextBreakdownParser::RowKind::deferred) {
+        if (kind == ContextBreakdownParser::RowKind::loaded) {
+            loaded_.insert(Text::lettersAndNumbers(Text::lowercased(row->name)));
+        } else if (kind == ContextBreakdownParser::RowKind::deferred) {
             constexpr std::string_view suffix = "(deferred)";
             const std::string_view name(row->name.data(), row->name.size() - suffix.size());
             details_.deferred.push_back({std::string(Text::trimmedHorizontally(name)), row->tokens});
@@ -120,11 +124,30 @@ private:
         }
     }
 
+    /// A table lists what is loaded and what is not alike; the categories tell which of the two it holds.
+    void markOnDemand() {
+        std::set<std::string> deferred;
+        for (const SelfReportedSlab& category : details_.deferred)
+            deferred.insert(Text::lettersAndNumbers(Text::lowercased(category.name)));
+        if (deferred.empty()) return;
+        std::string_view table;
+        bool isOnDemand = false;
+        for (ContextMember& member : details_.members) {
+            if (member.table != table) {
+                table = member.table;
+                const std::string name = Text::lettersAndNumbers(Text::lowercased(table));
+                isOnDemand = deferred.contains(name) && !loaded_.contains(name);
+            }
+            member.onDemand = isOnDemand;
+        }
+    }
+
     std::string_view rest_;
     std::string_view heading_;
     bool isInTable_ = false;
     bool isCategories_ = false;
     std::optional<ContextTable> header_;
+    std::set<std::string> loaded_;
     ContextDetails details_;
 };
 

@@ -38,6 +38,8 @@ struct ContextMember {
     std::string name;
     std::int64_t tokens = 0;
     CountPrecision precision = CountPrecision::exact;
+    /// Not part of the total: only a category that is loaded on demand has the name of the table.
+    bool onDemand = false;
 
     bool operator==(const ContextMember&) const = default;
 };

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
-#include "LoadscopeCore/ClaudeProbe/ContextDetails.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/ClaudeProbe/ReportTrust.h"
 #include "LoadscopeCore/Platform/NetworkRoute.h"
@@ -101,9 +100,9 @@ private:
     /// Reads categories, and the total when there is one that can be trusted. Throws `ProbeError` for a total
     /// that was not counted.
     bool takeReport(std::string_view text) {
-        details_ = ContextDetailsParser::parse(text);
+        result_.details = ContextDetailsParser::parse(text);
         result_.selfReportedSlabs = ContextBreakdownParser::categories(text);
-        result_.conditions.model = details_.model;
+        result_.conditions.model = result_.details.model;
         const auto totals = ContextBreakdownParser::reportedTotals(text);
         if (!totals) return false;
         result_.totalSource = TotalSource::contextCommand;
@@ -116,7 +115,7 @@ private:
     void judge() {
         using ReportTrust::Verdict;
         const ReportTrust::Finding finding =
-            ReportTrust::judge(result_.selfReportedSlabs, details_, ReportTrust::charactersOnDisk);
+            ReportTrust::judge(result_.selfReportedSlabs, result_.details, ReportTrust::charactersOnDisk);
         const bool isEstimate = finding.verdict == Verdict::estimated;
         if (finding.verdict == Verdict::incomplete || (isEstimate && !settings_.acceptsEstimate))
             throw ProbeError(
@@ -173,7 +172,7 @@ private:
             loaded.add(row.tokens);
         SaturatingSum reserved;
         std::string names;
-        for (const SelfReportedSlab& row : details_.reserved) {
+        for (const SelfReportedSlab& row : result_.details.reserved) {
             reserved.add(row.tokens);
             names += (names.empty() ? "" : ", ") + row.name;
         }
@@ -196,7 +195,6 @@ private:
     std::stop_token stop_;
     ProbeEnvironment::Options environment_;
     std::optional<ToolVersion> version_;
-    ContextDetails details_;
     ProbeResult result_;
 };
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/ClaudeProbe/ContextBreakdownParser.h"
+#include "LoadscopeCore/ClaudeProbe/ContextDetails.h"
 #include "LoadscopeCore/ClaudeProbe/MeasurementConditions.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
@@ -37,6 +37,7 @@ struct ProbeResult {
     std::string resolvedCLIPath;
     std::optional<std::int64_t> contextWindow;
     MeasurementConditions conditions{};
+    ContextDetails details{}; ///< of the report that `selfReportedSlabs` are of
 
     bool operator==(const ProbeResult&) const = default;
 };

@@ -6,6 +6,8 @@
 #include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
 #include "LoadscopeCore/Instructions/Attribution.h"
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
+#include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Report/MemoryFiles.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
 #include "LoadscopeCore/Scoring/OpinionBand.h"
 
@@ -37,13 +39,22 @@ struct ScanReport {
     bool overAttributed = false;
     bool categoriesSelfReported = false;
     CodexScanOutcome codex = CodexScanOutcome::unavailable(CodexScanOutcome::notIncludedReason);
-    MeasurementConditions conditions{}; ///< of the Claude Code measurement
+    MeasurementConditions conditions{};         ///< of the Claude Code measurement
+    std::vector<SelfReportedSlab> categories{}; ///< as the tool reported them, equal names joined
+    ContextDetails details{};                   ///< what the tool's report lists below its categories
+    MemoryFiles memoryFiles{};                  ///< that list beside the files that were found
 
     /// Every instruction file: the repository's, then the inherited, then the personal ones.
     [[nodiscard]] std::vector<InstructionFileEstimate> files() const { return fileSet.allFiles(); }
     [[nodiscard]] const std::vector<std::string>& unreadablePaths() const { return fileSet.unreadablePaths; }
 
-    /// The files by estimated tokens descending, ties by path ascending.
+    /// The tool's own count of a file that was found, if it lists it.
+    [[nodiscard]] std::optional<PreciseCount> reportedTokens(const InstructionFileEstimate& file) const;
+
+    /// The tool's own count of a file, else the estimate by its size.
+    [[nodiscard]] PreciseCount shownTokens(const InstructionFileEstimate& file) const;
+
+    /// The files by the tokens that are shown for them descending, ties by path ascending.
     [[nodiscard]] std::vector<InstructionFileEstimate> filesLargestFirst() const;
 
     /// The row's share of the total, within 0 and 1; 0 for a total below 1.
@@ -54,9 +65,11 @@ struct ScanReport {
 
 namespace ScanReportBuilder {
 
-/// Attributes the total into rows and bands it. Pure; cannot fail.
+/// Attributes the total into rows and bands it. Cannot fail; pure unless `resolver`, by which the tool's
+/// memory files are compared with those that were found, asks the file system.
 [[nodiscard]] ScanReport build(const RepoSelection& selection, const ProbeResult& probe,
-                               const InstructionFileSet& files, const CodexScanOutcome& codex);
+                               const InstructionFileSet& files, const CodexScanOutcome& codex,
+                               const MemoryFileMatcher::PathResolver& resolver = FilePath::standardized);
 
 } // namespace ScanReportBuilder
 } // namespace loadscope

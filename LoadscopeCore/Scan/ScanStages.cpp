@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Scan/ScanStages.h"
 
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
+#include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 
@@ -31,7 +32,7 @@ ScanReport measure(const Request& request, const Collaborators& collaborators,
     announce(filesStage);
     const InstructionFileSet files = collaborators.instructionScanner->scan(repository);
     checkForCancellation(stop);
-    return ScanReportBuilder::build(request.selection, probe, files, codex);
+    return ScanReportBuilder::build(request.selection, probe, files, codex, FilePath::resolved);
 }
 
 } // namespace
