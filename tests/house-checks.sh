@@ -35,7 +35,7 @@ includes_of_later_folders() {
         grep -vE "/($(IFS='|' && echo "${order[*]}"))\$"
 }
 # The rooms of the window, likewise.
-rooms=(Theme Accessibility Text Icons Motion Controls Cards Charts Pages Onboarding Window App)
+rooms=(Theme Accessibility Text Icons Motion Controls Cards Charts Tables Pages Onboarding Window App)
 includes_of_later_rooms() {
     local i later
     for ((i = 0; i + 1 < ${#rooms[@]}; i++)); do

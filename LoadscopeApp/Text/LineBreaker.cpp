@@ -18,6 +18,14 @@ std::vector<int> wordBoundaries(const QString& text) {
     return found;
 }
 
+/// Finds what of `text` the ellipsis in `shown` stands for.
+void tellHidden(BrokenText& result, const QString& text) {
+    if (result.shown == text) return;
+    const auto same = std::mismatch(result.shown.begin(), result.shown.end(), text.begin(), text.end());
+    result.hiddenFrom = static_cast<int>(same.first - result.shown.begin());
+    result.hidden = static_cast<int>(text.size() - result.shown.size()) + 1;
+}
+
 } // namespace
 
 LineBreaker::LineBreaker(const QFont& font) : font_(font), metrics_(font), widths_(font) {}
@@ -86,10 +94,15 @@ BrokenText LineBreaker::broken(const QString& text, double room) const {
         if (result.lines.size() <= mostLines) break;
     }
     if (result.lines.size() > mostLines) result.lines.resize(mostLines);
-    if (result.shown == text) return result;
-    const auto same = std::mismatch(result.shown.begin(), result.shown.end(), text.begin(), text.end());
-    result.hiddenFrom = static_cast<int>(same.first - result.shown.begin());
-    result.hidden = static_cast<int>(text.size() - result.shown.size()) + 1;
+    tellHidden(result, text);
+    return result;
+}
+
+BrokenText LineBreaker::cut(const QString& text, double room) const {
+    BrokenText result;
+    result.shown = width(text) <= room ? text : metrics_.elidedText(text, Qt::ElideRight, room);
+    result.lines = {{0, static_cast<int>(result.shown.size())}};
+    tellHidden(result, text);
     return result;
 }
 

@@ -10,7 +10,7 @@
 
 namespace loadscope {
 
-/// A text on lines. Of one that would take too many lines the middle is left out.
+/// A text on lines. Of one that would take too many lines something is left out.
 struct BrokenText {
     struct Line {
         int start = 0;
@@ -42,6 +42,8 @@ public:
     /// How many lines a text takes, at most `mostLines`. `natural` is its width on one line.
     [[nodiscard]] int lineCount(const QString& text, double natural, double room) const;
     [[nodiscard]] BrokenText broken(const QString& text, double room) const;
+    /// One line, whose end is left out where it does not fit.
+    [[nodiscard]] BrokenText cut(const QString& text, double room) const;
 
 private:
     using Lines = std::vector<BrokenText::Line>;

@@ -2,20 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Charts/AccessibleMarks.h"
+#include "LoadscopeApp/Tables/DataTable.h"
 
-#include <QString>
-#include <QWidget>
-
-#include <optional>
 #include <utility>
-#include <vector>
 
 namespace loadscope {
 
-/// Names and numbers, one line each. Lines are selected with the mouse or the keyboard and copied as text.
-/// It paints all of its lines itself: a page can hold hundreds of them.
-class CategoryTable : public QWidget, public AccessibleMarks {
+/// The categories of a column of Compare, one line each. Lines are selected with the mouse or the keyboard
+/// and copied as text. Assistive technologies read each line as one.
+class CategoryTable : public DataTable {
     Q_OBJECT
 
 public:
@@ -24,35 +19,32 @@ public:
         QString number;
     };
 
-    explicit CategoryTable(std::vector<Line> lines, QWidget* parent = nullptr);
+    explicit CategoryTable(const std::vector<Line>& lines, QWidget* parent = nullptr);
 
+    [[nodiscard]] Selected selected(std::size_t row) const override;
     /// The selected lines, or all where none is, with a tab between name and number.
-    [[nodiscard]] QString selectedText() const;
+    [[nodiscard]] QString selectedText() const override;
 
-    [[nodiscard]] QAccessible::Role marksRole() const override { return QAccessible::List; }
-    [[nodiscard]] int markCount() const override { return static_cast<int>(lines_.size()); }
-    [[nodiscard]] QString markText(int mark) const override;
-    [[nodiscard]] QRect markArea(int mark) const override;
+    [[nodiscard]] int markCount() const override { return static_cast<int>(rows().size()); }
+    [[nodiscard]] Mark mark(std::size_t index) const override;
 
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
+    void selectFrom(std::size_t row, QPointF) override { select(row, row); }
+    void selectTo(std::size_t row, QPointF) override;
+    void clearSelection() override;
+    [[nodiscard]] std::size_t stopCount() const override { return 0; }
+    [[nodiscard]] Item itemAt(QPointF) const override { return {}; }
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    bool event(QEvent* event) override;
 
 private:
-    [[nodiscard]] int lineHeight() const;
-    [[nodiscard]] int lineAt(int y) const;
-    void select(int first, int last);
-    [[nodiscard]] QString text(std::size_t first, std::size_t last) const;
+    void select(std::size_t first, std::size_t last);
 
-    std::vector<Line> lines_;
-    std::optional<std::pair<int, int>> selection_; ///< where it began and where it is now
+    std::optional<std::pair<std::size_t, std::size_t>> selection_; ///< where it began and where it is now
 };
 
 } // namespace loadscope

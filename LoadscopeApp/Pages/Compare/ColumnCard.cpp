@@ -33,7 +33,7 @@ CategoryTable* makeTable(const std::vector<RecordedCategory>& categories) {
     for (const RecordedCategory& category : categories)
         lines.push_back(
             {DisplayText::line(category.name), DisplayText::own(LocaleFormat::grouped(category.tokens))});
-    return new CategoryTable(std::move(lines));
+    return new CategoryTable(lines);
 }
 
 QHBoxLayout* totalLine(const QString& total) {

@@ -32,16 +32,16 @@ TextLabel* note(const QString& text, TextStyle style) {
 
 QString percent(double share) { return DisplayText::own(LocaleFormat::oneDecimal(share * 100) + "%"); }
 
-std::vector<ReportTableRow> tableRows(const ScanReport& report) {
-    std::vector<ReportTableRow> rows;
+std::vector<TableRow> tableRows(const ScanReport& report) {
+    std::vector<TableRow> rows;
     rows.reserve(report.rows.size());
     for (const SlabAttribution& row : report.rows) {
-        rows.push_back({rows.size(),
-                        DisplayText::line(row.name),
-                        {},
-                        DisplayText::own(LocaleFormat::grouped(row.tokens)),
-                        percent(report.categoryShare(row)),
-                        DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))});
+        rows.push_back(
+            {rows.size(),
+             DisplayText::line(row.name),
+             {},
+             {DisplayText::own(LocaleFormat::grouped(row.tokens)), percent(report.categoryShare(row)),
+              DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))}});
     }
     return rows;
 }
@@ -49,7 +49,7 @@ std::vector<ReportTableRow> tableRows(const ScanReport& report) {
 /// The ring over the line that tells what is selected in it.
 class RingColumn : public QWidget {
 public:
-    RingColumn(const ScanReport& report, const std::vector<ReportTableRow>& rows)
+    RingColumn(const ScanReport& report, const std::vector<TableRow>& rows)
         : donut(
               new DonutChart(sectors(report, rows), DisplayText::own(LocaleFormat::grouped(report.total)))) {
         auto* line = new SelectionLine;
@@ -60,8 +60,8 @@ public:
         column->addWidget(line);
         std::vector<SelectionLine::Selected> texts;
         texts.reserve(rows.size());
-        for (const ReportTableRow& row : rows)
-            texts.push_back({texts.size(), row.name, row.share});
+        for (const TableRow& row : rows)
+            texts.push_back({texts.size(), row.name, row.cells[1]});
         connect(donut, &DonutChart::activeChanged, line, [line, texts](DonutChart::Item row) {
             line->select(row ? std::optional(texts.at(*row)) : std::nullopt);
         });
@@ -70,13 +70,12 @@ public:
     DonutChart* donut;
 
 private:
-    static std::vector<DonutChart::Row> sectors(const ScanReport& report,
-                                                const std::vector<ReportTableRow>& rows) {
+    static std::vector<DonutChart::Row> sectors(const ScanReport& report, const std::vector<TableRow>& rows) {
         std::vector<DonutChart::Row> result;
         result.reserve(rows.size());
-        for (const ReportTableRow& row : rows)
+        for (const TableRow& row : rows)
             result.push_back({row.name, report.rows[result.size()].tokens,
-                              row.tokens + QStringLiteral(" tokens, ") + row.share});
+                              row.cells[0] + QStringLiteral(" tokens, ") + row.cells[1]});
         return result;
     }
 };
@@ -103,10 +102,11 @@ BreakdownSection::BreakdownSection(const ScanReport& report, QWidget* parent) : 
 }
 
 void BreakdownSection::addRows(const ScanReport& report) {
-    std::vector<ReportTableRow> rows = tableRows(report);
+    std::vector<TableRow> rows = tableRows(report);
     RingColumn* ring = hasTokens(report) ? new RingColumn(report, rows) : nullptr;
-    auto* table = new ReportTable({QStringLiteral("Category"), QStringLiteral("Tokens"),
-                                   QStringLiteral("Share"), QStringLiteral("Source")},
+    auto* table = new ReportTable({QStringLiteral("Category"),
+                                   {QStringLiteral("Tokens"), QStringLiteral("Share")},
+                                   QStringLiteral("Source")},
                                   std::move(rows), QStringLiteral("Rows by category"));
     if (ring == nullptr) {
         content()->addWidget(

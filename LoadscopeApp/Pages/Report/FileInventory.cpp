@@ -47,19 +47,17 @@ private:
     std::unordered_map<std::string, std::vector<Entry>> known_;
 };
 
-std::vector<ReportTableRow> rowsOf(const ScanReport& report,
-                                   const std::vector<InstructionFileEstimate>& files) {
+std::vector<TableRow> rowsOf(const ScanReport& report, const std::vector<InstructionFileEstimate>& files) {
     const TierNames tiers(report.fileSet);
-    std::vector<ReportTableRow> rows;
+    std::vector<TableRow> rows;
     rows.reserve(files.size());
     for (const InstructionFileEstimate& file : files) {
         rows.push_back({{},
                         DisplayText::line(file.path),
                         DisplayText::own(tiers.of(file) + " · " + LocaleFormat::grouped(file.byteCount) +
                                          " bytes on disk"),
-                        DisplayText::own(LocaleFormat::grouped(file.estimatedTokens)),
-                        DisplayText::own(InstructionFileShare::text(file.estimatedTokens, report.total)),
-                        {}});
+                        {DisplayText::own(LocaleFormat::grouped(file.estimatedTokens)),
+                         DisplayText::own(InstructionFileShare::text(file.estimatedTokens, report.total))}});
     }
     return rows;
 }
@@ -68,7 +66,7 @@ std::vector<ReportTableRow> rowsOf(const ScanReport& report,
 
 FileInventory::FileInventory(const ScanReport& report, const std::vector<InstructionFileEstimate>& files,
                              QWidget* parent)
-    : ReportTable({QStringLiteral("File"), QStringLiteral("Estimated tokens"), QStringLiteral("Share"), {}},
+    : ReportTable({QStringLiteral("File"), {QStringLiteral("Estimated tokens"), QStringLiteral("Share")}, {}},
                   rowsOf(report, files), QStringLiteral("Largest contributors"), parent),
       opener_(QDesktopServices::openUrl) {
     for (const InstructionFileEstimate& file : files)

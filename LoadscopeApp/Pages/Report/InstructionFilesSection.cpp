@@ -45,10 +45,10 @@ std::string lastTwoComponents(const std::string& path) {
 }
 
 QWidget* unreadableList(const std::vector<std::string>& paths) {
-    std::vector<ReportTableRow> rows;
+    std::vector<TableRow> rows;
     rows.reserve(paths.size());
     for (const std::string& path : paths)
-        rows.push_back({{}, DisplayText::line(path), {}, {}, {}, {}});
+        rows.push_back({{}, DisplayText::line(path), {}, {}});
     return new ReportTable({}, std::move(rows), QStringLiteral("Could not be read"));
 }
 

@@ -71,12 +71,12 @@ void compareRows(const ReportPage& page, const Json& report) {
     auto* donut = page.find<DonutChart>();
     std::int64_t positive = 0;
     for (std::size_t index = 0; index < table->rows().size(); ++index) {
-        const ReportTableRow& shown = table->rows()[index];
+        const TableRow& shown = table->rows()[index];
         const Json& row = report["rows"][index];
         EXPECT_EQ(shown.name, text(row["name"]));
-        EXPECT_EQ(shown.tokens, grouped(row["tokens"]));
-        EXPECT_EQ(shown.share, percent(row["share"]));
-        EXPECT_EQ(shown.source, source(row["provenance"]));
+        EXPECT_EQ(shown.cells[0], grouped(row["tokens"]));
+        EXPECT_EQ(shown.cells[1], percent(row["share"]));
+        EXPECT_EQ(shown.cells[2], source(row["provenance"]));
         EXPECT_EQ(shown.color, index);
         positive += std::max<std::int64_t>(0, row["tokens"]);
         if (donut != nullptr) {
@@ -112,10 +112,11 @@ void compareFiles(const ReportPage& page, const Json& report) {
     ASSERT_EQ(inventory != nullptr, !files.empty());
     ASSERT_EQ(treemap != nullptr, !files.empty());
     for (std::size_t index = 0; index < files.size(); ++index) {
-        const ReportTableRow& shown = inventory->rows().at(index);
-        EXPECT_EQ((QStringList{shown.name, shown.detail, shown.tokens, shown.share}), files[index].texts);
+        const TableRow& shown = inventory->rows().at(index);
+        EXPECT_EQ((QStringList{shown.name, shown.detail, shown.cells[0], shown.cells[1]}),
+                  files[index].texts);
         EXPECT_EQ(treemap->mark(index).name, shown.name);
-        EXPECT_EQ(treemap->mark(index).value, shown.tokens + " estimated tokens · " + shown.share);
+        EXPECT_EQ(treemap->mark(index).value, shown.cells[0] + " estimated tokens · " + shown.cells[1]);
     }
     auto* unreadable = page.find<ReportTable>(QStringLiteral("Could not be read"));
     ASSERT_EQ(unreadable != nullptr, !report["unreadablePaths"].empty());

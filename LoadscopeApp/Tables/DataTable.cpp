@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Tables/DataTable.h"
+
+#include "LoadscopeApp/Tables/TablePainter.h"
+#include "LoadscopeApp/Text/PlainToolTip.h"
+#include "LoadscopeApp/Theme/AppTheme.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace loadscope {
+namespace {
+
+constexpr int usualWidth = 420;
+constexpr int narrowest = 200;
+
+} // namespace
+
+DataTable::DataTable(QAccessible::Role role, TableColumns columns, std::vector<TableRow> rows,
+                     TableStyle style, QWidget* parent)
+    : MarkedWidget(role, parent),
+      columns_(std::move(columns)),
+      rows_(std::move(rows)),
+      places_(columns_, rows_, style) {
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    AppTheme::bind(this, [this] {
+        isMeasured_ = false;
+        if (isVisible()) measure();
+        updateGeometry();
+        update();
+    });
+}
+
+void DataTable::measure() const {
+    if (isMeasured_) return;
+    isMeasured_ = true;
+    const AppTheme& theme = AppTheme::current();
+    places_.measure({theme.font(TextStyle::caption, QFont::DemiBold), theme.font(TextStyle::body),
+                     theme.font(TextStyle::caption)});
+    if (isVisible()) places_.setWidth(width());
+}
+
+void DataTable::showRows(std::vector<std::size_t> rows) {
+    places_.show(std::move(rows));
+    if (isMeasured_) places_.setWidth(width());
+    clearSelection();
+    if (active() && !places_.positionOf(*active())) setActive(std::nullopt);
+    updateGeometry();
+    update();
+}
+
+int DataTable::heightForWidth(int width) const {
+    measure();
+    return static_cast<int>(std::ceil(places_.heightFor(width)));
+}
+
+QSize DataTable::sizeHint() const { return {usualWidth, static_cast<int>(std::ceil(places_.height()))}; }
+
+QSize DataTable::minimumSizeHint() const { return {narrowest, 0}; }
+
+void DataTable::resizeEvent(QResizeEvent*) {
+    measure();
+    places_.setWidth(width());
+}
+
+QRectF DataTable::mirrored(const QRectF& area) const {
+    if (layoutDirection() == Qt::LeftToRight) return area;
+    return {width() - area.right(), area.y(), area.width(), area.height()};
+}
+
+QRect DataTable::rowArea(std::size_t row) const { return places_.row(row).toAlignedRect(); }
+
+QRectF DataTable::cell(std::size_t row, std::size_t column) const {
+    measure();
+    if (column == 0) return mirrored(places_.nameBox(row));
+    const TableLayout::Span span = places_.column(column);
+    const QRectF line = places_.row(row);
+    return mirrored({span.left, line.y(), span.width, line.height()});
+}
+
+QRectF DataTable::headerCell(std::size_t column) const {
+    const TableLayout::Span span = places_.column(column);
+    return mirrored({span.left, 0, span.width, places_.headerHeight()});
+}
+
+int DataTable::markCount() const {
+    return static_cast<int>((places_.shown().size() + (columns_.hasHeader() ? 1 : 0)) * columns_.count());
+}
+
+MarkedWidget::Item DataTable::markOf(std::size_t item) const {
+    const Item position = places_.positionOf(item);
+    if (!position) return {};
+    return (*position + (columns_.hasHeader() ? 1 : 0)) * columns_.count();
+}
+
+MarkedWidget::Mark DataTable::mark(std::size_t index) const {
+    const std::size_t column = index % columns_.count();
+    std::size_t line = index / columns_.count();
+    if (columns_.hasHeader()) {
+        if (line == 0) return {columns_.title(column), {}, headerCell(column), QAccessible::ColumnHeader};
+        --line;
+    }
+    const std::size_t row = places_.shown().at(line);
+    const TableRow& data = rows_[row];
+    if (column == 0) return {data.name, data.detail, cell(row, 0), QAccessible::Cell};
+    return {data.cells.at(column - 1), {}, cell(row, column), QAccessible::Cell};
+}
+
+void DataTable::activeMoved(Item before, std::optional<QPointF>) {
+    if (before) update(rowArea(*before));
+    if (active()) update(rowArea(*active()));
+}
+
+BrokenText DataTable::shownName(std::size_t row) const {
+    return places_.broken(rows_[row].name, cell(row, 0).width());
+}
+
+MarkedWidget::Item DataTable::rowAt(QPointF point) const {
+    const Item position = places_.positionAt(point.y());
+    return position ? Item(places_.shown()[*position]) : std::nullopt;
+}
+
+void DataTable::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    TablePainter(painter, *this).paint(event->rect());
+}
+
+void DataTable::mousePressEvent(QMouseEvent* event) {
+    const Item row = rowAt(event->position());
+    if (event->button() == Qt::LeftButton && row)
+        selectFrom(*row, event->position());
+    else
+        MarkedWidget::mousePressEvent(event);
+}
+
+void DataTable::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons().testFlag(Qt::LeftButton) && places_.height() > places_.headerHeight()) {
+        const double y = std::clamp(event->position().y(), places_.headerHeight(), places_.height() - 1);
+        if (const Item row = rowAt({0, y})) selectTo(*row, event->position());
+    }
+    MarkedWidget::mouseMoveEvent(event);
+}
+
+bool DataTable::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return MarkedWidget::event(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const Item row = rowAt(help->pos());
+    const bool isCut = row && shownName(*row).hidden > 0;
+    PlainToolTip::show(help->globalPos(), isCut ? rows_[*row].name : QString(), this);
+    return true;
+}
+
+void DataTable::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        const QString text = copiedText();
+        if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+    } else if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
+        event->ignore(); // a row has nothing beside it
+    } else {
+        MarkedWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace loadscope

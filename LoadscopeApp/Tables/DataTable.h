@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeApp/Charts/MarkedWidget.h"
+#include "LoadscopeApp/Tables/TableLayout.h"
+
+namespace loadscope {
+
+/// Names with numbers beside them, painted as a whole and only where they can be seen: thousands of rows cost
+/// no widgets. Some of the rows can be left out, and all stand in any order: an item is a row of those that
+/// the table was made of, a stop of the arrow keys one that is shown. A name too long for its lines is whole
+/// in its tool tip. What the mouse selects is for the tables on top of this to say; Copy takes it.
+class DataTable : public MarkedWidget {
+    Q_OBJECT
+
+public:
+    /// What of a row is selected.
+    struct Selected {
+        bool isWhole = false;
+        int from = 0; ///< else a piece of what is shown of its name
+        int to = 0;
+    };
+
+    [[nodiscard]] const TableColumns& columns() const { return columns_; }
+    [[nodiscard]] const std::vector<TableRow>& rows() const { return rows_; }
+    [[nodiscard]] const TableLayout& places() const { return places_; }
+    /// Shows these of the rows, in this order.
+    void showRows(std::vector<std::size_t> rows);
+
+    /// Where a row is; empty for one that is not shown.
+    [[nodiscard]] QRect rowArea(std::size_t row) const;
+    [[nodiscard]] QRectF cell(std::size_t row, std::size_t column) const;
+    [[nodiscard]] QRectF headerCell(std::size_t column) const;
+    [[nodiscard]] virtual Selected selected(std::size_t row) const = 0;
+    [[nodiscard]] virtual QString selectedText() const = 0;
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] int markCount() const override;
+    [[nodiscard]] Mark mark(std::size_t index) const override;
+    [[nodiscard]] Item markOf(std::size_t item) const override;
+
+protected:
+    DataTable(QAccessible::Role role, TableColumns columns, std::vector<TableRow> rows, TableStyle style,
+              QWidget* parent);
+
+    /// The mouse went down on a row, and moved on while it was down; `row` is the one nearest to it.
+    virtual void selectFrom(std::size_t row, QPointF point) = 0;
+    virtual void selectTo(std::size_t row, QPointF point) = 0;
+    /// The rows that are shown became others: what was selected is so no more.
+    virtual void clearSelection() = 0;
+    /// What Copy takes.
+    [[nodiscard]] virtual QString copiedText() const { return selectedText(); }
+    /// What is shown of a row's name.
+    [[nodiscard]] BrokenText shownName(std::size_t row) const;
+    [[nodiscard]] Item rowAt(QPointF point) const;
+
+    bool event(QEvent* event) override;
+    [[nodiscard]] std::size_t stopCount() const override { return places_.shown().size(); }
+    [[nodiscard]] std::size_t itemAtStop(std::size_t stop) const override { return places_.shown()[stop]; }
+    [[nodiscard]] Item stopOf(std::size_t item) const override { return places_.positionOf(item); }
+    [[nodiscard]] Item itemAt(QPointF point) const override { return rowAt(point); }
+    void activeMoved(Item before, std::optional<QPointF> place) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// Measures the texts when they are first needed: a collapsed section never needs them.
+    void measure() const;
+    [[nodiscard]] QRectF mirrored(const QRectF& area) const;
+
+    TableColumns columns_;
+    std::vector<TableRow> rows_;
+    mutable bool isMeasured_ = false;
+    mutable TableLayout places_;
+};
+
+} // namespace loadscope
