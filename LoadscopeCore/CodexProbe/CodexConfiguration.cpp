@@ -100,11 +100,12 @@ public:
         return value && *value >= least ? value : std::nullopt;
     }
 
-    [[nodiscard]] std::vector<std::string> texts(std::string_view key) const {
-        std::vector<std::string> values;
+    [[nodiscard]] std::optional<std::vector<std::string>> texts(std::string_view key) const {
         const toml::node* const node = find(key);
         const toml::array* const array = node ? node->as_array() : nullptr;
-        for (std::size_t i = 0; array && i < array->size(); ++i)
+        if (!array) return std::nullopt;
+        std::vector<std::string> values;
+        for (std::size_t i = 0; i < array->size(); ++i)
             if (auto value = textOf(array->get(i))) values.push_back(std::move(*value));
         return values;
     }
@@ -126,12 +127,17 @@ CodexConfiguration parsed(std::string_view toml) {
     const toml::parse_result result = toml::parse(asASCII(toml));
     if (!result) return {};
     const Settings settings(result.table());
+    const std::vector<std::string> noTexts;
     return {.model = settings.text("model"),
             .modelContextWindow = settings.number("model_context_window", 1),
             .modelProvider = settings.text("model_provider"),
             .projectDocMaxBytes = settings.number("project_doc_max_bytes", 0),
-            .projectDocFallbackFilenames = settings.texts("project_doc_fallback_filenames"),
-            .profile = settings.text("profile")};
+            .projectDocFallbackFilenames = settings.texts("project_doc_fallback_filenames").value_or(noTexts),
+            .profile = settings.text("profile"),
+            .projectRootMarkers = settings.texts("project_root_markers"),
+            .replacesSystemPrompt = settings.text("model_instructions_file") ||
+                                    settings.text("experimental_instructions_file") ||
+                                    settings.text("instructions")};
 }
 
 } // namespace
@@ -149,12 +155,21 @@ CodexConfiguration CodexConfiguration::read(const std::string& path) {
     return text ? parse(*text) : CodexConfiguration();
 }
 
-std::optional<std::string> CodexConfiguration::path(const Environment& environment, const std::string& home) {
+std::optional<std::string> CodexConfiguration::folder(const Environment& environment,
+                                                      const std::string& home) {
     const auto folder = environment.find("CODEX_HOME");
-    if (folder == environment.end() || folder->second.empty())
-        return FilePath::joined(home, ".codex/config.toml");
+    if (folder == environment.end() || folder->second.empty()) return FilePath::joined(home, ".codex");
     if (!folder->second.starts_with('/')) return std::nullopt;
-    return FilePath::joined(folder->second, "config.toml");
+    return folder->second;
+}
+
+std::optional<std::string> CodexConfiguration::folderForUser() {
+    return folder(UserFolders::environment(), UserFolders::home());
+}
+
+std::optional<std::string> CodexConfiguration::path(const Environment& environment, const std::string& home) {
+    const auto in = folder(environment, home);
+    return in ? std::optional(FilePath::joined(*in, "config.toml")) : std::nullopt;
 }
 
 CodexConfiguration CodexConfiguration::forUser() {

@@ -26,6 +26,9 @@ struct CodexConfiguration {
     std::optional<std::int64_t> projectDocMaxBytes{}; ///< not negative
     std::vector<std::string> projectDocFallbackFilenames{};
     std::optional<std::string> profile{};
+    /// What marks the root of a project; absent when it does not say, none when every folder is its own.
+    std::optional<std::vector<std::string>> projectRootMarkers{};
+    bool replacesSystemPrompt = false; ///< the model's own is not what a session starts with
 
     /// A provider of the user's own, which may answer without a sign-in.
     [[nodiscard]] bool namesOwnProvider() const { return modelProvider && *modelProvider != defaultProvider; }
@@ -33,8 +36,13 @@ struct CodexConfiguration {
     [[nodiscard]] static CodexConfiguration parse(std::string_view toml);
     [[nodiscard]] static CodexConfiguration read(const std::string& path);
 
-    /// $CODEX_HOME/config.toml, else .codex/config.toml in the home folder. Absent for a relative CODEX_HOME,
-    /// which means another folder in each session.
+    /// $CODEX_HOME, else .codex in the home folder. Absent for a relative CODEX_HOME, which means another
+    /// folder in each session.
+    [[nodiscard]] static std::optional<std::string> folder(const Environment& environment,
+                                                           const std::string& home);
+    [[nodiscard]] static std::optional<std::string> folderForUser();
+
+    /// config.toml in that folder.
     [[nodiscard]] static std::optional<std::string> path(const Environment& environment,
                                                          const std::string& home);
 

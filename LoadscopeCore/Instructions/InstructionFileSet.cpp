@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
 
 #include "LoadscopeCore/Platform/SaturatingSum.h"
+#include "LoadscopeCore/Platform/TokenEstimate.h"
 
 #include <utility>
 
@@ -42,8 +43,7 @@ InstructionFileEstimate::InstructionFileEstimate(std::string path, std::int64_t 
     : path(std::move(path)), byteCount(byteCount), estimatedTokens(estimatedTokensForByteCount(byteCount)) {}
 
 std::int64_t InstructionFileEstimate::estimatedTokensForByteCount(std::int64_t byteCount) {
-    constexpr std::int64_t bytesPerToken = 4;
-    return byteCount < 1 ? 0 : (byteCount - 1) / bytesPerToken + 1;
+    return TokenEstimate::ofBytes(byteCount);
 }
 
 const std::vector<InstructionFileEstimate>& InstructionFileSet::files(InstructionFileTier tier) const {

@@ -34,6 +34,11 @@ TEST(CodexConfiguration, TakesWhatTheProfileInUseSetsBeforeTheTopLevel) {
         {"\xef\xbb\xbfmodel = \"模型\" # comment\r\n", {"模型"}},
         {"profile = \"~\u00e9\\u007e~\"\n[profiles.'~\u00e9~~']\nmodel = '~41 \u00e9'\n",
          {"~41 \u00e9", {}, {}, {}, {}, "~\u00e9~~"}},
+        {"project_root_markers = []\ninstructions = 'x'",
+         {{}, {}, {}, {}, {}, {}, std::vector<std::string>{}, true}},
+        {"project_root_markers = ['.hg', 7]\nmodel_instructions_file = 'x'",
+         {{}, {}, {}, {}, {}, {}, std::vector<std::string>{".hg"}, true}},
+        {"project_root_markers = 'x'\ninstructions = ''", {}},
         {"notify = [[[[1]]]]\nmodel = \"gpt-a\"", {"gpt-a"}},
     };
     for (const Case& item : cases) {
