@@ -31,12 +31,19 @@ public:
     explicit UnavailableCodex(ToolReadiness readiness) : readiness_(readiness) {}
 
     CodexScanOutcome run(const std::string& /*repository*/, std::stop_token /*stop*/) override {
-        return CodexScanOutcome::unavailable(readiness_ == ToolReadiness::notInstalled
-                                                 ? CodexProbe::notInstalledReason
-                                                 : CodexProbe::signedOutReason());
+        return CodexScanOutcome::unavailable(reason());
+    }
+
+    CodexItems estimate(const std::string& /*repository*/, std::stop_token /*stop*/) override {
+        return CodexItems::unavailable(reason());
     }
 
 private:
+    [[nodiscard]] std::string reason() const {
+        return readiness_ == ToolReadiness::notInstalled ? CodexProbe::notInstalledReason
+                                                         : CodexProbe::signedOutReason();
+    }
+
     ToolReadiness readiness_;
 };
 

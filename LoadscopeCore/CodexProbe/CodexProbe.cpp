@@ -129,29 +129,54 @@ CodexProbeResult CodexProbeRunner::resultOf(const SessionOutput& session,
     return result;
 }
 
-CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std::stop_token& stop) const {
-    using Clock = std::chrono::steady_clock;
-
+std::string CodexProbeRunner::locate(const std::stop_token& stop) const {
     const auto availability =
         ProcessCancellation::run(stop, [&] { return CodexCLILocator::locateForUser(cliOverride); });
     if (!availability.path)
         throw ProbeError(ProbeError::CLINotFound{CodexCLILocator::searchedForUser(cliOverride)});
+    return *availability.path;
+}
 
+CodexItemsReader CodexProbeRunner::itemsReader(const std::string& cli,
+                                               const CodexConfiguration& setUp) const {
+    return {.cli = cli,
+            .prompt = probePrompt,
+            .timeoutSeconds = timeoutSeconds,
+            .configuration = setUp,
+            .configurationFolder = CodexConfiguration::folderForUser()};
+}
+
+CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std::stop_token& stop) const {
+    using Clock = std::chrono::steady_clock;
+
+    const std::string cli = locate(stop);
     const CodexConfiguration setUp = configuration();
-    ToolVersion version(*availability.path, ProbeEnvironment::Tool::codex);
+    ToolVersion version(cli, ProbeEnvironment::Tool::codex);
     auto start = Clock::now();
-    SessionOutput output = session(*availability.path, arguments(repository), repository, stop);
+    SessionOutput output = session(cli, arguments(repository), repository, stop);
     const bool keepsRecord =
         output.exitCode != 0 && !output.timedOut && CodexSessionText::refusesEphemeral(output.standardOutput);
     if (keepsRecord) {
         start = Clock::now();
-        output = session(*availability.path, argumentsKeepingRecord(repository), repository, stop);
+        output = session(cli, argumentsKeepingRecord(repository), repository, stop);
     }
     CodexProbeResult result = resultOf(output, setUp);
     result.keepsRecord = keepsRecord;
     result.duration = std::chrono::duration<double>(Clock::now() - start).count();
     result.toolVersion = version.answer(versionSeconds);
+
+    result.items = itemsReader(cli, setUp).read(repository, result.model, stop);
+    if (!result.contextWindow) result.contextWindow = result.items->contextWindow;
+    if (result.items->areTold()) result.model = result.items->model;
     return result;
+}
+
+CodexItems CodexProbeRunner::estimate(const std::string& repository, const std::stop_token& stop) const {
+    const std::string cli = locate(stop);
+    const CodexConfiguration setUp = configuration();
+    CodexItems items = itemsReader(cli, setUp).read(repository, modelName(setUp.model), stop);
+    std::erase_if(items.items, [](const CodexItem& item) { return item.kind == CodexItemKind::prompt; });
+    return items;
 }
 
 CodexProbe::CodexProbe(std::optional<std::string> cliOverride, double timeoutSeconds,
@@ -165,6 +190,14 @@ CodexScanOutcome CodexProbe::run(const std::string& repository, std::stop_token 
         return CodexScanOutcome::measured(runner_.run(repository, stop));
     } catch (...) {
         return CodexScanOutcome::unavailable(reason(std::current_exception()));
+    }
+}
+
+CodexItems CodexProbe::estimate(const std::string& repository, std::stop_token stop) {
+    try {
+        return runner_.estimate(repository, stop);
+    } catch (...) {
+        return CodexItems::unavailable(reason(std::current_exception()));
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
+#include "LoadscopeCore/CodexProbe/CodexItemsReader.h"
 #include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
 
 #include <cstdint>
@@ -40,17 +41,21 @@ struct Header {
 
 } // namespace CodexOutputParser
 
-/// Measures the startup context of Codex for one folder. Blocking; never throws: whatever goes wrong, a stop
-/// included, is an unavailable outcome with its reason.
+/// Measures the startup context of Codex for one folder, or estimates it without a session. Blocking; never
+/// throws: whatever goes wrong, a stop included, is an unavailable outcome with its reason.
 class CodexProbeRunning {
 public:
     virtual ~CodexProbeRunning() = default;
     virtual CodexScanOutcome run(const std::string& repository, std::stop_token stop) = 0;
+
+    /// The items alone: no session, no allowance. The servers of the configuration are started.
+    virtual CodexItems estimate(const std::string& repository, std::stop_token stop) = 0;
 };
 
 /// One `codex exec` session with a fixed one-line prompt; a version that does not know the flag against a
-/// record of the session is started once more without it. Plain value; `executor` runs a session and can be
-/// replaced, as can `configuration`, which tells what the stream may not.
+/// record of the session is started once more without it. Afterwards Codex is asked what the session started
+/// with, which changes none of its numbers. Plain value; `executor` runs a session and can be replaced, as
+/// can `configuration`, which tells what the stream may not.
 struct CodexProbeRunner {
     static constexpr double defaultTimeoutSeconds = 300;
     static constexpr const char* probePrompt =
@@ -76,6 +81,9 @@ struct CodexProbeRunner {
     /// Throws `ProbeError` or `CancellationError`.
     [[nodiscard]] CodexProbeResult run(const std::string& repository, const std::stop_token& stop) const;
 
+    /// The items without a session, and without the prompt of one. Throws as `run` does.
+    [[nodiscard]] CodexItems estimate(const std::string& repository, const std::stop_token& stop) const;
+
     [[nodiscard]] static std::vector<std::string> arguments(const std::string& repository);
     [[nodiscard]] static std::vector<std::string> argumentsKeepingRecord(const std::string& repository);
 
@@ -85,6 +93,8 @@ struct CodexProbeRunner {
                                                       std::size_t tailLines);
 
 private:
+    [[nodiscard]] std::string locate(const std::stop_token& stop) const;
+    [[nodiscard]] CodexItemsReader itemsReader(const std::string& cli, const CodexConfiguration& setUp) const;
     [[nodiscard]] SessionOutput session(const std::string& cli, const std::vector<std::string>& list,
                                         const std::string& repository, const std::stop_token& stop) const;
 
@@ -109,6 +119,7 @@ public:
     explicit CodexProbe(CodexProbeRunner runner);
 
     CodexScanOutcome run(const std::string& repository, std::stop_token stop) override;
+    CodexItems estimate(const std::string& repository, std::stop_token stop) override;
 
     [[nodiscard]] static CodexProbeRunner::Executor
     processExecutor(double timeoutSeconds, double reconnectionSeconds = defaultReconnectionSeconds);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/CodexProbe/CodexItems.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,7 +18,8 @@ struct CodexProbeResult {
     double duration = 0;
     std::optional<std::string> toolVersion{}; ///< for example "0.169.0"
     std::optional<std::string> model{};
-    bool keepsRecord = false; ///< this version cannot be told to keep no record of the session
+    bool keepsRecord = false;          ///< this version cannot be told to keep no record of the session
+    std::optional<CodexItems> items{}; ///< asked for after the session; not recorded
 
     bool operator==(const CodexProbeResult&) const = default;
 };

@@ -48,7 +48,9 @@ public:
 class FakeCodex : public CodexProbeRunning {
 public:
     CodexScanOutcome outcome = CodexScanOutcome::measured({41'200, 272'000, 20.0});
+    CodexItems items;
     CodexScanOutcome run(const std::string&, std::stop_token) override { return outcome; }
+    CodexItems estimate(const std::string&, std::stop_token) override { return items; }
 };
 
 class MemoryCompletionStore : public OnboardingCompletionStore {

@@ -22,7 +22,7 @@ const std::string report =
 class CodexProbeTest : public testing::Test {
 protected:
     void scriptCodex(const std::string& commands) {
-        writeExecutable(cli, "#!/bin/sh\n[ $1 != --version ] || exit 1\n" + commands + "\n");
+        writeExecutable(cli, "#!/bin/sh\n[ $1 = exec ] || exit 1\n" + commands + "\n");
     }
 
     const TemporaryFolder home;

@@ -107,7 +107,9 @@ protected:
     }
 
     void script(const std::string& commands) {
-        writeExecutable(cli, "#!/bin/sh\n[ $1 != --version ] || exec echo \"$VERSION\"\n" + commands + "\n");
+        writeExecutable(
+            cli, "#!/bin/sh\n[ $1 != --version ] || exec echo \"$VERSION\"\n[ $1 = exec ] || exit 2\n" +
+                     commands + "\n");
     }
 
     const TemporaryFolder home;

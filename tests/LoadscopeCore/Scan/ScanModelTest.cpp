@@ -53,6 +53,7 @@ struct FakeCodex : CodexProbeRunning {
         hook(stop);
         return outcome;
     }
+    CodexItems estimate(const std::string&, std::stop_token) override { return {}; }
 };
 
 struct FakeScanner : InstructionFileScanning {
