@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/CommandLine.h"
 
+#include "LoadscopeCLI/DiffCommand.h"
 #include "LoadscopeCLI/ExitCode.h"
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/HistoryCommand.h"
@@ -32,6 +33,7 @@ constexpr const char* examples = R"(Examples:
   loadscope status               are the tools installed and signed in
   loadscope history              what was measured before
   loadscope leaderboard          which repositories load most
+  loadscope diff                 what changed since the scan before
 
 `loadscope COMMAND --help` tells more about a command.)";
 
@@ -67,6 +69,7 @@ int run(int argumentCount, const char* const* arguments) {
     addStatusCommand(app, exitCode);
     addHistoryCommand(app, exitCode);
     addLeaderboardCommand(app, exitCode);
+    addDiffCommand(app, exitCode);
     addOpenCommand(app, exitCode);
     try {
         app.parse(argumentCount, arguments);

@@ -3,84 +3,15 @@
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 
 #include "LoadscopeCore/History/PathBytes.h"
+#include "LoadscopeCore/Platform/InternetDate.h"
 #include "LoadscopeCore/Platform/Json.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <chrono>
 #include <nlohmann/json.hpp>
 
 namespace loadscope::ScanHistoryFile {
 namespace {
-
-using std::chrono::floor;
-using std::chrono::seconds;
-using std::chrono::sys_seconds;
-
-// MARK: Dates
-
-void appendPadded(std::string& text, std::int64_t number, int width) {
-    std::array<char, 20> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    const auto length = end - digits.data();
-    if (length < width) text.append(static_cast<std::size_t>(width - length), '0');
-    text.append(digits.data(), end);
-}
-
-/// The number that exactly these digits write, or -1.
-int decimal(std::string_view digits) {
-    int number = 0;
-    for (const char digit : digits) {
-        if (digit < '0' || digit > '9') return -1;
-        number = number * 10 + (digit - '0');
-    }
-    return number;
-}
-
-/// "Z", "+HH:MM" or "-HH:MM" as the time that the zone is ahead of UTC.
-std::optional<seconds> zoneOffset(std::string_view zone) {
-    if (zone == "Z") return seconds(0);
-    if (zone.size() != 6 || (zone[0] != '+' && zone[0] != '-') || zone[3] != ':') return std::nullopt;
-    const int hours = decimal(zone.substr(1, 2));
-    const int minutes = decimal(zone.substr(4, 2));
-    if (hours < 0 || hours > 23 || minutes < 0 || minutes > 59) return std::nullopt;
-    const seconds ahead = std::chrono::hours(hours) + std::chrono::minutes(minutes);
-    return zone[0] == '-' ? -ahead : ahead;
-}
-
-std::optional<sys_seconds> dateAndTime(std::string_view text) {
-    constexpr std::string_view shape = "0000-00-00T00:00:00";
-    if (text.size() != shape.size()) return std::nullopt;
-    for (std::size_t index = 0; index < shape.size(); ++index)
-        if (shape[index] != '0' && shape[index] != text[index]) return std::nullopt;
-    const int year = decimal(text.substr(0, 4));
-    const int month = decimal(text.substr(5, 2));
-    const int day = decimal(text.substr(8, 2));
-    const int hour = decimal(text.substr(11, 2));
-    const int minute = decimal(text.substr(14, 2));
-    const int second = decimal(text.substr(17, 2));
-    if (std::min({year, month, day, hour, minute, second}) < 0) return std::nullopt;
-    const std::chrono::year_month_day date{std::chrono::year(year),
-                                           std::chrono::month(static_cast<unsigned>(month)),
-                                           std::chrono::day(static_cast<unsigned>(day))};
-    if (!date.ok() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
-    return std::chrono::sys_days(date) + std::chrono::hours(hour) + std::chrono::minutes(minute) +
-           seconds(second);
-}
-
-std::optional<Timestamp> parsedDate(std::string_view text) {
-    constexpr std::size_t zoneStart = 19;
-    if (text.size() <= zoneStart) return std::nullopt;
-    const std::optional<sys_seconds> local = dateAndTime(text.substr(0, zoneStart));
-    const std::optional<seconds> offset = zoneOffset(text.substr(zoneStart));
-    if (!local || !offset) return std::nullopt;
-    const sys_seconds time = *local - *offset;
-    // The clock counts finer than seconds, so it covers fewer years than the text can name.
-    if (time <= floor<seconds>(Timestamp::min()) || time >= floor<seconds>(Timestamp::max()))
-        return std::nullopt;
-    return Timestamp(time);
-}
 
 // MARK: Reading
 
@@ -127,7 +58,7 @@ std::optional<RecordedScan> decodedScan(const Json::Value& scan) {
     const std::string* dateText = text(scan, "date");
     const std::string* idText = text(scan, "id");
     if (!name || !path || !dateText || !idText) return std::nullopt;
-    const std::optional<Timestamp> date = parsedDate(*dateText);
+    const std::optional<Timestamp> date = InternetDate::parse(*dateText);
     std::optional<UUID> id = UUID::parse(*idText);
     std::optional<std::vector<RecordedCategory>> categories = decodedCategories(scan);
     const std::optional<std::int64_t> total = Json::integral(Json::member(scan, "total"));
@@ -231,23 +162,6 @@ std::string encode(const std::vector<RecordedScan>& scans) {
     return file;
 }
 
-std::string iso8601(Timestamp time) {
-    const sys_seconds whole = floor<seconds>(time);
-    const auto day = floor<std::chrono::days>(whole);
-    const std::chrono::year_month_day date(day);
-    const std::chrono::hh_mm_ss clock(whole - day);
-    std::string text;
-    const auto append = [&text](char before, std::int64_t number) {
-        text += before;
-        appendPadded(text, number, 2);
-    };
-    appendPadded(text, static_cast<int>(date.year()), 4);
-    append('-', static_cast<unsigned>(date.month()));
-    append('-', static_cast<unsigned>(date.day()));
-    append('T', clock.hours().count());
-    append(':', clock.minutes().count());
-    append(':', clock.seconds().count());
-    return text + 'Z';
-}
+std::string iso8601(Timestamp time) { return InternetDate::text(time); }
 
 } // namespace loadscope::ScanHistoryFile
