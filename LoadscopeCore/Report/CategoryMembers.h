@@ -55,6 +55,10 @@ struct MemberList {
     bool mayHoldOnDemand = false;
 
     [[nodiscard]] bool isEmpty() const { return groups.empty() && !estimateDifference && !notItemised; }
+    /// False when the members stand below their row without a group between.
+    [[nodiscard]] bool isGrouped() const {
+        return groups.size() > 1 || (!groups.empty() && !groups.front().name.empty());
+    }
     [[nodiscard]] std::size_t memberCount() const;
     [[nodiscard]] PreciseCount sum() const;
     bool operator==(const MemberList&) const = default;

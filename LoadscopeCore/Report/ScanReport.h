@@ -7,6 +7,7 @@
 #include "LoadscopeCore/Instructions/Attribution.h"
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
 #include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Report/ChangeableGroup.h"
 #include "LoadscopeCore/Report/MemoryFiles.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
 #include "LoadscopeCore/Scoring/OpinionBand.h"
@@ -39,10 +40,12 @@ struct ScanReport {
     bool overAttributed = false;
     bool categoriesSelfReported = false;
     CodexScanOutcome codex = CodexScanOutcome::unavailable(CodexScanOutcome::notIncludedReason);
-    MeasurementConditions conditions{};         ///< of the Claude Code measurement
-    std::vector<SelfReportedSlab> categories{}; ///< as the tool reported them, equal names joined
-    ContextDetails details{};                   ///< what the tool's report lists below its categories
-    MemoryFiles memoryFiles{};                  ///< that list beside the files that were found
+    MeasurementConditions conditions{};               ///< of the Claude Code measurement
+    std::vector<SelfReportedSlab> categories{};       ///< as the tool reported them, equal names joined
+    ContextDetails details{};                         ///< what the tool's report lists below its categories
+    MemoryFiles memoryFiles{};                        ///< that list beside the files that were found
+    std::vector<ChangeableGroup> largestChangeable{}; ///< at most three, largest first
+    std::vector<std::string> missingServers{};        ///< configured ones that the tool does not list
 
     /// Every instruction file: the repository's, then the inherited, then the personal ones.
     [[nodiscard]] std::vector<InstructionFileEstimate> files() const { return fileSet.allFiles(); }

@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/ScanStages.h"
 
+#include "LoadscopeCore/ClaudeProbe/ConfiguredServers.h"
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
+#include "LoadscopeCore/Report/LargestChangeable.h"
 
 namespace loadscope::ScanStages {
 namespace {
@@ -32,7 +34,10 @@ ScanReport measure(const Request& request, const Collaborators& collaborators,
     announce(filesStage);
     const InstructionFileSet files = collaborators.instructionScanner->scan(repository);
     checkForCancellation(stop);
-    return ScanReportBuilder::build(request.selection, probe, files, codex, FilePath::resolved);
+    ScanReport report = ScanReportBuilder::build(request.selection, probe, files, codex, FilePath::resolved);
+    if (collaborators.readSettings) collaborators.readSettings(report);
+    checkForCancellation(stop);
+    return report;
 }
 
 } // namespace
@@ -61,6 +66,11 @@ Collaborators Collaborators::forUser() {
         .instructionScanner = std::make_shared<InstructionFileScanner>(home, config),
         .historyStore = std::make_shared<ScanHistoryStore>(ScanHistoryStore::defaultDirectory()),
         .codexRunner = std::make_shared<CodexProbe>(),
+        .readSettings =
+            [home, config](ScanReport& report) {
+                LargestChangeable::addTo(report, ConfiguredServers::read(report.repositoryPath, home, config),
+                                         config);
+            },
     };
 }
 

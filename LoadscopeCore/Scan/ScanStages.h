@@ -44,6 +44,7 @@ struct Collaborators {
     std::shared_ptr<ScanHistoryStore> historyStore; ///< may be null: nothing is recorded then
     std::shared_ptr<CodexProbeRunning> codexRunner;
     FolderAccess::Check checkFolder = FolderAccess::check; ///< left behind by a cancel when it hangs
+    std::function<void(ScanReport&)> readSettings{}; ///< adds what the user's settings tell; may be empty
 
     /// The real tools, the user's home folder and the user's history.
     [[nodiscard]] static Collaborators forUser();
