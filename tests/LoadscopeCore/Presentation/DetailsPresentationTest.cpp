@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/FilesPresentation.h"
+#include "LoadscopeCore/Presentation/MemberTreemap.h"
 #include "tests/LoadscopeCore/Report/MemberReports.h"
 
 #include <gtest/gtest.h>
@@ -118,6 +119,30 @@ TEST_F(DetailsPresentationTest, SaysWhatARowIsMadeOf) {
         "found here\nClaude Code's counts of the files found, less their estimates|-60|0.0%|\n"
         "not itemised by the tool|40|0.4%|\nring 300 0 40");
     EXPECT_EQ(lines(report, "Unattributed"), "\nring");
+}
+
+TEST_F(DetailsPresentationTest, MakesATreemapOfRowsGroupsAndMembers) {
+    InstructionFileSet files;
+    files.repositoryFiles = {{"/home/dev/src/app/CLAUDE.md", 2000}};
+    const ScanReport report =
+        reportOf(contextText("5k", {{"MCP tools", "900"}, {"Messages", "21"}, {"Skills", "0"}},
+                             toolsHead + "| x | a | 500 |\n| y | a | 0 |\n| z | b | 200 |\n"),
+                 files);
+    const CategoryMembers members(report);
+    const MemberTreemap map(report, members);
+    std::string text;
+    for (std::size_t node = 0; node < map.nodes().size(); ++node)
+        text +=
+            std::string(map.nodes()[node].depth * 2, ' ') + map.name(node) + " " + map.detail(node) + "\n";
+    EXPECT_EQ(text, "Unattributed 3,579 tokens · 71.6% of total\nMCP tools 900 tokens · 18.0% of total\n"
+                    "  a 500 tokens · 10.0% of total\n    x 500 tokens · 10.0% of total\n"
+                    "  b 200 tokens · 4.0% of total\n    z 200 tokens · 4.0% of total\n"
+                    "  not itemised by the tool 200 tokens · 4.0% of total\n"
+                    "Repository instructions 500 tokens · 10.0% of total\n"
+                    "  /home/dev/src/app/CLAUDE.md ~500 tokens · 10.0% of total\n"
+                    "Messages 21 tokens · 0.4% of total\n");
+    EXPECT_EQ(map.spoken(8), "/home/dev/src/app/CLAUDE.md, about 500 tokens, 10.0% of total");
+    EXPECT_EQ(map.rowOf(8), 2);
 }
 
 TEST_F(DetailsPresentationTest, CopiesEveryMemberAsATable) {

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/Geometry/Shapes.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace loadscope {
+
+/// A treemap of treemaps: what is painted and what the pointer hits. A node's tile holds the tiles of its
+/// children below a strip for its own label, where it has the room for one.
+class NestedTreemap {
+public:
+    /// Nodes stand in the order of a walk through the tree: behind a node those of its children, each one
+    /// deeper, with all that is below them. The roots have depth 0.
+    struct Node {
+        double weight = 0;
+        std::size_t depth = 0;
+        bool operator==(const Node&) const = default;
+    };
+
+    struct Style {
+        double gap = 2;          ///< between neighbouring tiles
+        double padding = 3;      ///< between a tile's edge and its children
+        double stripHeight = 18; ///< for the label above the children
+    };
+
+    /// Tiles of a smaller side are not divided further.
+    static constexpr double smallestDivided = 8;
+
+    NestedTreemap() = default;
+    NestedTreemap(std::span<const Node> nodes, RectF bounds, const Style& style);
+
+    /// One rectangle per node; empty where it has no tile.
+    [[nodiscard]] const std::vector<RectF>& tiles() const { return tiles_; }
+
+    /// One rectangle per node: the strip above its children; empty where there is none.
+    [[nodiscard]] const std::vector<RectF>& strips() const { return strips_; }
+
+    /// Whether tiles of children lie in the node's own.
+    [[nodiscard]] bool isDivided(std::size_t node) const;
+
+    /// The deepest node whose tile is under the point.
+    [[nodiscard]] std::optional<std::size_t> tileAt(PointF point) const;
+
+    /// The node that holds this one; nothing for a root.
+    [[nodiscard]] std::optional<std::size_t> parentOf(std::size_t node) const;
+
+private:
+    void layOut(std::size_t first, std::size_t end, RectF bounds, const Style& style);
+    [[nodiscard]] RectF divide(std::size_t node, const Style& style);
+
+    std::vector<Node> nodes_;
+    std::vector<std::size_t> ends_; ///< by node: the first one behind it that is not below it
+    std::vector<RectF> tiles_;
+    std::vector<RectF> strips_;
+};
+
+} // namespace loadscope

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Presentation/MemberTreemap.h"
+
+#include "LoadscopeCore/Instructions/InstructionFileShare.h"
+#include "LoadscopeCore/Presentation/DetailsPresentation.h"
+
+namespace loadscope {
+
+MemberTreemap::MemberTreemap(const ScanReport& report, const CategoryMembers& members)
+    : report_(report), members_(members) {
+    for (std::size_t row = 0; row < report.rows.size(); ++row) {
+        if (report.rows[row].tokens < 1) continue;
+        add(0, report.rows[row].tokens, {row});
+        addList(row);
+    }
+}
+
+void MemberTreemap::add(std::size_t depth, std::int64_t tokens, const Place& place) {
+    if (tokens < 1) return;
+    nodes_.push_back({static_cast<double>(tokens), depth});
+    places_.push_back(place);
+}
+
+void MemberTreemap::addList(std::size_t row) {
+    const MemberList& list = members_.rows()[row];
+    const std::size_t depth = list.isGrouped() ? 2 : 1;
+    for (std::size_t group = 0; group < list.groups.size(); ++group) {
+        const MemberGroup& shown = list.groups[group];
+        if (list.isGrouped()) add(1, shown.tokens, {row, group});
+        for (std::size_t member = 0; member < shown.members.size(); ++member)
+            add(depth, shown.members[member].tokens, {row, group, member});
+    }
+    if (list.estimateDifference) add(1, list.estimateDifference->tokens, {row, {}, {}, true});
+    if (list.notItemised) add(1, list.notItemised->tokens, {row, {}, {}, false, true});
+}
+
+PreciseCount MemberTreemap::countOf(const Place& place) const {
+    const MemberList& list = members_.rows()[place.row];
+    if (place.isDifference) return *list.estimateDifference;
+    if (place.isNotItemised) return *list.notItemised;
+    if (!place.group) return {report_.rows[place.row].tokens, CountPrecision::exact};
+    const MemberGroup& group = list.groups[*place.group];
+    return place.member ? group.members[*place.member].count() : group.count();
+}
+
+std::string MemberTreemap::name(std::size_t node) const {
+    const Place& place = places_.at(node);
+    const MemberList& list = members_.rows()[place.row];
+    if (place.isDifference) return DetailsPresentation::estimateDifference;
+    if (place.isNotItemised) return DetailsPresentation::notItemised;
+    if (!place.group) return report_.rows[place.row].name;
+    const MemberGroup& group = list.groups[*place.group];
+    if (place.member) return group.members[*place.member].name;
+    return DetailsPresentation::line(report_, list, group).name;
+}
+
+std::string MemberTreemap::detail(std::size_t node) const {
+    const PreciseCount count = countOf(places_.at(node));
+    return DetailsPresentation::tokens(count) + (count.tokens == 1 ? " token · " : " tokens · ") +
+           InstructionFileShare::text(count.tokens, report_.total);
+}
+
+std::string MemberTreemap::spoken(std::size_t node) const {
+    const PreciseCount count = countOf(places_.at(node));
+    return name(node) + ", " + DetailsPresentation::spokenTokens(count) + ", " +
+           InstructionFileShare::text(count.tokens, report_.total);
+}
+
+} // namespace loadscope
