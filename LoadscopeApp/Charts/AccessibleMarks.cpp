@@ -12,10 +12,10 @@ namespace loadscope {
 namespace {
 
 /// The marks of a widget; null for one that has none, and while it is being destroyed.
-const AccessibleMarks* marksOf(const QWidget* widget) { return dynamic_cast<const AccessibleMarks*>(widget); }
+AccessibleMarks* marksOf(QWidget* widget) { return dynamic_cast<AccessibleMarks*>(widget); }
 
 /// One mark. It exists for as long as its widget and asks it each time, so that it never tells something old.
-class MarkInterface : public QAccessibleInterface {
+class MarkInterface : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     MarkInterface(QWidget* widget, int index) : widget_(widget), index_(index) {}
 
@@ -55,11 +55,21 @@ public:
         state.invisible = !widget_->isVisible();
         state.selected = marks()->currentMark() == index_;
         state.focused = state.selected && widget_->hasFocus();
+        marks()->describeMark(index_, state);
         return state;
     }
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        const bool acts = type == QAccessible::ActionInterface && isValid() && marks()->canToggleMark(index_);
+        return acts ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+    }
+    QStringList actionNames() const override { return {toggleAction()}; }
+    void doAction(const QString& name) override {
+        if (name == toggleAction() && isValid()) marks()->toggleMark(index_);
+    }
+    QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
 private:
-    [[nodiscard]] const AccessibleMarks* marks() const { return marksOf(widget_); }
+    [[nodiscard]] AccessibleMarks* marks() const { return marksOf(widget_); }
 
     QPointer<QWidget> widget_;
     int index_;
@@ -121,6 +131,19 @@ QAccessibleInterface* create(const QString&, QObject* object) {
 void AccessibleMarks::install() {
     static const bool installed = (QAccessible::installFactory(create), true);
     Q_UNUSED(installed)
+}
+
+void AccessibleMarks::tellExpanded(QWidget* widget, int mark) {
+    if (!QAccessible::isActive()) return;
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(widget);
+    QAccessibleInterface* child = spoken != nullptr ? spoken->child(mark) : nullptr;
+    if (child == nullptr) return;
+    QAccessible::State changed;
+    changed.expanded = true;
+    QAccessibleStateChangeEvent event(child, changed);
+    QAccessible::updateAccessibility(&event);
+    QAccessibleEvent reordered(widget, QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&reordered);
 }
 
 void AccessibleMarks::tellCurrent(QWidget* widget) {

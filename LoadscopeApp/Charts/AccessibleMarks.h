@@ -24,6 +24,11 @@ public:
     [[nodiscard]] virtual QAccessible::Role markRole(int) const { return QAccessible::ListItem; }
     /// In the widget's coordinates.
     [[nodiscard]] virtual QRect markArea(int mark) const = 0;
+    /// Adds to what is told of a mark's state, such as that it opens.
+    virtual void describeMark(int, QAccessible::State&) const {}
+    /// A mark that can be toggled offers that as an action.
+    [[nodiscard]] virtual bool canToggleMark(int) const { return false; }
+    virtual void toggleMark(int) {}
     /// The mark that the keyboard has reached, or -1.
     [[nodiscard]] virtual int currentMark() const { return -1; }
 
@@ -31,6 +36,8 @@ public:
     static void install();
     /// Tells listeners that the keyboard has reached another mark of `widget`.
     static void tellCurrent(QWidget* widget);
+    /// Tells listeners that a mark of `widget` was opened or closed, and with it the marks behind it changed.
+    static void tellExpanded(QWidget* widget, int mark);
 };
 
 } // namespace loadscope

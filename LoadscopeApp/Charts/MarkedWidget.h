@@ -57,6 +57,9 @@ protected:
     /// absent when the change came from elsewhere.
     virtual void activeMoved(Item before, std::optional<QPointF> place) = 0;
 
+    /// Makes the item at a stop active as the arrow keys do: it comes into view and is read out.
+    void walkTo(std::size_t stop);
+
     void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
@@ -64,8 +67,6 @@ protected:
 
 private:
     void change(Item item, std::optional<QPointF> place);
-    void walkTo(std::size_t stop);
-
     QAccessible::Role role_;
     Item active_;
 };

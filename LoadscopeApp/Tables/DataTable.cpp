@@ -29,10 +29,12 @@ DataTable::DataTable(QAccessible::Role role, TableColumns columns, std::vector<T
     : MarkedWidget(role, parent),
       columns_(std::move(columns)),
       rows_(std::move(rows)),
+      outline_(rows_),
       places_(columns_, rows_, style) {
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
+    if (!outline_.isFlat()) places_.show(outline_.visible());
     AppTheme::bind(this, [this] {
         isMeasured_ = false;
         if (isVisible()) measure();
@@ -57,6 +59,14 @@ void DataTable::showRows(std::vector<std::size_t> rows) {
     if (active() && !places_.positionOf(*active())) setActive(std::nullopt);
     updateGeometry();
     update();
+}
+
+void DataTable::setOpen(std::size_t row, bool open) {
+    if (!outline_.opens(row) || outline_.isOpen(row) == open) return;
+    outline_.setOpen(row, open);
+    showRows(outline_.visible());
+    AccessibleMarks::tellExpanded(this, static_cast<int>(markOf(row).value_or(0)));
+    Q_EMIT openChanged(row, open);
 }
 
 int DataTable::heightForWidth(int width) const {
@@ -116,6 +126,48 @@ MarkedWidget::Mark DataTable::mark(std::size_t index) const {
     return {data.cells.at(column - 1), {}, cell(row, column), QAccessible::Cell};
 }
 
+MarkedWidget::Item DataTable::openingRowOf(int mark) const {
+    const auto line = static_cast<std::size_t>(mark) / columns_.count();
+    const std::size_t header = columns_.hasHeader() ? 1 : 0;
+    if (static_cast<std::size_t>(mark) % columns_.count() != 0 || line < header) return {};
+    if (line - header >= places_.shown().size()) return {};
+    const std::size_t row = places_.shown()[line - header];
+    return outline_.opens(row) ? Item(row) : Item();
+}
+
+void DataTable::describeMark(int mark, QAccessible::State& state) const {
+    const Item row = openingRowOf(mark);
+    if (!row) return;
+    state.expandable = true;
+    state.expanded = outline_.isOpen(*row);
+    state.collapsed = !state.expanded;
+}
+
+bool DataTable::canToggleMark(int mark) const { return openingRowOf(mark).has_value(); }
+
+void DataTable::toggleMark(int mark) {
+    if (const Item row = openingRowOf(mark)) setOpen(*row, !outline_.isOpen(*row));
+}
+
+bool DataTable::isOnChevron(std::size_t row, QPointF point) const {
+    if (!outline_.opens(row)) return false;
+    const QRectF name = cell(row, 0);
+    return layoutDirection() == Qt::RightToLeft ? point.x() > name.right() : point.x() < name.x();
+}
+
+bool DataTable::walkOutline(bool inward) {
+    if (!active() || outline_.isFlat()) return false;
+    const std::size_t row = *active();
+    if (outline_.opens(row) && outline_.isOpen(row) != inward) {
+        setOpen(row, inward);
+        return true;
+    }
+    const Item next = inward ? Item(row + 1) : outline_.parentOf(row);
+    if (!next || (inward && !outline_.opens(row))) return false;
+    walkTo(*places_.positionOf(*next));
+    return true;
+}
+
 void DataTable::activeMoved(Item before, std::optional<QPointF>) {
     if (before) update(rowArea(*before));
     if (active()) update(rowArea(*active()));
@@ -137,7 +189,9 @@ void DataTable::paintEvent(QPaintEvent* event) {
 
 void DataTable::mousePressEvent(QMouseEvent* event) {
     const Item row = rowAt(event->position());
-    if (event->button() == Qt::LeftButton && row)
+    if (event->button() == Qt::LeftButton && row && isOnChevron(*row, event->position()))
+        setOpen(*row, !outline_.isOpen(*row));
+    else if (event->button() == Qt::LeftButton && row)
         selectFrom(*row, event->position());
     else
         MarkedWidget::mousePressEvent(event);
@@ -165,7 +219,12 @@ void DataTable::keyPressEvent(QKeyEvent* event) {
         const QString text = copiedText();
         if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
     } else if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
-        event->ignore(); // a row has nothing beside it
+        const Qt::Key inward = layoutDirection() == Qt::RightToLeft ? Qt::Key_Left : Qt::Key_Right;
+        event->setAccepted(walkOutline(event->key() == inward)); // else a row has nothing beside it
+    } else if (active() && outline_.opens(*active()) &&
+               (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                event->key() == Qt::Key_Space)) {
+        setOpen(*active(), !outline_.isOpen(*active()));
     } else {
         MarkedWidget::keyPressEvent(event);
     }

@@ -3,13 +3,15 @@
 #pragma once
 
 #include "LoadscopeApp/Charts/MarkedWidget.h"
+#include "LoadscopeApp/Tables/RowOutline.h"
 #include "LoadscopeApp/Tables/TableLayout.h"
 
 namespace loadscope {
 
 /// Names with numbers beside them, painted as a whole and only where they can be seen: thousands of rows cost
 /// no widgets. Some of the rows can be left out, and all stand in any order: an item is a row of those that
-/// the table was made of, a stop of the arrow keys one that is shown. A name too long for its lines is whole
+/// the table was made of, a stop of the arrow keys one that is shown. A row with others of a deeper level
+/// behind it opens to them: by its chevron, with Return, or with the arrow keys. A name too long for its lines is whole
 /// in its tool tip. What the mouse selects is for the tables on top of this to say; Copy takes it.
 class DataTable : public MarkedWidget {
     Q_OBJECT
@@ -28,6 +30,10 @@ public:
     /// Shows these of the rows, in this order.
     void showRows(std::vector<std::size_t> rows);
 
+    /// A row that opens; nothing for another.
+    void setOpen(std::size_t row, bool open);
+    [[nodiscard]] const RowOutline& outline() const { return outline_; }
+
     /// Where a row is; empty for one that is not shown.
     [[nodiscard]] QRect rowArea(std::size_t row) const;
     [[nodiscard]] QRectF cell(std::size_t row, std::size_t column) const;
@@ -42,6 +48,12 @@ public:
     [[nodiscard]] int markCount() const override;
     [[nodiscard]] Mark mark(std::size_t index) const override;
     [[nodiscard]] Item markOf(std::size_t item) const override;
+    void describeMark(int mark, QAccessible::State& state) const override;
+    [[nodiscard]] bool canToggleMark(int mark) const override;
+    void toggleMark(int mark) override;
+
+Q_SIGNALS:
+    void openChanged(std::size_t row, bool open);
 
 protected:
     DataTable(QAccessible::Role role, TableColumns columns, std::vector<TableRow> rows, TableStyle style,
@@ -74,9 +86,15 @@ private:
     /// Measures the texts when they are first needed: a collapsed section never needs them.
     void measure() const;
     [[nodiscard]] QRectF mirrored(const QRectF& area) const;
+    /// The row of which this mark is the name, when it opens.
+    [[nodiscard]] Item openingRowOf(int mark) const;
+    [[nodiscard]] bool isOnChevron(std::size_t row, QPointF point) const;
+    /// What Left and Right do: they open, close, and go to what is above. Whether they did anything.
+    bool walkOutline(bool inward);
 
     TableColumns columns_;
     std::vector<TableRow> rows_;
+    RowOutline outline_;
     mutable bool isMeasured_ = false;
     mutable TableLayout places_;
 };

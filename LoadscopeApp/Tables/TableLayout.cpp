@@ -16,6 +16,7 @@ namespace {
 
 constexpr double dotRoom = 16;
 constexpr double levelInset = 16;
+constexpr double outlineRoom = 18;
 /// The longest words that the columns usually hold; no column becomes narrower.
 constexpr QLatin1String nameWord("instructions");
 constexpr QLatin1String textWord("bytes/token");
@@ -69,8 +70,11 @@ void TableLayout::measure(const Fonts& fonts) {
     dotInset_ = std::any_of(rows_.begin(), rows_.end(), [](const auto& row) { return row.color.has_value(); })
                     ? dotRoom
                     : 0;
+    chevronRoom_ = std::any_of(rows_.begin(), rows_.end(), [](const auto& row) { return row.level > 0; })
+                       ? outlineRoom
+                       : 0;
     measureTitles(QFontMetricsF(fonts.header));
-    narrowestName_ = dotInset_ + breaker_->width(nameWord) + 1;
+    narrowestName_ = chevronRoom_ + dotInset_ + breaker_->width(nameWord) + 1;
     narrowestText_ = breaker_->width(textWord) + 1;
     nameWidths_.clear();
     textWidths_.clear();
@@ -165,7 +169,9 @@ double TableLayout::nameRoom(std::size_t row) const {
     return std::max(0.0, column(0).width + more - inset(row));
 }
 
-double TableLayout::inset(std::size_t row) const { return dotInset_ + rows_[row].level * levelInset; }
+double TableLayout::inset(std::size_t row) const { 
+    return chevronRoom_ + dotInset_ + rows_[row].level * levelInset;
+}
 
 TableLayout::Placement TableLayout::place(double width) const {
     Placement result{width, placeColumns(width), {}, {headerHeight_}};

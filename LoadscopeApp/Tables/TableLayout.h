@@ -57,6 +57,8 @@ public:
     [[nodiscard]] QRectF nameBox(std::size_t row) const;
     [[nodiscard]] double bodyLineHeight() const { return bodyLine_; }
     [[nodiscard]] double dotInset() const { return dotInset_; }
+    /// What stands between the edge of the table and the dot or the name of a row at the top: a chevron.
+    [[nodiscard]] double chevronRoom() const { return chevronRoom_; }
     /// A text of the table on the lines that it has there.
     [[nodiscard]] BrokenText broken(const QString& text, double width) const;
 
@@ -95,6 +97,7 @@ private:
     double detailLine_ = 0;
     double headerHeight_ = 0;
     double dotInset_ = 0;
+    double chevronRoom_ = 0;
     Placement placed_;
     std::vector<Placement> remembered_; ///< the latest last
 };

@@ -18,6 +18,8 @@ namespace {
 
 constexpr double dotSize = 8;
 constexpr double selectionOpacity = 0.16;
+constexpr double chevronSize = 4; ///< from its middle to its point
+constexpr double chevronLine = 1.6;
 
 } // namespace
 
@@ -70,6 +72,23 @@ void TablePainter::paintRow(std::size_t row) {
     }
 }
 
+void TablePainter::paintChevron(std::size_t row, const QRectF& name) {
+    if (!table_.outline().opens(row)) return;
+    const bool isMirrored = table_.layoutDirection() == Qt::RightToLeft;
+    const double before = places_.dotInset() + places_.chevronRoom() / 2 + 2;
+    painter_.save();
+    painter_.translate(isMirrored ? name.right() + before : name.x() - before,
+                       name.y() + places_.bodyLineHeight() / 2);
+    if (isMirrored) painter_.scale(-1, 1);
+    if (table_.outline().isOpen(row)) painter_.rotate(90);
+    painter_.setBrush(Qt::NoBrush);
+    painter_.setPen(QPen(theme_.color(ThemeColor::secondaryText), chevronLine, Qt::SolidLine, Qt::RoundCap,
+                         Qt::RoundJoin));
+    const QPointF points[] = {{-chevronSize / 2, -chevronSize}, {chevronSize / 2, 0}, {-chevronSize / 2, chevronSize}};
+    painter_.drawPolyline(points, 3);
+    painter_.restore();
+}
+
 void TablePainter::paintDot(std::size_t row, const QRectF& name) {
     if (!table_.rows()[row].color) return;
     painter_.setPen(Qt::NoPen);
@@ -83,6 +102,7 @@ void TablePainter::paintDot(std::size_t row, const QRectF& name) {
 void TablePainter::paintName(std::size_t row) {
     const TableRow& data = table_.rows()[row];
     const QRectF box = table_.cell(row, 0);
+    paintChevron(row, box);
     paintDot(row, box);
     painter_.setPen(theme_.color(ThemeColor::primaryText));
     paintLines(places_.broken(data.name, box.width()), box, table_.selected(row));

@@ -24,6 +24,7 @@ public:
 private:
     void paintHeader();
     void paintRow(std::size_t row);
+    void paintChevron(std::size_t row, const QRectF& name);
     void paintDot(std::size_t row, const QRectF& name);
     void paintName(std::size_t row);
     void paintDetail(const QString& text, const QRectF& name);
