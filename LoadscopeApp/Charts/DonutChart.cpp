@@ -20,16 +20,19 @@ namespace {
 
 constexpr double side = 204;
 constexpr double inset = 4;
+constexpr double outerRingShare = 0.065; ///< of the side, with the gap to the ring
+constexpr double outerRingGap = 2;
 constexpr double middleShare = 0.86; ///< of the hole's width that the number may take
 constexpr double wordGap = 5;
 constexpr int revealMilliseconds = 600;
 
 } // namespace
 
-DonutChart::DonutChart(std::vector<Row> rows, QString total, QWidget* parent)
+DonutChart::DonutChart(std::vector<Row> rows, QString total, bool hasOuterRing, QWidget* parent)
     : MarkedWidget(QAccessible::Chart, parent),
       rows_(std::move(rows)),
       total_(std::move(total)),
+      hasOuterRing_(hasOuterRing),
       reveal_(new ValueAnimation(this, 1, [this](double) {
           layOut();
           update();
@@ -52,13 +55,38 @@ QSize DonutChart::sizeHint() const {
 }
 
 void DonutChart::layOut() {
-    const QRectF area = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+    const double outer = hasOuterRing_ ? rect().width() * outerRingShare : 0;
+    const double free = inset + outer;
+    const QRectF area = QRectF(rect()).adjusted(free, free, -free, -free);
     ring_ = DonutGeometry(tokens_, ChartShapes::rect(area), reveal_->value());
     paths_.clear();
     for (const DonutGeometry::Slice& slice : ring_.slices()) {
         paths_.push_back(ChartShapes::sector(ChartShapes::point(ring_.center()), ring_.innerRadius(),
                                              ring_.outerRadius(), slice.startAngle, slice.sweep));
     }
+    partPaths_.clear();
+    for (const auto& [row, parts] : parts_) {
+        const OuterRing around(ring_, row, parts, outerRingGap, outer - outerRingGap);
+        for (const OuterRing::Arc& arc : around.arcs())
+            partPaths_[row].push_back(ChartShapes::sector(ChartShapes::point(around.center()),
+                                                          around.innerRadius(), around.outerRadius(),
+                                                          arc.startAngle, arc.sweep));
+    }
+}
+
+void DonutChart::showParts(std::size_t row, std::vector<std::int64_t> parts) {
+    if (row >= rows_.size() || !hasOuterRing_) return;
+    if (parts.empty())
+        parts_.erase(row);
+    else
+        parts_[row] = std::move(parts);
+    layOut();
+    update();
+}
+
+std::size_t DonutChart::shownParts(std::size_t row) const {
+    const auto known = parts_.find(row);
+    return known == parts_.end() ? 0 : known->second.size();
 }
 
 void DonutChart::resizeEvent(QResizeEvent*) { layOut(); }
@@ -127,9 +155,25 @@ void DonutChart::paintEvent(QPaintEvent* event) {
         painter.setBrush(theme.chartColor(row));
         painter.drawPath(paths_[row]);
     }
+    paintParts(painter);
     painter.setOpacity(1);
     paintMiddle(painter);
     if (FocusRing::isWanted(this)) FocusRing::paint(painter, rect(), Metrics::tileRadius);
+}
+
+void DonutChart::paintParts(QPainter& painter) const {
+    constexpr double strongest = 0.9;
+    constexpr double weakest = 0.35;
+    for (const auto& [row, paths] : partPaths_) {
+        const double opacity = !active() || *active() == row ? 1 : DonutGeometry::dimmedOpacity;
+        painter.setBrush(AppTheme::current().chartColor(row));
+        for (std::size_t part = 0; part < paths.size(); ++part) {
+            // The larger, the stronger: neighbours stay apart without a colour of their own.
+            const double place = static_cast<double>(part) / static_cast<double>(paths.size());
+            painter.setOpacity(opacity * (strongest - (strongest - weakest) * place));
+            painter.drawPath(paths[part]);
+        }
+    }
 }
 
 void DonutChart::paintMiddle(QPainter& painter) const {

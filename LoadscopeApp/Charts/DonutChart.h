@@ -4,9 +4,11 @@
 
 #include "LoadscopeApp/Charts/MarkedWidget.h"
 #include "LoadscopeCore/Geometry/DonutGeometry.h"
+#include "LoadscopeCore/Geometry/OuterRing.h"
 
 #include <QPainterPath>
 
+#include <map>
 #include <vector>
 
 namespace loadscope {
@@ -14,7 +16,7 @@ namespace loadscope {
 class ValueAnimation;
 
 /// The ring of a breakdown with the total in its middle. Its items are the rows; a row without tokens has no
-/// sector and cannot become active. The sectors grow in when the ring first comes into view.
+/// sector and cannot become active. A row whose parts are shown has them around its sector, on an outer ring. The sectors grow in when the ring first comes into view.
 class DonutChart : public MarkedWidget {
     Q_OBJECT
 
@@ -26,11 +28,16 @@ public:
     };
 
     /// `total` is the number in the middle, formatted.
-    DonutChart(std::vector<Row> rows, QString total, QWidget* parent = nullptr);
+    /// With `hasOuterRing` there is room for parts.
+    DonutChart(std::vector<Row> rows, QString total, bool hasOuterRing = false, QWidget* parent = nullptr);
 
     [[nodiscard]] const DonutGeometry& ring() const { return ring_; }
     /// Makes a row active that is active elsewhere; nothing when the row has no sector.
     void showRow(Item row);
+    /// Shows the tokens of a row's parts around its sector; none takes them away.
+    void showParts(std::size_t row, std::vector<std::int64_t> parts);
+    /// How many sectors stand around that of a row.
+    [[nodiscard]] std::size_t shownParts(std::size_t row) const;
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -51,14 +58,18 @@ protected:
 private:
     void layOut();
     [[nodiscard]] QRect ringArea() const;
+    void paintParts(QPainter& painter) const;
     void paintMiddle(QPainter& painter) const;
 
     std::vector<Row> rows_;
     std::vector<std::int64_t> tokens_;
     std::vector<std::size_t> sectors_; ///< the rows that have one
     QString total_;
+    bool hasOuterRing_;
     DonutGeometry ring_;
     std::vector<QPainterPath> paths_; ///< one per row
+    std::map<std::size_t, std::vector<std::int64_t>> parts_;      ///< of the rows that show theirs
+    std::map<std::size_t, std::vector<QPainterPath>> partPaths_; ///< likewise
     ValueAnimation* reveal_;
     bool hasAppeared_ = false;
 };

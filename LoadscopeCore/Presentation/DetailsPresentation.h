@@ -16,6 +16,7 @@ namespace loadscope {
 namespace DetailsPresentation {
 
 inline constexpr const char* copyButton = "Copy Details";
+inline constexpr const char* copied = "The details are on the clipboard.";
 inline constexpr const char* notItemised = "not itemised by the tool";
 inline constexpr const char* reported = "reported by Claude Code";
 inline constexpr const char* estimatedBySize = "estimated from its size";

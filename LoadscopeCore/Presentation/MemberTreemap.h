@@ -17,6 +17,8 @@ namespace loadscope {
 class MemberTreemap {
 public:
     static constexpr const char* title = "By member";
+    static constexpr const char* detailLine =
+        "Servers, tools, files, skills and agents within their categories. Expand to see them by size.";
     static constexpr const char* caption =
         "Tile sizes use the tokens of each row, divided by what Claude Code lists below it.";
 

@@ -4,6 +4,7 @@
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
+#include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tools/Screenshots/Stage.h"
 
@@ -18,6 +19,7 @@ struct Case {
     InstructionFileSet files = testing::sampleFiles();
     std::optional<CodexScanOutcome> codex{};
     bool hovers = false;
+    bool opensRows = false;
 };
 
 void show(Stage& stage, const Case& report) {
@@ -27,9 +29,24 @@ void show(Stage& stage, const Case& report) {
     if (report.codex) stage.tools.codex->outcome = *report.codex;
     stage.choose(folder.toStdString());
     stage.model.setIncludeCodex(report.codex.has_value());
+    *stage.tools.settings = [](ScanReport& result) {
+        if (result.details.members.empty()) return;
+        const std::string folder = "/home/dev/src/web-app/";
+        using Kind = ChangeableGroup::Kind;
+        result.largestChangeable = {
+            {Kind::server, "github", {3'214}, false, folder + ".mcp.json", "project"},
+            {Kind::instructionFile, folder + "CLAUDE.md", {2'600, CountPrecision::rounded}, false, folder + "CLAUDE.md"},
+            {Kind::skill, "migrate-database", {640}, false, folder + ".claude/skills/migrate-database/SKILL.md"}};
+        result.missingServers = {"figma", "sentry"};
+    };
     stage.scan(report.probe);
     for (auto* section : stage.view.findChildren<CollapsibleSection*>())
         section->setExpanded(true);
+    stage.settle();
+    for (auto* table : stage.view.findChildren<ReportTable*>()) {
+        for (std::size_t row = 0; report.opensRows && row < table->rows().size(); ++row)
+            if (table->rows()[row].level < 2 && row % 3 != 1) table->setOpen(row, true);
+    }
     stage.settle();
     if (!report.hovers) return;
     for (auto* donut : stage.view.findChildren<DonutChart*>())
@@ -42,6 +59,13 @@ ProbeResult without(std::optional<std::int64_t> window, std::int64_t total) {
     ProbeResult probe = testing::sampleResult(total);
     probe.contextWindow = window;
     return probe;
+}
+
+/// With what is inside, opened.
+Case details(const QString& name, int tools) {
+    Case result{name, testing::detailedResult(tools)};
+    result.opensRows = true;
+    return result;
 }
 
 Case unreadable() {
@@ -127,6 +151,8 @@ std::vector<Scene> reportScenes() {
                           large(),
                           conditions(),
                           wide(),
+                          details(QStringLiteral("details"), 42),
+                          details(QStringLiteral("details-many"), 1'000),
                           empty()};
     std::vector<Scene> scenes;
     for (const Case& report : cases)

@@ -5,12 +5,14 @@
 #include "LoadscopeApp/Cards/AdaptivePair.h"
 #include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
+#include "LoadscopeApp/Pages/Report/BreakdownRows.h"
 #include "LoadscopeApp/Pages/Report/NoteLabel.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/SelectionLine.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/DetailsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <QScopedValueRollback>
@@ -30,28 +32,12 @@ TextLabel* note(const QString& text, TextStyle style) {
     return label;
 }
 
-QString percent(double share) { return DisplayText::own(LocaleFormat::oneDecimal(share * 100) + "%"); }
-
-std::vector<TableRow> tableRows(const ScanReport& report) {
-    std::vector<TableRow> rows;
-    rows.reserve(report.rows.size());
-    for (const SlabAttribution& row : report.rows) {
-        rows.push_back(
-            {rows.size(),
-             DisplayText::line(row.name),
-             {},
-             {DisplayText::own(LocaleFormat::grouped(row.tokens)), percent(report.categoryShare(row)),
-              DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))}});
-    }
-    return rows;
-}
-
 /// The ring over the line that tells what is selected in it.
 class RingColumn : public QWidget {
 public:
-    RingColumn(const ScanReport& report, const std::vector<TableRow>& rows)
-        : donut(
-              new DonutChart(sectors(report, rows), DisplayText::own(LocaleFormat::grouped(report.total)))) {
+    RingColumn(const ScanReport& report, const BreakdownRows& rows)
+        : donut(new DonutChart(sectors(report, rows), DisplayText::own(LocaleFormat::grouped(report.total)),
+                               rows.rows.size() > report.rows.size())) {
         auto* line = new SelectionLine;
         auto* column = new QVBoxLayout(this);
         column->setContentsMargins(0, 8, 0, 0);
@@ -59,26 +45,34 @@ public:
         column->addWidget(donut, 0, Qt::AlignHCenter);
         column->addWidget(line);
         std::vector<SelectionLine::Selected> texts;
-        texts.reserve(rows.size());
-        for (const TableRow& row : rows)
-            texts.push_back({texts.size(), row.name, row.cells[1]});
-        connect(donut, &DonutChart::activeChanged, line, [line, texts](DonutChart::Item row) {
-            line->select(row ? std::optional(texts.at(*row)) : std::nullopt);
+        for (const std::size_t row : rows.tops)
+            texts.push_back({texts.size(), rows.rows[row].name, rows.rows[row].cells[1]});
+        connect(donut, &DonutChart::activeChanged, line, [line, texts](DonutChart::Item category) {
+            line->select(category ? std::optional(texts.at(*category)) : std::nullopt);
         });
     }
 
     DonutChart* donut;
 
 private:
-    static std::vector<DonutChart::Row> sectors(const ScanReport& report, const std::vector<TableRow>& rows) {
+    static std::vector<DonutChart::Row> sectors(const ScanReport& report, const BreakdownRows& rows) {
         std::vector<DonutChart::Row> result;
-        result.reserve(rows.size());
-        for (const TableRow& row : rows)
+        for (const std::size_t top : rows.tops) {
+            const TableRow& row = rows.rows[top];
             result.push_back({row.name, report.rows[result.size()].tokens,
                               row.cells[0] + QStringLiteral(" tokens, ") + row.cells[1]});
+        }
         return result;
     }
 };
+
+/// What the outer ring shows of each category while it is open.
+std::vector<std::vector<std::int64_t>> partsOf(const CategoryMembers& members) {
+    std::vector<std::vector<std::int64_t>> parts;
+    for (const MemberList& list : members.rows())
+        parts.push_back(DetailsPresentation::ringTokens(list));
+    return parts;
+}
 
 bool hasTokens(const ScanReport& report) {
     return std::any_of(report.rows.begin(), report.rows.end(),
@@ -88,6 +82,7 @@ bool hasTokens(const ScanReport& report) {
 } // namespace
 
 BreakdownSection::BreakdownSection(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
+    const CategoryMembers members(report);
     content()->addWidget(new SectionHeader(
         QStringLiteral("Breakdown by category"),
         QStringLiteral("Category rows come from Claude Code's `/context` report; shares use the %1 total.")
@@ -97,17 +92,19 @@ BreakdownSection::BreakdownSection(const ScanReport& report, QWidget* parent) : 
         content()->addWidget(
             note(QStringLiteral("This session did not report category rows."), TextStyle::body));
     else
-        addRows(report);
+        addRows(report, members);
+    addBesides(report, members);
     addNotes(report);
 }
 
-void BreakdownSection::addRows(const ScanReport& report) {
-    std::vector<TableRow> rows = tableRows(report);
-    RingColumn* ring = hasTokens(report) ? new RingColumn(report, rows) : nullptr;
+void BreakdownSection::addRows(const ScanReport& report, const CategoryMembers& members) {
+    auto rows = std::make_shared<BreakdownRows>(BreakdownRows::loaded(report, members));
+    RingColumn* ring = hasTokens(report) ? new RingColumn(report, *rows) : nullptr;
     auto* table = new ReportTable({QStringLiteral("Category"),
                                    {QStringLiteral("Tokens"), QStringLiteral("Share")},
                                    QStringLiteral("Source")},
-                                  std::move(rows), QStringLiteral("Rows by category"));
+                                  rows->rows, QStringLiteral("Rows by category"));
+    rows->rows.clear(); // the table has its own
     if (ring == nullptr) {
         content()->addWidget(
             note(QStringLiteral("The attributed category rows report no tokens to chart."), TextStyle::body));
@@ -119,16 +116,42 @@ void BreakdownSection::addRows(const ScanReport& report) {
     pair->addWidget(ring);
     pair->addWidget(table);
     content()->addWidget(body);
+    connectRing(ring->donut, table, rows);
+    connect(table, &ReportTable::openChanged, ring->donut,
+            [donut = ring->donut, rows, parts = partsOf(members)](std::size_t row, bool isOpen) {
+                const std::size_t category = rows->categories.at(row);
+                if (rows->tops.at(category) == row)
+                    donut->showParts(category, isOpen ? parts.at(category) : std::vector<std::int64_t>());
+            });
+}
+
+void BreakdownSection::connectRing(DonutChart* donut, ReportTable* table,
+                                   const std::shared_ptr<BreakdownRows>& rows) {
     // A row without a sector clears the ring, which must not clear the row in turn.
     const auto tableLeads = std::make_shared<bool>(false);
-    connect(ring->donut, &DonutChart::activeChanged, table, [table, tableLeads](DonutChart::Item row) {
-        if (!*tableLeads) table->setActive(row);
-    });
-    connect(table, &ReportTable::activeChanged, ring->donut,
-            [donut = ring->donut, tableLeads](ReportTable::Item row) {
-                const QScopedValueRollback leads(*tableLeads, true);
-                donut->showRow(row);
+    connect(donut, &DonutChart::activeChanged, table,
+            [table, tableLeads, rows](DonutChart::Item category) {
+                if (!*tableLeads)
+                    table->setActive(category ? ReportTable::Item(rows->tops.at(*category)) : std::nullopt);
             });
+    connect(table, &ReportTable::activeChanged, donut, [donut, tableLeads, rows](ReportTable::Item row) {
+        const QScopedValueRollback leads(*tableLeads, true);
+        donut->showRow(row ? DonutChart::Item(rows->categories.at(*row)) : std::nullopt);
+    });
+}
+
+void BreakdownSection::addBesides(const ScanReport& report, const CategoryMembers& members) {
+    if (const auto line = DetailsPresentation::onDemandLine(report))
+        content()->addWidget(note(DisplayText::line(*line), TextStyle::body));
+    if (const auto line = DetailsPresentation::spaceLine(report))
+        content()->addWidget(note(DisplayText::line(*line), TextStyle::caption));
+    BreakdownRows rows = BreakdownRows::besides(report, members);
+    if (rows.rows.empty()) return;
+    auto* table = new ReportTable({QStringLiteral("Listed besides"),
+                                   {QStringLiteral("Tokens"), QStringLiteral("Share")},
+                                   QStringLiteral("Source")},
+                                  std::move(rows.rows), QStringLiteral("Listed by the tool, not counted"));
+    content()->addWidget(table);
 }
 
 void BreakdownSection::addNotes(const ScanReport& report) {

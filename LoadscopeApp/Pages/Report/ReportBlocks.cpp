@@ -6,10 +6,12 @@
 #include "LoadscopeApp/Cards/PageFrame.h"
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
+#include "LoadscopeApp/Pages/Report/ChangeableCard.h"
 #include "LoadscopeApp/Pages/Report/ClaudeCard.h"
 #include "LoadscopeApp/Pages/Report/CodexCard.h"
 #include "LoadscopeApp/Pages/Report/HealthScoreCard.h"
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
+#include "LoadscopeApp/Pages/Report/MembersSection.h"
 #include "LoadscopeApp/Pages/Report/MethodologyCard.h"
 #include "LoadscopeApp/Pages/Report/ReportSection.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
@@ -48,13 +50,13 @@ QWidget* totals(const ScanReport& report) {
 } // namespace
 
 std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report) {
-    return {header(),
-            totals(*report),
-            new HealthScoreCard(*report),
-            new BreakdownSection(*report),
-            new InstructionFilesSection(*report),
-            new MethodologyCard(*report),
-            new ReportSection(report)};
+    std::vector<QWidget*> blocks{header(), totals(*report), new HealthScoreCard(*report),
+                                 new BreakdownSection(*report)};
+    if (ChangeableCard::isNeeded(*report)) blocks.push_back(new ChangeableCard(*report));
+    if (!report->details.members.empty()) blocks.push_back(new MembersSection(report));
+    blocks.insert(blocks.end(), {new InstructionFilesSection(*report), new MethodologyCard(*report),
+                                 new ReportSection(report)});
+    return blocks;
 }
 
 } // namespace loadscope

@@ -69,9 +69,16 @@ struct FakeTools {
     std::shared_ptr<FakeInstructionScanner> instructions = std::make_shared<FakeInstructionScanner>();
     std::shared_ptr<FakeCodex> codex = std::make_shared<FakeCodex>();
     std::shared_ptr<ScanHistoryStore> history;
+    /// What the settings of the user add to a report.
+    std::shared_ptr<std::function<void(ScanReport&)>> settings =
+        std::make_shared<std::function<void(ScanReport&)>>();
 
     [[nodiscard]] ScanModel::Collaborators collaborators() const {
-        return {probe, instructions, history, codex};
+        ScanModel::Collaborators all{probe, instructions, history, codex};
+        all.readSettings = [settings = settings](ScanReport& report) {
+            if (*settings) (*settings)(report);
+        };
+        return all;
     }
 };
 

@@ -31,6 +31,34 @@ namespace loadscope::testing {
     return files;
 }
 
+/// A measurement whose report lists what is inside: as many tools as wanted on a few servers, and the rest.
+[[nodiscard]] inline ProbeResult detailedResult(int tools = 42) {
+    ProbeResult result = sampleResult();
+    result.selfReportedSlabs.push_back({"Custom agents", 310});
+    ContextDetails& details = result.details;
+    const char* servers[] = {"github", "postgres", "browser", "a-server-with-a-long-name-that-goes-on"};
+    for (int tool = 0; tool < tools; ++tool)
+        details.members.push_back({"MCP Tools", servers[tool * tool % 4],
+                                   "tool_" + std::to_string(tool) + (tool % 9 == 8 ? "_with|a_<b>long</b>_name" : ""),
+                                   1'500 / (tool + 2), CountPrecision::exact});
+    const auto add = [&](const char* table, const char* group, const char* name, std::int64_t tokens,
+                         CountPrecision precision = CountPrecision::exact) {
+        details.members.push_back({table, group, name, tokens, precision});
+    };
+    add("Memory Files", "Project", "/home/dev/src/web-app/CLAUDE.md", 2'600, CountPrecision::rounded);
+    add("Memory Files", "User", "/home/dev/.claude/CLAUDE.md", 2'100, CountPrecision::rounded);
+    add("Memory Files", "Managed", "/etc/claude-code/CLAUDE.md", 912);
+    add("Custom Agents", "Project", "reviewer", 180);
+    add("Custom Agents", "Plugin", "planner", 130);
+    add("Skills", "User", "release-notes", 160, CountPrecision::about);
+    add("Skills", "Project", "migrate-database", 640);
+    add("Skills", "Built-in", "pdf", 20, CountPrecision::below);
+    details.deferred = {{"MCP tools", 52'300}, {"System tools", 19'500}};
+    details.reserved = {{"Autocompact buffer", 33'000}};
+    details.free = 134'800;
+    return result;
+}
+
 /// Categories of every length of name, some without tokens and some with less than none.
 [[nodiscard]] inline std::vector<SelfReportedSlab> manySlabs(int count) {
     std::vector<SelfReportedSlab> slabs;
