@@ -16,7 +16,8 @@ namespace loadscope {
 class ValueAnimation;
 
 /// The ring of a breakdown with the total in its middle. Its items are the rows; a row without tokens has no
-/// sector and cannot become active. A row whose parts are shown has them around its sector, on an outer ring. The sectors grow in when the ring first comes into view.
+/// sector and cannot become active. A row whose parts are shown has them around its sector, on an outer ring.
+/// The sectors grow in when the ring first comes into view.
 class DonutChart : public MarkedWidget {
     Q_OBJECT
 
@@ -67,8 +68,8 @@ private:
     QString total_;
     bool hasOuterRing_;
     DonutGeometry ring_;
-    std::vector<QPainterPath> paths_; ///< one per row
-    std::map<std::size_t, std::vector<std::int64_t>> parts_;      ///< of the rows that show theirs
+    std::vector<QPainterPath> paths_;                            ///< one per row
+    std::map<std::size_t, std::vector<std::int64_t>> parts_;     ///< of the rows that show theirs
     std::map<std::size_t, std::vector<QPainterPath>> partPaths_; ///< likewise
     ValueAnimation* reveal_;
     bool hasAppeared_ = false;

@@ -60,7 +60,9 @@ void MemberTreemapView::resizeEvent(QResizeEvent*) {
 
 MarkedWidget::Mark MemberTreemapView::mark(std::size_t index) const {
     const std::size_t node = shown_.at(index);
-    return {DisplayText::line(treemap_.spoken(node)), {}, ChartShapes::rect(layout_.tiles()[node]),
+    return {DisplayText::line(treemap_.spoken(node)),
+            {},
+            ChartShapes::rect(layout_.tiles()[node]),
             QAccessible::Graphic};
 }
 
@@ -124,9 +126,9 @@ void MemberTreemapView::paintLabel(QPainter& painter, std::size_t node) const {
         box = ChartShapes::rect(*label);
     }
     painter.setPen(AppTheme::current().color(ThemeColor::primaryText));
-    ReadingText::draw(painter, box, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      metrics.elidedText(DisplayText::line(treemap_.name(node)), Qt::ElideMiddle,
-                                         box.width()));
+    ReadingText::draw(
+        painter, box, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+        metrics.elidedText(DisplayText::line(treemap_.label(node)), Qt::ElideMiddle, box.width()));
 }
 
 void MemberTreemapView::paintEvent(QPaintEvent* event) {

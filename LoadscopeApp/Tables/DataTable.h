@@ -11,8 +11,9 @@ namespace loadscope {
 /// Names with numbers beside them, painted as a whole and only where they can be seen: thousands of rows cost
 /// no widgets. Some of the rows can be left out, and all stand in any order: an item is a row of those that
 /// the table was made of, a stop of the arrow keys one that is shown. A row with others of a deeper level
-/// behind it opens to them: by its chevron, with Return, or with the arrow keys. A name too long for its lines is whole
-/// in its tool tip. What the mouse selects is for the tables on top of this to say; Copy takes it.
+/// behind it opens to them: by its chevron, with Return, or with the arrow keys. A name too long for its
+/// lines is whole in its tool tip. What the mouse selects is for the tables on top of this to say; Copy takes
+/// it.
 class DataTable : public MarkedWidget {
     Q_OBJECT
 

@@ -169,7 +169,7 @@ double TableLayout::nameRoom(std::size_t row) const {
     return std::max(0.0, column(0).width + more - inset(row));
 }
 
-double TableLayout::inset(std::size_t row) const { 
+double TableLayout::inset(std::size_t row) const {
     return chevronRoom_ + dotInset_ + rows_[row].level * levelInset;
 }
 

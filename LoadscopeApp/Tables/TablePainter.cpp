@@ -84,7 +84,8 @@ void TablePainter::paintChevron(std::size_t row, const QRectF& name) {
     painter_.setBrush(Qt::NoBrush);
     painter_.setPen(QPen(theme_.color(ThemeColor::secondaryText), chevronLine, Qt::SolidLine, Qt::RoundCap,
                          Qt::RoundJoin));
-    const QPointF points[] = {{-chevronSize / 2, -chevronSize}, {chevronSize / 2, 0}, {-chevronSize / 2, chevronSize}};
+    const QPointF points[] = {
+        {-chevronSize / 2, -chevronSize}, {chevronSize / 2, 0}, {-chevronSize / 2, chevronSize}};
     painter_.drawPolyline(points, 3);
     painter_.restore();
 }

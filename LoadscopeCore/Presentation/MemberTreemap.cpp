@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Presentation/MemberTreemap.h"
 
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
+#include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Presentation/DetailsPresentation.h"
 
 namespace loadscope {
@@ -53,6 +54,14 @@ std::string MemberTreemap::name(std::size_t node) const {
     const MemberGroup& group = list.groups[*place.group];
     if (place.member) return group.members[*place.member].name;
     return DetailsPresentation::line(report_, list, group).name;
+}
+
+std::string MemberTreemap::label(std::size_t node) const {
+    const std::string whole = name(node);
+    if (!whole.starts_with('/') && !whole.starts_with('~')) return whole;
+    const std::string folder = FilePath::lastComponent(FilePath::parent(whole));
+    const std::string file = FilePath::lastComponent(whole);
+    return folder.empty() || folder == "/" ? file : folder + "/" + file;
 }
 
 std::string MemberTreemap::detail(std::size_t node) const {

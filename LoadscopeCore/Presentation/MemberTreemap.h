@@ -32,6 +32,9 @@ public:
 
     [[nodiscard]] std::string name(std::size_t node) const;
 
+    /// The name as far as a tile has room for it: of a file its own name and its folder's.
+    [[nodiscard]] std::string label(std::size_t node) const;
+
     /// The second line of its tip: "6,000 tokens · 15.7% of total".
     [[nodiscard]] std::string detail(std::size_t node) const;
 

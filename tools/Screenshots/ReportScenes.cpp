@@ -33,10 +33,17 @@ void show(Stage& stage, const Case& report) {
         if (result.details.members.empty()) return;
         const std::string folder = "/home/dev/src/web-app/";
         using Kind = ChangeableGroup::Kind;
-        result.largestChangeable = {
-            {Kind::server, "github", {3'214}, false, folder + ".mcp.json", "project"},
-            {Kind::instructionFile, folder + "CLAUDE.md", {2'600, CountPrecision::rounded}, false, folder + "CLAUDE.md"},
-            {Kind::skill, "migrate-database", {640}, false, folder + ".claude/skills/migrate-database/SKILL.md"}};
+        result.largestChangeable = {{Kind::server, "github", {3'214}, false, folder + ".mcp.json", "project"},
+                                    {Kind::instructionFile,
+                                     folder + "CLAUDE.md",
+                                     {2'600, CountPrecision::rounded},
+                                     false,
+                                     folder + "CLAUDE.md"},
+                                    {Kind::skill,
+                                     "migrate-database",
+                                     {640},
+                                     false,
+                                     folder + ".claude/skills/migrate-database/SKILL.md"}};
         result.missingServers = {"figma", "sentry"};
     };
     stage.scan(report.probe);
@@ -45,7 +52,7 @@ void show(Stage& stage, const Case& report) {
     stage.settle();
     for (auto* table : stage.view.findChildren<ReportTable*>()) {
         for (std::size_t row = 0; report.opensRows && row < table->rows().size(); ++row)
-            if (table->rows()[row].level < 2 && row % 3 != 1) table->setOpen(row, true);
+            if (row == 2) table->setOpen(row, true);
     }
     stage.settle();
     if (!report.hovers) return;

@@ -39,12 +39,12 @@ BreakdownRows BreakdownRows::loaded(const ScanReport& report, const CategoryMemb
     for (std::size_t category = 0; category < report.rows.size(); ++category) {
         const SlabAttribution& row = report.rows[category];
         all.tops.push_back(all.rows.size());
-        all.rows.push_back({category,
-                            DisplayText::line(row.name),
-                            {},
-                            {DisplayText::own(LocaleFormat::grouped(row.tokens)),
-                             percent(report.categoryShare(row)),
-                             DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))}});
+        all.rows.push_back(
+            {category,
+             DisplayText::line(row.name),
+             {},
+             {DisplayText::own(LocaleFormat::grouped(row.tokens)), percent(report.categoryShare(row)),
+              DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))}});
         all.add(report, members.rows().at(category), category);
     }
     return all;
@@ -56,7 +56,10 @@ BreakdownRows BreakdownRows::besides(const ScanReport& report, const CategoryMem
     const auto addTable = [&](const std::string& name, const std::string& tokens, const MemberList& list) {
         all.tops.push_back(all.rows.size());
         all.rows.push_back(
-            {{}, DisplayText::line(name), {}, {DisplayText::own(tokens), {}, DisplayText::own(DetailsPresentation::contents(list))}});
+            {{},
+             DisplayText::line(name),
+             {},
+             {DisplayText::own(tokens), {}, DisplayText::own(DetailsPresentation::contents(list))}});
         all.add(report, list, category++);
     };
     for (const CategoryMembers::OnDemand& list : members.onDemand())

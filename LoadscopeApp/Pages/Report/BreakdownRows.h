@@ -10,7 +10,8 @@
 
 namespace loadscope {
 
-/// The rows of a report's tables of categories: each category, below it its groups, below those their members.
+/// The rows of a report's tables of categories: each category, below it its groups, below those their
+/// members.
 struct BreakdownRows {
     std::vector<TableRow> rows;
     std::vector<std::size_t> categories; ///< of each row

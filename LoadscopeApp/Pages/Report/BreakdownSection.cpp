@@ -129,11 +129,10 @@ void BreakdownSection::connectRing(DonutChart* donut, ReportTable* table,
                                    const std::shared_ptr<BreakdownRows>& rows) {
     // A row without a sector clears the ring, which must not clear the row in turn.
     const auto tableLeads = std::make_shared<bool>(false);
-    connect(donut, &DonutChart::activeChanged, table,
-            [table, tableLeads, rows](DonutChart::Item category) {
-                if (!*tableLeads)
-                    table->setActive(category ? ReportTable::Item(rows->tops.at(*category)) : std::nullopt);
-            });
+    connect(donut, &DonutChart::activeChanged, table, [table, tableLeads, rows](DonutChart::Item category) {
+        if (!*tableLeads)
+            table->setActive(category ? ReportTable::Item(rows->tops.at(*category)) : std::nullopt);
+    });
     connect(table, &ReportTable::activeChanged, donut, [donut, tableLeads, rows](ReportTable::Item row) {
         const QScopedValueRollback leads(*tableLeads, true);
         donut->showRow(row ? DonutChart::Item(rows->categories.at(*row)) : std::nullopt);

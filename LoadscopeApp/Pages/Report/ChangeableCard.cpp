@@ -24,21 +24,19 @@ TextLabel* label(const QString& text, TextStyle style, ThemeColor color) {
     return line;
 }
 
-/// What is copied can be read first.
-QWidget* copyLine(const std::string& text, const QString& name) {
+/// What is copied, to be read first, beside the button.
+QWidget* copyLine(QWidget* shown, const std::string& text) {
     auto* line = new QWidget;
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(8);
-    auto* command = new SelectableText(DisplayText::own(text), TextStyle::caption);
-    command->setAccessibleName(name);
-    auto* copy = new PushButton(PushButton::Kind::secondary,
-                                QString::fromLatin1(ChangeablePresentation::copyButton));
+    auto* copy =
+        new PushButton(PushButton::Kind::secondary, QString::fromLatin1(ChangeablePresentation::copyButton));
     copy->setSymbol(QStringLiteral("doc.on.doc"));
     copy->setAccessibleDescription(DisplayText::own(text));
     QObject::connect(copy, &QAbstractButton::clicked, copy,
                      [text] { QGuiApplication::clipboard()->setText(QString::fromStdString(text)); });
-    row->addWidget(command, 1, Qt::AlignVCenter);
+    row->addWidget(shown, 1, Qt::AlignVCenter);
     row->addWidget(copy, 0, Qt::AlignTop);
     return line;
 }
@@ -63,17 +61,25 @@ ChangeableCard::ChangeableCard(const ScanReport& report, QWidget* parent) : Repo
 void ChangeableCard::addGroup(const ScanReport& report, const ChangeableGroup& group) {
     auto* block = new QVBoxLayout;
     block->setSpacing(4);
+    const auto copied = ChangeablePresentation::copyable(group);
+    const bool isItsName = copied && *copied == group.name; // the path of a file
     auto* name = label(DisplayText::line(group.name), TextStyle::body, ThemeColor::primaryText);
     name->setWeight(QFont::DemiBold);
     block->addWidget(label(DisplayText::own(ChangeablePresentation::kind(group)), TextStyle::caption,
                            ThemeColor::secondaryText));
-    block->addWidget(name);
+    if (isItsName)
+        block->addWidget(copyLine(name, *copied));
+    else
+        block->addWidget(name);
     block->addWidget(label(DisplayText::own(ChangeablePresentation::number(report, group)), TextStyle::body,
                            ThemeColor::primaryText));
     if (const std::string place = ChangeablePresentation::place(group); !place.empty())
         block->addWidget(label(DisplayText::line(place), TextStyle::caption, ThemeColor::secondaryText));
-    if (const auto text = ChangeablePresentation::copyable(group))
-        block->addWidget(copyLine(*text, DisplayText::line(group.name)));
+    if (copied && !isItsName) {
+        auto* command = new SelectableText(DisplayText::own(*copied), TextStyle::caption);
+        command->setAccessibleName(DisplayText::line(group.name));
+        block->addWidget(copyLine(command, *copied));
+    }
     content()->addLayout(block);
 }
 

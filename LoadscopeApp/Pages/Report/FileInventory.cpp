@@ -4,9 +4,7 @@
 
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/PlainToolTip.h"
-#include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"
-#include "LoadscopeCore/Platform/LocaleFormat.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -14,62 +12,30 @@
 #include <QGuiApplication>
 #include <QMenu>
 
-#include <unordered_map>
-
 namespace loadscope {
 namespace {
 
-/// The files of a set by path, for looking up their tiers.
-class TierNames {
-public:
-    explicit TierNames(const InstructionFileSet& set) {
-        for (const InstructionFileTier tier : allInstructionFileTiers) {
-            for (const InstructionFileEstimate& file : set.files(tier))
-                known_[file.path].push_back({&file, tier});
-        }
-    }
-
-    [[nodiscard]] std::string of(const InstructionFileEstimate& file) const {
-        const auto same = known_.find(file.path);
-        if (same != known_.end()) {
-            for (const Entry& entry : same->second) {
-                if (*entry.file == file) return InstructionFileSet::categoryName(entry.tier);
-            }
-        }
-        return "Instruction file";
-    }
-
-private:
-    struct Entry {
-        const InstructionFileEstimate* file;
-        InstructionFileTier tier;
-    };
-    std::unordered_map<std::string, std::vector<Entry>> known_;
-};
-
-std::vector<TableRow> rowsOf(const ScanReport& report, const std::vector<InstructionFileEstimate>& files) {
-    const TierNames tiers(report.fileSet);
+std::vector<TableRow> rowsOf(const std::vector<FilesPresentation::File>& files) {
     std::vector<TableRow> rows;
     rows.reserve(files.size());
-    for (const InstructionFileEstimate& file : files) {
+    for (const FilesPresentation::File& file : files)
         rows.push_back({{},
                         DisplayText::line(file.path),
-                        DisplayText::own(tiers.of(file) + " · " + LocaleFormat::grouped(file.byteCount) +
-                                         " bytes on disk"),
-                        {DisplayText::own(LocaleFormat::grouped(file.estimatedTokens)),
-                         DisplayText::own(InstructionFileShare::text(file.estimatedTokens, report.total))}});
-    }
+                        DisplayText::own(file.detail),
+                        {DisplayText::own(file.tokens), DisplayText::own(file.share)}});
     return rows;
 }
 
 } // namespace
 
-FileInventory::FileInventory(const ScanReport& report, const std::vector<InstructionFileEstimate>& files,
+FileInventory::FileInventory(const ScanReport& report, const std::vector<FilesPresentation::File>& files,
                              QWidget* parent)
-    : ReportTable({QStringLiteral("File"), {QStringLiteral("Estimated tokens"), QStringLiteral("Share")}, {}},
-                  rowsOf(report, files), QStringLiteral("Largest contributors"), parent),
+    : ReportTable({QStringLiteral("File"),
+                   {DisplayText::own(FilesPresentation::countTitle(report)), QStringLiteral("Share")},
+                   {}},
+                  rowsOf(files), QStringLiteral("Largest contributors"), parent),
       opener_(QDesktopServices::openUrl) {
-    for (const InstructionFileEstimate& file : files)
+    for (const FilesPresentation::File& file : files)
         paths_.push_back(file.path);
     connect(this, &ReportTable::menuRequested, this, &FileInventory::showMenu);
 }

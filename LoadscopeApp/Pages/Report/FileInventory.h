@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
-#include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/Presentation/FilesPresentation.h"
 
 #include <QUrl>
 
@@ -17,7 +17,7 @@ class FileInventory : public ReportTable {
 
 public:
     /// `files` in the order in which they are shown.
-    FileInventory(const ScanReport& report, const std::vector<InstructionFileEstimate>& files,
+    FileInventory(const ScanReport& report, const std::vector<FilesPresentation::File>& files,
                   QWidget* parent = nullptr);
 
     /// Shows a folder; false when it could not. The desktop does it unless told otherwise.

@@ -7,9 +7,7 @@
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
-#include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"
-#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <QVBoxLayout>
@@ -56,7 +54,7 @@ void fill(QWidget* body, const ScanReport& report) {
     auto* column = new QVBoxLayout(body);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(groupSpacing);
-    const std::vector<InstructionFileEstimate> files = report.filesLargestFirst();
+    const std::vector<FilesPresentation::File> files = FilesPresentation::files(report);
     if (const auto note = ScanPresentation::unreportedCategoryFilesNote(report))
         column->addWidget(text(DisplayText::own(*note), TextStyle::body));
     if (!report.unreadablePaths().empty())
@@ -64,8 +62,9 @@ void fill(QWidget* body, const ScanReport& report) {
             ->addWidget(unreadableList(report.unreadablePaths()));
     if (!files.empty()) {
         QVBoxLayout* group = addGroup(column, QStringLiteral("Relative size"));
-        group->addWidget(InstructionFilesSection::treemap(files, report.total));
-        group->addWidget(text(QStringLiteral("Tile sizes use estimated token counts."), TextStyle::caption));
+        group->addWidget(InstructionFilesSection::treemap(files));
+        group->addWidget(
+            text(DisplayText::own(FilesPresentation::treemapCaption(report)), TextStyle::caption));
     }
     QVBoxLayout* inventory = addGroup(column, QStringLiteral("Largest contributors"));
     if (files.empty())
@@ -73,6 +72,8 @@ void fill(QWidget* body, const ScanReport& report) {
             text(QStringLiteral("No instruction files were found for this scan."), TextStyle::body));
     else
         inventory->addWidget(new FileInventory(report, files));
+    if (const auto note = FilesPresentation::twoNumbersNote(report))
+        column->addWidget(text(DisplayText::own(*note), TextStyle::caption));
     column->addWidget(text(
         QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the %1 total "
                        "reported by Claude.")
@@ -96,17 +97,12 @@ InstructionFilesSection::InstructionFilesSection(const ScanReport& report, QWidg
     fillWhenExpanded([report, body] { fill(body, report); });
 }
 
-TreemapView* InstructionFilesSection::treemap(const std::vector<InstructionFileEstimate>& files,
-                                              std::int64_t total) {
+TreemapView* InstructionFilesSection::treemap(const std::vector<FilesPresentation::File>& files) {
     std::vector<TreemapView::Tile> tiles;
     tiles.reserve(files.size());
-    for (const InstructionFileEstimate& file : files) {
-        tiles.push_back(
-            {DisplayText::line(file.path), DisplayText::line(lastTwoComponents(file.path)),
-             DisplayText::own(LocaleFormat::grouped(file.estimatedTokens) + " estimated tokens · " +
-                              InstructionFileShare::text(file.estimatedTokens, total)),
-             static_cast<double>(file.estimatedTokens)});
-    }
+    for (const FilesPresentation::File& file : files)
+        tiles.push_back({DisplayText::line(file.path), DisplayText::line(lastTwoComponents(file.path)),
+                         DisplayText::own(file.tip), static_cast<double>(file.count.tokens)});
     return new TreemapView(std::move(tiles));
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
-#include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/Presentation/FilesPresentation.h"
 
 #include <vector>
 
@@ -20,8 +20,7 @@ public:
     explicit InstructionFilesSection(const ScanReport& report, QWidget* parent = nullptr);
 
     /// The treemap of these files, which must be largest first.
-    [[nodiscard]] static TreemapView* treemap(const std::vector<InstructionFileEstimate>& files,
-                                              std::int64_t total);
+    [[nodiscard]] static TreemapView* treemap(const std::vector<FilesPresentation::File>& files);
 
 private:
     InstructionFilesSection(const ScanReport& report, QWidget* body, QWidget* parent);

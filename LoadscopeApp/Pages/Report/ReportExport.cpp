@@ -37,7 +37,7 @@ void addSubject(QVBoxLayout* column, const std::shared_ptr<const ScanReport>& re
         column->addWidget(new BreakdownSection(*report));
         return;
     case Subject::files: {
-        TreemapView* treemap = InstructionFilesSection::treemap(report->filesLargestFirst(), report->total);
+        TreemapView* treemap = InstructionFilesSection::treemap(FilesPresentation::files(*report));
         treemap->setFixedHeight(treemapHeight);
         column->addWidget(treemap);
         return;

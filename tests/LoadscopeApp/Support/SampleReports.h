@@ -38,9 +38,10 @@ namespace loadscope::testing {
     ContextDetails& details = result.details;
     const char* servers[] = {"github", "postgres", "browser", "a-server-with-a-long-name-that-goes-on"};
     for (int tool = 0; tool < tools; ++tool)
-        details.members.push_back({"MCP Tools", servers[tool * tool % 4],
-                                   "tool_" + std::to_string(tool) + (tool % 9 == 8 ? "_with|a_<b>long</b>_name" : ""),
-                                   1'500 / (tool + 2), CountPrecision::exact});
+        details.members.push_back(
+            {"MCP Tools", servers[tool * tool % 4],
+             "tool_" + std::to_string(tool) + (tool % 9 == 8 ? "_with|a_<b>long</b>_name" : ""),
+             1'500 / (tool + 2), CountPrecision::exact});
     const auto add = [&](const char* table, const char* group, const char* name, std::int64_t tokens,
                          CountPrecision precision = CountPrecision::exact) {
         details.members.push_back({table, group, name, tokens, precision});

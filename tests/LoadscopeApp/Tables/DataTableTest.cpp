@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "LoadscopeApp/Tables/TableLayout.h"
 
+#include <QAccessible>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -25,6 +26,8 @@ TEST(DataTable, ShowsSomeOfItsRowsInAnyOrder) {
     ReportTable table({"Name", {"Tokens"}, {}}, groups(), "Groups");
     table.resize(400, table.heightForWidth(400));
     table.show();
+    table.setOpen(0, true);
+    table.resize(400, table.heightForWidth(400));
     const int whole = table.heightForWidth(400);
     const double number = table.cell(0, 1).x();
     EXPECT_EQ(table.cell(1, 0).x() - table.cell(0, 0).x(), 16) << "a member stands in";
@@ -54,6 +57,67 @@ TEST(DataTable, ShowsSomeOfItsRowsInAnyOrder) {
     QApplication::sendEvent(&table, &event);
     ASSERT_EQ(menus.size(), 1);
     EXPECT_EQ(menus[0][0].value<std::size_t>(), 0U);
+}
+
+/// What the table shows, an open row with a "v" behind it and a closed one with a ">".
+QString outlineOf(const ReportTable& table) {
+    QStringList names;
+    for (const std::size_t row : table.places().shown()) {
+        const bool opens = table.outline().opens(row);
+        names.append(table.rows()[row].name + (opens ? table.outline().isOpen(row) ? "v" : ">" : ""));
+    }
+    return names.join(QLatin1Char(' '));
+}
+
+TEST(DataTable, OpensRowsByKeyboardChevronAndAssistiveTechnology) {
+    std::vector<TableRow> rows = groups();
+    rows.insert(rows.begin() + 2, {{}, "deep", {}, {"1"}, 2});
+    ReportTable table({"Name", {"Tokens"}, {}}, rows, "Groups");
+    QSignalSpy changes(&table, &ReportTable::openChanged);
+    table.resize(400, 300);
+    table.show();
+    EXPECT_EQ(outlineOf(table), "Tools> Skills");
+    const auto press = [&](Qt::Key key) {
+        QTest::keyClick(&table, key);
+        return outlineOf(table) + (table.active() ? " at " + rows[*table.active()].name : QString());
+    };
+    const struct {
+        Qt::Key key;
+        const char* shown;
+    } steps[] = {
+        {Qt::Key_Down, "Tools> Skills at Tools"},
+        {Qt::Key_Left, "Tools> Skills at Tools"}, // nothing above
+        {Qt::Key_Right, "Toolsv search> fetch Skills at Tools"},
+        {Qt::Key_Right, "Toolsv search> fetch Skills at search"},
+        {Qt::Key_Return, "Toolsv searchv deep fetch Skills at search"},
+        {Qt::Key_Right, "Toolsv searchv deep fetch Skills at deep"},
+        {Qt::Key_Right, "Toolsv searchv deep fetch Skills at deep"}, // nothing below
+        {Qt::Key_Left, "Toolsv searchv deep fetch Skills at search"},
+        {Qt::Key_Up, "Toolsv searchv deep fetch Skills at Tools"},
+        {Qt::Key_Left, "Tools> Skills at Tools"},
+        {Qt::Key_Space, "Toolsv searchv deep fetch Skills at Tools"}, // what was open below is so again
+    };
+    for (const auto& step : steps)
+        EXPECT_EQ(press(step.key), step.shown);
+    EXPECT_EQ(changes.size(), 4);
+
+    table.resize(400, table.heightForWidth(400));
+    const QRectF name = table.cell(0, 0);
+    QTest::mouseClick(&table, Qt::LeftButton, {}, QPoint(6, static_cast<int>(name.center().y())));
+    EXPECT_EQ(outlineOf(table), "Tools> Skills");
+    table.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(press(Qt::Key_Left), "Toolsv searchv deep fetch Skills at Tools");
+    QTest::mouseClick(&table, Qt::LeftButton, {}, QPoint(394, static_cast<int>(name.center().y())));
+    EXPECT_EQ(outlineOf(table), "Tools> Skills");
+
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&table);
+    const auto mark = [&](int index) { return spoken->child(index); };
+    EXPECT_TRUE(mark(2)->state().expandable && mark(2)->state().collapsed && !mark(2)->state().expanded);
+    EXPECT_FALSE(mark(4)->state().expandable);
+    EXPECT_EQ(mark(4)->actionInterface(), nullptr) << "Skills opens to nothing";
+    mark(2)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(mark(2)->state().expanded);
+    EXPECT_EQ(mark(4)->text(QAccessible::Name), "search");
 }
 
 TEST(TableLayout, CutsANameWhereItsOwnNumberBegins) {
