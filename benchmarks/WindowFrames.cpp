@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
+#include "LoadscopeApp/Charts/MemberTreemapView.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Controls/AppStyle.h"
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
@@ -71,21 +72,29 @@ ScanState largestState() {
     return ScanState::result(testing::reportOf(probe, testing::manyFiles(2'000)));
 }
 
-bool openReports() {
+/// 20 categories, in them 5,000 members.
+ScanState detailedState() {
+    ProbeResult probe = testing::detailedResult(5'000);
+    for (SelfReportedSlab& slab : testing::manySlabs(14))
+        probe.selfReportedSlabs.push_back(std::move(slab));
+    return ScanState::result(testing::reportOf(probe, testing::sampleFiles()));
+}
+
+bool openReports(const ScanState& state, const std::string& name) {
     std::vector<double> times;
     for (int round = 0; round <= openings; ++round) {
         OverviewView view;
         view.resize(pageSize);
         view.show();
         settle();
-        const OverviewView::Input input{largestState(), {}, false, {}};
+        const OverviewView::Input input{state, {}, false, {}};
         const double time = millisecondsOf([&] {
             view.refresh(input);
             settle();
         });
         if (round > 0) times.push_back(time);
     }
-    return tellFrames("opening a report of 500 rows and 2,000 files", times, frameBudget);
+    return tellFrames("opening a report of " + name, times, frameBudget);
 }
 
 bool expandFiles(OverviewReport& page) {
@@ -141,6 +150,38 @@ bool hover(OverviewReport& page, MarkedWidget& widget, const std::string& name) 
     return tellFrames("hovering " + name, frames, smoothFrame);
 }
 
+/// Opens and closes each row that opens, from the top.
+bool openRows(ReportTable& table) {
+    std::vector<double> frames;
+    for (const bool open : {true, false, true}) {
+        for (std::size_t row = 0; row < table.rows().size(); ++row) {
+            if (!table.outline().opens(row) || table.outline().isOpen(row) == open) continue;
+            frames.push_back(millisecondsOf([&table, row, open] {
+                table.setOpen(row, open);
+                settle();
+            }));
+        }
+    }
+    return tellFrames("opening a row of them", frames, smoothFrame);
+}
+
+bool useMembers() {
+    OverviewView view;
+    view.resize(pageSize);
+    view.show();
+    view.refresh({detailedState(), {}, false, {}});
+    settle();
+    auto* page = view.findChild<OverviewReport*>();
+    auto* table = page->findChild<ReportTable*>();
+    for (auto* section : page->findChildren<CollapsibleSection*>())
+        section->setExpanded(true);
+    settle();
+    bool holds = openRows(*table);
+    holds = scroll(*page) && holds;
+    holds = hover(*page, *table, "the table of 5,000 members") && holds;
+    return hover(*page, *page->findChild<MemberTreemapView*>(), "the treemap of 5,000 members") && holds;
+}
+
 bool useReport() {
     OverviewView view;
     view.resize(pageSize);
@@ -171,6 +212,8 @@ int main(int count, char** arguments) {
     loadscope::AccessibleTraits::install();
     loadscope::AppTheme theme;
     theme.force(loadscope::Appearance::light, true);
-    const bool opens = loadscope::openReports();
-    return loadscope::useReport() && opens ? 0 : 2;
+    bool holds = loadscope::openReports(loadscope::largestState(), "500 rows and 2,000 files");
+    holds = loadscope::openReports(loadscope::detailedState(), "20 categories and 5,000 members") && holds;
+    holds = loadscope::useReport() && holds;
+    return loadscope::useMembers() && holds ? 0 : 2;
 }
