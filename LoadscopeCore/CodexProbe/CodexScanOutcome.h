@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/CodexProbe/CodexItems.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -20,6 +21,12 @@ struct CodexProbeResult {
     std::optional<std::string> model{};
     bool keepsRecord = false;          ///< this version cannot be told to keep no record of the session
     std::optional<CodexItems> items{}; ///< asked for after the session; not recorded
+
+    /// What the total leaves beside the items, never below 0; nothing when Codex does not tell them.
+    [[nodiscard]] std::optional<std::int64_t> rest() const {
+        if (!items || !items->areTold()) return std::nullopt;
+        return std::max<std::int64_t>(total, items->estimatedTokens()) - items->estimatedTokens();
+    }
 
     bool operator==(const CodexProbeResult&) const = default;
 };

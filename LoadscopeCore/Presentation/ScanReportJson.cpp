@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Presentation/CodexJson.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
@@ -57,19 +58,6 @@ Object filesByTier(const InstructionFileSet& set) {
         }
     }
     return tiers;
-}
-
-Object codex(const CodexScanOutcome& outcome) {
-    if (const CodexProbeResult* result = outcome.result()) {
-        return {{"status", "measured"},
-                {"total", result->total},
-                {"contextWindow", orNull(result->contextWindow)},
-                {"duration", result->duration},
-                {"toolVersion", textOrNull(result->toolVersion)},
-                {"model", textOrNull(result->model)},
-                {"note", orNull(CodexPresentation::note(outcome))}};
-    }
-    return {{"status", "unavailable"}, {"reason", Text::repaired(*outcome.reason())}};
 }
 
 Object reservedTakenOff(const std::optional<ReservedSpace>& reserve) {
@@ -126,9 +114,18 @@ std::string report(const ScanReport& report) {
                            {"categoriesSelfReported", report.categoriesSelfReported},
                            {"files", filesByTier(report.fileSet)},
                            {"unreadablePaths", texts(report.unreadablePaths())},
-                           {"codex", codex(report.codex)},
+                           {"codex", CodexJson::outcome(report.codex)},
                            {"summary", texts(ScanPresentation::summaryLines(report))},
                            {"notes", notes(report)}};
+    return object.dump(indent);
+}
+
+std::string codexEstimate(const RepoSelection& selection, const CodexItems& items) {
+    const LocaleFormat::EnglishScope english;
+    const Object object = {{"schemaVersion", schemaVersion},
+                           {"repositoryName", Text::repaired(selection.displayName)},
+                           {"repositoryPath", Text::repaired(selection.path)},
+                           {"codex", CodexJson::estimate(items)}};
     return object.dump(indent);
 }
 

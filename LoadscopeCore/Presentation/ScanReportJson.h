@@ -14,6 +14,9 @@ namespace loadscope::ScanReportJson {
 /// repaired. The same in every locale: the numbers of its sentences are written as in English.
 [[nodiscard]] std::string report(const ScanReport& report);
 
+/// The object of an estimate of Codex alone, of the same schema version.
+[[nodiscard]] std::string codexEstimate(const RepoSelection& selection, const CodexItems& items);
+
 /// The object of a failed scan; `caseName` is the failure's name for scripts.
 [[nodiscard]] std::string failure(std::string_view caseName, std::string_view headline,
                                   std::string_view detail);
