@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/ScanCommand.h"
 
+#include "LoadscopeCLI/CodexEstimate.h"
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/Folder.h"
 #include "LoadscopeCLI/ScanRun.h"
@@ -21,6 +22,7 @@ namespace {
 struct Options {
     std::string folder = ".";
     bool includeCodex = false;
+    bool estimatesCodex = false;
     bool json = false;
     bool noHistory = false;
     bool skipCheck = false;
@@ -47,6 +49,7 @@ constexpr const char* examples = R"(Examples:
   loadscope scan                        the current folder
   loadscope scan ~/src/app              another folder
   loadscope scan --include-codex        measure Codex too: runs one real session
+  loadscope scan --codex-estimate       what Codex would load, without a session
   loadscope scan --model opus           as a session with another model
   loadscope scan --max-tokens 30000     exit with 3 above 30,000 tokens, for a CI job
   loadscope scan --json | jq .total     for scripts
@@ -108,6 +111,16 @@ void addProbeOptions(CLI::App& command, ProbeSettings& settings) {
                      "Take a total that Claude Code estimated; it is marked and not recorded");
 }
 
+/// To be added last. `isAsked` must outlive the command.
+void addCodexEstimate(CLI::App& command, bool& isAsked) {
+    CLI::Option* const estimate = command.add_flag(
+        "--codex-estimate", isAsked,
+        "Only estimate Codex, without a session; starts the servers of its configuration, records nothing");
+    for (const char* const measuring : {"--include-codex", "--max-tokens", "--model", "--wait-for-servers",
+                                        "--keep-environment", "--accept-estimate"})
+        estimate->excludes(command.get_option(measuring));
+}
+
 } // namespace
 
 void addScanCommand(CLI::App& app, ExitCode& exitCode) {
@@ -129,8 +142,11 @@ void addScanCommand(CLI::App& app, ExitCode& exitCode) {
     command->add_flag("--skip-check", options->skipCheck,
                       "Do not check first whether the tools are installed and signed in");
     addProbeOptions(*command, options->settings);
+    addCodexEstimate(*command, options->estimatesCodex);
     command->footer(examples);
-    command->callback([options, &exitCode] { exitCode = scan(*options); });
+    command->callback([options, &exitCode] {
+        exitCode = options->estimatesCodex ? estimateCodex(options->folder, options->json) : scan(*options);
+    });
 }
 
 } // namespace loadscope

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/ScanText.h"
 
+#include "LoadscopeCLI/CodexText.h"
 #include "LoadscopeCLI/Table.h"
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
@@ -96,6 +97,7 @@ std::string scanText(const ScanReport& report, const Terminal& terminal) {
     std::string text =
         summary(report, terminal) + conditionNotes(report, terminal) + '\n' + rowsTable(report, terminal);
     if (!report.files().empty()) text += '\n' + filesTable(report, terminal);
+    text += codexItemsText(report.codex, terminal);
     for (const auto& note :
          {ScanPresentation::unreadableFilesNote(report), ScanPresentation::overAttributionNote(report),
           ScanPresentation::unreportedCategoryFilesNote(report), CodexPresentation::note(report.codex)})

@@ -37,7 +37,7 @@ _loadscope() {
     case $command in
     '') words='scan status history leaderboard open' options+=' --version' ;;
     scan)
-        options+=' --include-codex --json --no-history --max-tokens --skip-check --model'
+        options+=' --include-codex --codex-estimate --json --no-history --max-tokens --skip-check --model'
         options+=' --wait-for-servers --keep-environment --accept-estimate'
         ;;
     status) options+=' --json' ;;
