@@ -1,18 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "tests/LoadscopeCLI/DemoHome.h"
+#include "tests/Support/Testing.h"
 
-#include <filesystem>
-#include <gmock/gmock.h>
 #include <regex>
 
-namespace loadscope {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
-using testing::StartsWith;
 
 TEST(CommandLine, TellsWrongUsageFromHelp) {
     struct Case {
@@ -206,4 +199,3 @@ TEST(CommandLine, SurvivesTheStreamsThatItIsGiven) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -1,13 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "tests/LoadscopeCLI/DemoHome.h"
+#include "tests/Support/Testing.h"
 
-#include <gmock/gmock.h>
-
-namespace loadscope {
 namespace {
-
-using testing::StartsWith;
 
 /// A copy of the command, in a folder without a window beside it.
 class OpenCommandTest : public testing::Test {
@@ -48,4 +44,3 @@ TEST_F(OpenCommandTest, StartsTheWindowThatItFinds) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -1,19 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "tests/LoadscopeCLI/DemoHome.h"
+#include "tests/Support/Testing.h"
 
-#include <filesystem>
-#include <gmock/gmock.h>
 #include <regex>
 
-namespace loadscope {
 namespace {
-
-using testing::AllOf;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 /// A home folder with six records of three repositories.
 class RecordsTest : public testing::Test {
@@ -129,4 +121,3 @@ TEST_F(RecordsTest, AreDeletedOnlyWhenTheUserAgrees) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -4,21 +4,9 @@
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Process/LoginShell.h"
 #include "tests/LoadscopeCLI/DemoHome.h"
-#include "tests/Support/WaitFor.h"
+#include "tests/Support/Testing.h"
 
-#include <csignal>
-#include <filesystem>
-#include <future>
-#include <gmock/gmock.h>
-
-namespace loadscope {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-using testing::StartsWith;
 
 /// Runs all cases at once: most of them wait.
 template <typename Case>
@@ -396,4 +384,3 @@ TEST(ScanCommand, ShowsControlCharactersHarmlesslyAndLeavesThemInJson) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,17 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/NetworkRoute.h"
 #include "tests/LoadscopeCLI/DemoHome.h"
+#include "tests/Support/Testing.h"
 
-#include <gmock/gmock.h>
-
-namespace loadscope {
 namespace {
-
-using testing::AllOf;
-using testing::Contains;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 std::string behaviour(const char* word) { return std::string("LOADSCOPE_DEMO_CLAUDE=") + word; }
 
@@ -116,4 +108,3 @@ TEST(ScanConditions, SayWhatWasTakenOff) {
 }
 
 } // namespace
-} // namespace loadscope

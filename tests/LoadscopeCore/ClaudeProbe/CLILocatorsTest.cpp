@@ -3,11 +3,10 @@
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
 #include "LoadscopeCore/CodexProbe/CodexCLILocator.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <set>
 
-namespace loadscope {
 namespace {
 
 using Answer = std::optional<std::string>;
@@ -72,4 +71,3 @@ TEST(CLILocators, NameEveryPlaceTheySearch) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ContextBreakdownParser.h"
 
-#include <gtest/gtest.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 using namespace ContextBreakdownParser;
@@ -128,4 +127,3 @@ TEST(ContextBreakdownParser, ReadsHostileTextsOnce) {
 }
 
 } // namespace
-} // namespace loadscope

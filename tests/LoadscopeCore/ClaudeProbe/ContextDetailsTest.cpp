@@ -3,10 +3,8 @@
 #include "LoadscopeCore/ClaudeProbe/ContextDetails.h"
 
 #include "LoadscopeCore/ClaudeProbe/TerminalReport.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 /// "table/group/name=tokens precision", one a line.
@@ -138,4 +136,3 @@ TEST(TerminalReport, IsReadAsTheMarkdownOfLaterVersions) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -3,13 +3,11 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 
 #include "LoadscopeCore/ToolRun/ProbeError.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <limits>
 #include <nlohmann/json.hpp>
 #include <variant>
 
-namespace loadscope {
 namespace {
 
 using Outcome = std::variant<ProbeOutput, ProbeError>;
@@ -103,4 +101,3 @@ TEST(ProbeUsage, SaturatesTheStartupTotal) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -4,17 +4,11 @@
 
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
-#include "tests/Support/WaitFor.h"
+#include "tests/Support/Testing.h"
 
-#include <filesystem>
-#include <future>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <variant>
 
-namespace loadscope {
 namespace {
 
 /// A home folder with a `claude` that does what the test's script says.
@@ -338,4 +332,3 @@ TEST(TotalSource, IsMadeBackFromItsRawValueOnly) {
 }
 
 } // namespace
-} // namespace loadscope

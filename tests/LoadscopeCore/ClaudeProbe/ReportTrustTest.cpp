@@ -3,12 +3,8 @@
 #include "LoadscopeCore/ClaudeProbe/ReportTrust.h"
 
 #include "LoadscopeCore/ToolRun/ToolVersion.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-namespace loadscope {
 namespace {
 
 using ReportTrust::Verdict;
@@ -105,4 +101,3 @@ TEST(ReportTrust, CountsCharactersAsTheToolDoes) {
 }
 
 } // namespace
-} // namespace loadscope

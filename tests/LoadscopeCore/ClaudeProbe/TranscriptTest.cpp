@@ -2,13 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-namespace loadscope {
 namespace {
 
 std::string assistantLine(const std::string& usage) {
@@ -88,4 +83,3 @@ TEST(TranscriptReader, ReadsNothingButRegularFiles) {
 }
 
 } // namespace
-} // namespace loadscope

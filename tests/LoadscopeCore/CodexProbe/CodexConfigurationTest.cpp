@@ -2,12 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
 
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-namespace loadscope {
 namespace {
 
 TEST(CodexConfiguration, TakesWhatTheProfileInUseSetsBeforeTheTopLevel) {
@@ -91,4 +87,3 @@ TEST(CodexConfiguration, StandsInTheFolderThatTheEnvironmentNames) {
 }
 
 } // namespace
-} // namespace loadscope

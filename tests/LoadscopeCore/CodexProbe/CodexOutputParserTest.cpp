@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 
-#include <gtest/gtest.h>
-#include <limits>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 using CodexOutputParser::firstTokenCount;
@@ -77,4 +75,3 @@ TEST(CodexOutputParser, SurvivesHostileStreams) {
 }
 
 } // namespace
-} // namespace loadscope

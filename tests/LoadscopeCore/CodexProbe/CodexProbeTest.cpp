@@ -4,15 +4,8 @@
 
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
-#include "tests/Support/WaitFor.h"
+#include "tests/Support/Testing.h"
 
-#include <filesystem>
-#include <future>
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 const std::string report =
@@ -97,4 +90,3 @@ TEST_F(CodexProbeTest, IsEndedByItsLimitAndByACancel) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -3,13 +3,8 @@
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/CodexProbe/CodexSessionText.h"
 #include "LoadscopeCore/CodexProbe/ReconnectionWatch.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <chrono>
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 using CodexOutputParser::Header;
@@ -198,4 +193,3 @@ TEST_F(CodexVersion, IsNotWaitedForWithoutANetwork) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -6,10 +6,8 @@
 #include "LoadscopeCore/Geometry/LabelRow.h"
 #include "LoadscopeCore/Geometry/Motion.h"
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 TEST(BandMeterGeometry, PlacesTheMarkerOfATotalBeyondTheNormalScale) {
@@ -99,4 +97,3 @@ TEST(Motion, SpringSettlesWithinItsDuration) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -3,10 +3,8 @@
 #include "LoadscopeCore/Geometry/BarChartGeometry.h"
 
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 const BarChartData threeRepositories = {
@@ -81,4 +79,3 @@ TEST(BarChartGeometry, StaysInsideAndReadableForAnyData) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -3,15 +3,11 @@
 #include "LoadscopeCore/Geometry/DonutGeometry.h"
 
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <tuple>
-
-namespace loadscope {
 namespace {
 
 using Tokens = std::vector<std::int64_t>;
-constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
 TEST(DonutGeometry, SumsOnlyPositiveRowsAndStopsAtTheLargestNumber) {
     EXPECT_EQ(DonutGeometry::upperBounds(Tokens{}), Tokens{});
@@ -77,4 +73,3 @@ TEST(DonutGeometry, FillsTheRevealedPartOfTheCircle) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -4,10 +4,8 @@
 
 #include "LoadscopeCore/Geometry/Shapes.h"
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 using std::chrono::seconds;
@@ -77,4 +75,3 @@ TEST(TimeAxis, FindsTheDateUnderAPlaceAgain) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -4,14 +4,8 @@
 
 #include "LoadscopeCore/Geometry/TreemapTiles.h"
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <iterator>
-#include <random>
-#include <string>
-
-namespace loadscope {
 namespace {
 
 constexpr double infinite = std::numeric_limits<double>::infinity();
@@ -129,4 +123,3 @@ TEST(TreemapTiles, LeaveGapsAndLabelOnlyWhatCanBeRead) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -4,17 +4,12 @@
 
 #include "LoadscopeCore/Geometry/ValueAxis.h"
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <random>
-#include <tuple>
-
-namespace loadscope {
 namespace {
 
 using std::chrono::hours;
 using std::chrono::seconds;
-constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
 TEST(TrendChartData, LeavesRoomAboveTheLargestTotal) {
     const std::pair<std::int64_t, std::int64_t> cases[] = {
@@ -210,4 +205,3 @@ TEST(TrendChartGeometry, SetsLabelsOfThresholdsThatNearlyMeetInOneRow) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -1,10 +1,8 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "tests/Support/HistoryRecords.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 TEST(RecordedScan, WithholdsNamesThatCouldBePathsOrFiles) {
@@ -73,4 +71,3 @@ TEST(RecordedScan, TakesTheVersionAndTheModelWhenTheyAreWords) {
 }
 
 } // namespace
-} // namespace loadscope

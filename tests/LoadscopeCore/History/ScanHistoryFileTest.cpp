@@ -4,10 +4,8 @@
 
 #include "LoadscopeCore/Platform/Text.h"
 #include "tests/Support/HistoryRecords.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 using ScanHistoryFile::decode;
@@ -188,4 +186,3 @@ TEST(ScanHistoryFile, ReadsInternetDatesAndNoOthers) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -3,22 +3,13 @@
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "tests/Support/HistoryRecords.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <csignal>
-#include <filesystem>
-#include <gmock/gmock.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-namespace loadscope {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 struct ScanHistoryStoreTest : testing::Test {
     [[nodiscard]] std::vector<std::string> names() const {
@@ -181,4 +172,3 @@ TEST_F(ScanHistoryStoreTest, GoesOnWhenTheLockIsNeverFreed) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -3,12 +3,10 @@
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 
 #include "tests/Support/HistoryRecords.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <limits>
 #include <nlohmann/json.hpp>
 
-namespace loadscope {
 namespace {
 
 using ScanHistory::leaderboard;
@@ -161,4 +159,3 @@ TEST(ScanHistoryExport, GivesEachRecordItsBand) {
 }
 
 } // namespace
-} // namespace loadscope

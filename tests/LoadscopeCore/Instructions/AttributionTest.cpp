@@ -3,17 +3,12 @@
 #include "LoadscopeCore/Instructions/Attribution.h"
 
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <limits>
-#include <random>
 #include <set>
 #include <sstream>
 
-namespace loadscope {
 namespace {
-
-constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
 /// Attributes what a text such as "100: System tools=60, Memory files=30 | Personal instructions=20"
 /// describes: total, reported categories and local estimates. Gives the rows as ordinal, first letter of the
@@ -148,4 +143,3 @@ TEST(InstructionFileSet, OffersOneEstimatePerTierThatHoldsTokens) {
 }
 
 } // namespace
-} // namespace loadscope

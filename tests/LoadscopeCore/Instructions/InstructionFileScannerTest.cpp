@@ -3,16 +3,11 @@
 #include "LoadscopeCore/Instructions/InstructionFileScanner.h"
 
 #include "LoadscopeCore/Instructions/InstructionFileReader.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <map>
-#include <random>
-#include <sys/stat.h>
 
-namespace loadscope {
 namespace {
 
 namespace fs = std::filesystem;
@@ -293,4 +288,3 @@ TEST_F(InstructionFileScannerTest, AgreesWithTheModelOnRandomTrees) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Instructions/InstructionImports.h"
 
-#include <gtest/gtest.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 /// The targets of a text of the file /r/docs/a.md of a user at home in /h, separated by blanks.
@@ -53,4 +52,3 @@ TEST(InstructionImports, AreIgnoredInsideOfClosedFences) {
 }
 
 } // namespace
-} // namespace loadscope

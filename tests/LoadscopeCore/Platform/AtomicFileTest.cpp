@@ -2,15 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/AtomicFile.h"
 
-#include "tests/Support/TemporaryFolder.h"
-#include <csignal>
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-namespace loadscope {
+#include "tests/Support/Testing.h"
 
 namespace {
 
@@ -98,4 +90,3 @@ TEST(AtomicFile, KeepsTheOldFileWhenTheNewOneDoesNotFit) {
 }
 
 } // namespace
-} // namespace loadscope

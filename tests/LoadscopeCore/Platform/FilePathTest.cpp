@@ -4,15 +4,9 @@
 
 #include "LoadscopeCore/Platform/FileDescriptor.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <vector>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
+#include <fcntl.h>
 
 namespace {
 
@@ -108,4 +102,3 @@ TEST(FilePath, CallsOnlyRegularFilesExecutable) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/Json.h"
 
-#include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
+#include <nlohmann/json.hpp>
 
 namespace {
 
@@ -108,4 +107,3 @@ TEST(Json, TakesIntegralNumbersThatFit) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,13 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/LineBreaks.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <random>
-#include <string>
-#include <vector>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 std::vector<std::string_view> walked(std::string_view text) {
@@ -57,4 +52,3 @@ TEST(LineBreaks, GiveTheSameLinesFromBothEnds) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,13 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 
-#include "tests/Support/ScopedEnvironment.h"
-#include <cmath>
-#include <gtest/gtest.h>
-#include <limits>
-#include <vector>
-
-namespace loadscope {
+#include "tests/Support/Testing.h"
 
 namespace {
 
@@ -123,4 +117,3 @@ TEST(LocaleFormat, WritesOneDecimalAsCDoes) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,11 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/Observers.h"
 
-#include <gtest/gtest.h>
-#include <string>
-#include <vector>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
+namespace {
 
 TEST(Observers, TellsThoseThatAreSubscribedInOrder) {
     Observers observers;
@@ -50,4 +48,4 @@ TEST(Observers, MayBeDestroyedByAnObserverAndBeforeTheirSubscriptions) {
     EXPECT_EQ(told, 1);
 }
 
-} // namespace loadscope
+} // namespace

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/Text.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
+#include "tests/Support/Testing.h"
 
 namespace {
 
@@ -122,4 +120,3 @@ TEST(Text, SeesWhitespaceAtTheBeginning) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/UUID.h"
 
-#include <gtest/gtest.h>
-#include <set>
-#include <vector>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
+#include <set>
+
+namespace {
 
 TEST(UUID, TakesTheCanonicalTextInAnyCase) {
     const std::string canonical = "0F8FAD5B-D9CB-469F-A165-70867728950E";
@@ -29,4 +29,4 @@ TEST(UUID, GeneratesDistinctRandomIdentifiers) {
     }
 }
 
-} // namespace loadscope
+} // namespace

@@ -3,13 +3,12 @@
 #include "LoadscopeCore/Platform/UserFolders.h"
 
 #include "LoadscopeCore/Platform/FileDescriptor.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <pwd.h>
-#include <unistd.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
+#include <fcntl.h>
+#include <pwd.h>
+
+namespace {
 
 TEST(UserFolders, TakesOnlyAbsoluteFoldersFromTheEnvironment) {
     const ScopedEnvironment home("HOME", "/home/me//");
@@ -55,4 +54,4 @@ TEST(FileDescriptor, ClosesWhatItOwnsOnce) {
     EXPECT_FALSE(writing.duplicate().isOpen());
 }
 
-} // namespace loadscope
+} // namespace

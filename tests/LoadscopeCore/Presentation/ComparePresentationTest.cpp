@@ -3,10 +3,8 @@
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace loadscope {
 namespace {
 
 RecordedScan scan(const std::string& path, int day, std::int64_t total,
@@ -95,4 +93,3 @@ TEST(ComparePresentation, GivesEveryCategoryItsPlaceInEveryChart) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -6,19 +6,11 @@
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
+#include "tests/Support/Testing.h"
 
-#include <algorithm>
-#include <gmock/gmock.h>
-#include <limits>
 #include <nlohmann/json.hpp>
 
-namespace loadscope {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Not;
 
 /// English numbers, whatever the machine's locale.
 class ConditionsPresentationTest : public testing::Test {
@@ -148,4 +140,3 @@ TEST_F(ConditionsPresentationTest, TellsScriptsTheSame) {
 }
 
 } // namespace
-} // namespace loadscope

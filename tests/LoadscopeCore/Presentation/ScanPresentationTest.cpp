@@ -4,12 +4,10 @@
 
 #include "LoadscopeCore/Platform/Json.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
+#include "tests/Support/Testing.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-namespace loadscope {
 namespace {
 
 /// English numbers, whatever the machine's locale.
@@ -175,4 +173,3 @@ TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
 }
 
 } // namespace
-} // namespace loadscope

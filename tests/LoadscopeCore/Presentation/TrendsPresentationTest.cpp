@@ -3,11 +3,8 @@
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <tuple>
-
-namespace loadscope {
 namespace {
 
 using Scans = std::vector<RecordedScan>;
@@ -211,4 +208,3 @@ TEST(TrendsPresentation, NamesTheTwoLargestCategories) {
 }
 
 } // namespace
-} // namespace loadscope

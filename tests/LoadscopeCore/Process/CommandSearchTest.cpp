@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Process/CommandSearch.h"
 
-#include <gtest/gtest.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 TEST(CommandSearch, ReadsWhatShellsSayOfACommand) {
@@ -22,4 +21,3 @@ TEST(CommandSearch, ReadsWhatShellsSayOfACommand) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -6,16 +6,8 @@
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/SearchPath.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
-#include "tests/Support/WaitFor.h"
+#include "tests/Support/Testing.h"
 
-#include <chrono>
-#include <future>
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-namespace loadscope {
 namespace {
 
 using Answer = std::optional<std::string>;
@@ -155,4 +147,3 @@ TEST(SearchPath, HasTheAbsoluteFoldersOnceEach) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 
-#include <gtest/gtest.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 struct Store : OnboardingCompletionStore {
@@ -45,4 +44,3 @@ TEST(OnboardingFlow, MovesThroughItsStepsAndFinishesOnce) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -3,18 +3,10 @@
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 
 #include "tests/Support/ManualUIThread.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
-#include "tests/Support/WaitFor.h"
+#include "tests/Support/Testing.h"
 
-#include <atomic>
 #include <condition_variable>
-#include <filesystem>
-#include <future>
-#include <gtest/gtest.h>
-#include <mutex>
 
-namespace loadscope {
 namespace {
 
 using enum ToolReadiness;
@@ -234,4 +226,3 @@ TEST(ReadinessModel, PermitsAScanByWhatItsToolsNeed) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -4,14 +4,8 @@
 
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <filesystem>
-#include <future>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-namespace loadscope {
 namespace {
 
 bool isUnreadable(const std::string& path) {
@@ -62,4 +56,3 @@ TEST(RepoSelection, IsNamedAfterItsFolderUnlessNamed) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -5,13 +5,8 @@
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 #include "tests/Support/ManualUIThread.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <csignal>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-
-namespace loadscope {
 namespace {
 
 /// From now on the system refuses this process every further thread, as it may on a busy machine. For a user
@@ -59,4 +54,3 @@ TEST(WithoutThreads, ACancelKillsTheChildAtOnce) {
 }
 
 } // namespace
-} // namespace loadscope

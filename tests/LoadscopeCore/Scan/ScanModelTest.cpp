@@ -6,17 +6,10 @@
 #include "tests/Support/HistoryRecords.h"
 #include "tests/Support/ManualUIThread.h"
 #include "tests/Support/PausingStore.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
-#include <atomic>
 #include <condition_variable>
-#include <filesystem>
-#include <future>
-#include <gtest/gtest.h>
-#include <mutex>
-#include <thread>
 
-namespace loadscope {
 namespace {
 
 using Hook = std::function<void(const std::stop_token&)>;
@@ -387,4 +380,3 @@ TEST_F(ScanModels, StopTheWorkWhenDestroyedInTheMiddle) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -4,15 +4,9 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
+#include "tests/Support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <limits>
-
-namespace loadscope {
 namespace {
-
-constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 
 TEST(OpinionBand, BelongsToHeavyAtBothBounds) {
     struct Bounds {
@@ -100,4 +94,3 @@ TEST(BandScale, GrowsInWholeStepsAndNeverOverflows) {
 }
 
 } // namespace
-} // namespace loadscope

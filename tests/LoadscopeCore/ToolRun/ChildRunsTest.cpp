@@ -6,24 +6,14 @@
 #include "LoadscopeCore/Process/ProcessTermination.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
 #include "LoadscopeCore/ToolRun/ToolRun.h"
-#include "tests/Support/TemporaryFolder.h"
-#include "tests/Support/WaitFor.h"
+#include "tests/Support/Testing.h"
 
-#include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <fstream>
-#include <future>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 
-namespace loadscope {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -317,4 +307,3 @@ TEST_F(ChildRuns, AreOutOfReachOnceTheyHaveBeenReaped) {
 }
 
 } // namespace
-} // namespace loadscope

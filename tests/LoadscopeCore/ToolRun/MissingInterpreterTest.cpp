@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ToolRun/MissingInterpreter.h"
 
-#include <gtest/gtest.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 TEST(MissingInterpreter, IsNamedInTheWordsOfEachSystem) {
@@ -28,4 +27,3 @@ TEST(MissingInterpreter, IsNamedInTheWordsOfEachSystem) {
 }
 
 } // namespace
-} // namespace loadscope

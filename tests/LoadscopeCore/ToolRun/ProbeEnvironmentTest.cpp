@@ -6,13 +6,10 @@
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
-#include "tests/Support/ScopedEnvironment.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/Support/Testing.h"
 
 #include <deque>
-#include <gtest/gtest.h>
 
-namespace loadscope {
 namespace {
 
 using ProbeEnvironment::Tool;
@@ -106,4 +103,3 @@ TEST(TranscriptLocator, MakesConfigurationFoldersAbsolute) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ToolRun/ProbeError.h"
 
-#include <gtest/gtest.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 TEST(ProbeError, BuildsItsTextsFromWhatItCarries) {
@@ -61,4 +60,3 @@ TEST(ProbeError, CutsLongTextsByUserPerceivedCharacters) {
 }
 
 } // namespace
-} // namespace loadscope

@@ -2,11 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ToolRun/ToolVersion.h"
 
-#include "tests/Support/TemporaryFolder.h"
-#include <gtest/gtest.h>
-#include <sys/stat.h>
+#include "tests/Support/Testing.h"
 
-namespace loadscope {
 namespace {
 
 TEST(ToolVersion, IsReadFromWhatAToolPrintsAndCompares) {
@@ -40,4 +37,3 @@ TEST(ToolVersion, IsWaitedForAsLongAsIsSaid) {
 }
 
 } // namespace
-} // namespace loadscope
