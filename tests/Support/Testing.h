@@ -49,15 +49,35 @@ std::string textOf(const char (&literal)[size]) {
 }
 inline const std::string& textOf(const std::string& text) { return text; }
 
-/// How a table writes an answer: a text as it is, a number in digits, "yes" or "no", "none" for nothing.
+/// How a table writes an answer: a text as it is, "yes" or "no", a number with two decimals at most, "none"
+/// for nothing, several with a blank between.
 inline std::string shown(const std::string& text) { return text; }
+inline std::string shown(const char* text) { return text; }
 inline std::string shown(std::string_view text) { return std::string(text); }
-inline std::string shown(bool answer) { return answer ? "yes" : "no"; }
 template <class Number>
-requires std::is_integral_v<Number> std::string shown(Number number) { return std::to_string(number); }
+requires std::is_arithmetic_v<Number> std::string shown(Number number) {
+    if constexpr (std::is_same_v<Number, bool>) return number ? "yes" : "no";
+    if constexpr (std::is_integral_v<Number>) return std::to_string(number);
+    std::string text = std::to_string(std::round(number * 100) / 100);
+    text.erase(std::min(text.find_last_not_of('0') + 1, text.size()));
+    return text.ends_with('.') ? text.erase(text.size() - 1) : text;
+}
 template <class Value>
 std::string shown(const std::optional<Value>& value) {
     return value ? shown(*value) : "none";
+}
+template <class First, class Second, class... More>
+std::string shown(const First& first, const Second& second, const More&... more) {
+    return shown(first) + " " + shown(second, more...);
+}
+
+/// What a function says of each of some items, "; " after each.
+template <class Items, class Function>
+std::string listed(const Items& items, const Function& function) {
+    std::string all;
+    for (const auto& item : items)
+        all += shown(function(item)) + "; ";
+    return all;
 }
 
 /// The answers to all of these, one after the other with a blank between.

@@ -5,11 +5,9 @@
 #include "LoadscopeCore/Geometry/Shapes.h"
 #include "LoadscopeCore/Geometry/TextMeasure.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "tests/Support/Testing.h"
 
-#include <cmath>
 #include <ctime>
-#include <limits>
-#include <string>
 
 namespace loadscope {
 
@@ -26,28 +24,22 @@ inline constexpr double awkwardLengths[] = {
 template <class Check>
 void forAwkwardSizes(const Check& check) {
     for (const double width : awkwardLengths) {
-        for (const double height : awkwardLengths) {
+        for (const double height : awkwardLengths)
             check(SizeF{width, height}, RectF{0, 0, usableLength(width), usableLength(height)});
-        }
     }
 }
 
-/// Rounded, for comparing with an expected text.
-inline std::string asText(double value) { return std::to_string(std::lround(value)); }
-inline std::string asText(PointF p) { return asText(p.x) + "," + asText(p.y); }
-inline std::string asText(const RectF& r) {
-    return asText(PointF{r.x, r.y}) + " " + asText(r.width) + "x" + asText(r.height);
+inline std::string shown(PointF p) { return ::shown(p.x) + "," + ::shown(p.y); }
+inline std::string shown(const RectF& r) {
+    return shown(PointF{r.x, r.y}) + " " + ::shown(r.width) + "x" + ::shown(r.height);
 }
 
-inline bool isFinite(const RectF& r) {
-    return std::isfinite(r.x) && std::isfinite(r.y) && std::isfinite(r.width) && std::isfinite(r.height);
-}
-
-/// True when `inner` lies within `outer`, give or take rounding.
+/// True when `inner` has finite edges and lies within `outer`, give or take rounding.
 inline bool isWithin(const RectF& inner, const RectF& outer) {
     constexpr double tolerance = 1e-6;
-    return inner.x >= outer.x - tolerance && inner.y >= outer.y - tolerance &&
-           inner.right() <= outer.right() + tolerance && inner.bottom() <= outer.bottom() + tolerance;
+    return std::isfinite(inner.x + inner.y + inner.width + inner.height) && inner.x >= outer.x - tolerance &&
+           inner.y >= outer.y - tolerance && inner.right() <= outer.right() + tolerance &&
+           inner.bottom() <= outer.bottom() + tolerance;
 }
 
 /// A time on the user's clock.

@@ -4,45 +4,49 @@
 
 #include "LoadscopeCore/Geometry/ValueAxis.h"
 #include "tests/LoadscopeCore/Geometry/ShapeChecks.h"
-#include "tests/Support/Testing.h"
 
 namespace {
 
-using std::chrono::hours;
-using std::chrono::seconds;
+using std::chrono::hours, std::chrono::seconds;
 
 TEST(TrendChartData, LeavesRoomAboveTheLargestTotal) {
-    const std::pair<std::int64_t, std::int64_t> cases[] = {
-        {-1, 69000},    {0, 69000},       {60000, 69000},    {60001, 69001},
-        {80000, 92000}, {100000, 114999}, {largest, largest}};
-    for (const auto& [total, bound] : cases) {
-        EXPECT_EQ(TrendChartData::upperBoundFor(total), bound) << total;
-    }
+    EXPECT_EQ(each(TrendChartData::upperBoundFor, -1, 0, 60000, 60001, 80000, 100000, largest),
+              "69000 69000 69000 69001 92000 114999 9223372036854775807");
 }
 
 TEST(ValueAxis, DividesByRoundNumbersThatCompactNotationShowsExactly) {
-    const std::tuple<std::int64_t, std::size_t, std::string> cases[] = {
-        {69000, 4, "0 20K 40K 60K "},
-        {69000, 8, "0 10K 20K 30K 40K 50K 60K "},
-        {0, 4, "0 1 "},
-        {3, 4, "0 1 2 3 "},
-        {1'150'000'000'000'000, 4, "0 500T 1000T "}};
-    for (const auto& [maximum, intervals, expected] : cases) {
-        std::string labels;
-        for (const ValueTick& tick : ValueAxis::ticks(maximum, intervals)) {
-            labels += tick.label + " ";
-        }
-        EXPECT_EQ(labels, expected);
-    }
+    const auto labels = [](std::int64_t maximum, std::size_t intervals) {
+        return listed(ValueAxis::ticks(maximum, intervals),
+                      [](const ValueTick& t) { return shown(t.label, t.fraction); });
+    };
+    EXPECT_EQ(labels(69000, 4), "0 0; 20K 0.29; 40K 0.58; 60K 0.87; ");
+    EXPECT_EQ(labels(69000, 8), "0 0; 10K 0.14; 20K 0.29; 30K 0.43; 40K 0.58; 50K 0.72; 60K 0.87; ");
+    EXPECT_EQ(labels(60000, 3), "0 0; 20K 0.33; 40K 0.67; 60K 1; ");
+    EXPECT_EQ(labels(0, 4), "0 0; 1 1; ");
+    EXPECT_EQ(labels(3, 4), "0 0; 1 0.33; 2 0.67; 3 1; ");
+    EXPECT_EQ(labels(1'150'000'000'000'000, 4), "0 0; 500T 0.43; 1000T 0.87; ");
+    EXPECT_EQ(labels(7'000'000'000'000'000'000, 2), "0 0; 5,000,000T 0.71; ");
+    EXPECT_EQ(labels(100, 0), labels(100, 1));
+    EXPECT_EQ(labels(100, 99), labels(100, 10));
     for (const std::int64_t maximum : {std::int64_t{-1}, std::int64_t{17}, largest / 3, largest}) {
         EXPECT_GE(ValueAxis::ticks(maximum, 0).size(), 2U);
         EXPECT_LE(ValueAxis::ticks(maximum, 99).size(), 11U);
     }
+    EXPECT_EQ(ValueAxis::fraction(1, 0), 1);
 }
 
 TEST(MonotoneCurve, NeverLeavesTheRangeOfTheTwoPointsItJoins) {
-    EXPECT_TRUE(monotoneCurve({}).empty());
-    EXPECT_TRUE(monotoneCurve(std::vector<PointF>{{1, 1}}).empty());
+    const auto told = [](const std::vector<PointF>& points) {
+        return listed(monotoneCurve(points),
+                      [](const auto& s) { return shown(s.control1, s.control2, s.end); });
+    };
+    EXPECT_EQ(told({}) + told({{1, 1}}), "");
+    EXPECT_EQ(told({{0, 0}, {3, 3}, {6, 6}}), "1,1 2,2 3,3; 4,4 5,5 6,6; ") << "points on a line give a line";
+    EXPECT_EQ(told({{0, 0}, {0, 9}}), "0,3 0,6 0,9; ") << "one moment is a vertical line";
+    EXPECT_EQ(told({{0, 0}, {3, 3}, {6, 12}, {9, 0}, {12, 0}, {15, 6}}),
+              "1,1 2,1 3,3; 4,5 5,12 6,12; 7,12 8,0 9,0; 10,0 11,0 12,0; 13,0 14,4 15,6; ");
+    EXPECT_EQ(told({{0, 0}, {3, 1}, {6, 41}}), "1,0.05 2,0 3,1; 4,2 5,27.67 6,41; ")
+        << "a steep rise is held back";
     std::mt19937 random(3);
     for (int round = 0; round < 500; ++round) {
         std::vector<PointF> points(2 + random() % 40);
@@ -56,26 +60,21 @@ TEST(MonotoneCurve, NeverLeavesTheRangeOfTheTwoPointsItJoins) {
         for (std::size_t i = 0; i < curve.size(); ++i) {
             ASSERT_EQ(curve[i].end, points[i + 1]);
             const auto [low, high] = std::minmax(points[i].y, points[i + 1].y);
-            for (const PointF control : {curve[i].control1, curve[i].control2}) {
-                ASSERT_TRUE(control.y >= low - 1e-9 && control.y <= high + 1e-9)
+            for (const PointF control : {curve[i].control1, curve[i].control2})
+                ASSERT_TRUE(control.y >= low - 1e-9 && control.y <= high + 1e-9 &&
+                            control.x >= points[i].x - 1e-9 && control.x <= points[i + 1].x + 1e-9)
                     << "round " << round << " at " << i;
-                ASSERT_TRUE(control.x >= points[i].x - 1e-9 && control.x <= points[i + 1].x + 1e-9);
-            }
         }
     }
-    const std::vector<CurveSegment> line = monotoneCurve(std::vector<PointF>{{0, 0}, {3, 3}, {6, 6}});
-    EXPECT_EQ(line[0], (CurveSegment{{1, 1}, {2, 2}, {3, 3}})) << "points on a line give a line";
 }
 
 TEST(NearestDate, PrefersTheEarlierOfTwoEquallyNear) {
     const Timestamp t{};
     const std::vector<Timestamp> dates = {t, t + seconds(10), t + seconds(10), t + seconds(30)};
-    const std::pair<Timestamp, std::size_t> cases[] = {
-        {t - hours(1), 0},    {t + seconds(5), 0},   {t + seconds(6), 1},  {t + seconds(20), 1},
-        {t + seconds(21), 3}, {Timestamp::max(), 3}, {Timestamp::min(), 0}};
-    for (const auto& [date, nearest] : cases) {
-        EXPECT_EQ(nearestDate(dates, date), nearest) << date.time_since_epoch().count();
-    }
+    const auto nearest = [&](Timestamp date) { return nearestDate(dates, date); };
+    EXPECT_EQ(each(nearest, Timestamp::min(), t + seconds(5), t + seconds(6), t + seconds(20),
+                   t + seconds(21), Timestamp::max()),
+              "0 0 1 1 3 3");
     EXPECT_EQ(nearestDate({}, t), std::nullopt);
     EXPECT_EQ(nearestDate(std::vector{Timestamp::min(), Timestamp::max()}, Timestamp::max()), 1U);
 }
@@ -89,35 +88,45 @@ TrendChartData someChart(Timestamp start) {
 
 TEST(TrendChartGeometry, LaysOutTheChartAsText) {
     const Timestamp start = localTime(2026, 10, 12);
-    const TrendChartGeometry chart(someChart(start), {700, 260}, sixPointText());
-    std::string text = asText(chart.plot()) + "\n";
-    for (const auto* ticks : {&chart.valueTicks(), &chart.timeTicks()}) {
-        for (const auto& tick : *ticks) {
-            text += tick.label + " " + asText(tick.position) + "; ";
-        }
-        text += "\n";
-    }
-    for (const auto& threshold : chart.thresholds()) {
-        text += threshold.label + " " + asText(threshold.y) + " in " + asText(threshold.labelRect) + "; ";
-    }
-    text += "\n";
-    for (const auto& mark : chart.marks()) {
-        text += std::to_string(mark.series) + "/" + std::to_string(mark.point) + " " + asText(mark.position) +
-                "; ";
-    }
-    EXPECT_EQ(text, "26,6 669x234\n"
-                    "0 240; 20K 173; 40K 107; 60K 40; \n"
-                    "Oct 13 43; Oct 17 176; Oct 21 310; Oct 25 444; Oct 29 578; \n"
-                    "Heavy 30,000 140 in 30,124 72x12; Excessive 60,000 40 in 30,24 96x12; \n"
-                    "0/1 26,136; 1/0 26,167; 0/0 360,37; 0/2 695,90; 1/1 695,103; ");
+    const auto tick = [](const auto& t) { return shown(t.label, t.position, "in", t.rect); };
+    const auto threshold = [](const auto& t) { return shown(t.label, t.y, t.labelRect); };
+    const auto mark = [](const auto& m) { return shown(m.series, m.point, m.position); };
+    const auto told = [&](SizeF size) {
+        const TrendChartGeometry chart(someChart(start), size, sixPointText());
+        return shown(chart.plot()) + "\n" + listed(chart.valueTicks(), tick) + "\n" +
+               listed(chart.timeTicks(), tick) + "\n" + listed(chart.thresholds(), threshold) + "\n" +
+               listed(chart.marks(), mark);
+    };
+    EXPECT_EQ(told({700, 260}),
+              "26,6 668.65x234\n"
+              "0 240 in 12,234 6x12; 20K 173.29 in 0,167.29 18x12; 40K 106.57 in 0,100.57 18x12; 60K 39.86 "
+              "in 0,33.86 18x12; \n"
+              "Oct 13 42.72 in 24.72,248 36x12; Oct 17 176.45 in 158.45,248 36x12; Oct 21 310.18 in "
+              "292.18,248 36x12; Oct 25 443.91 in 425.91,248 36x12; Oct 29 577.63 in 559.63,248 36x12; \n"
+              "Heavy 30,000 139.93 30,123.93 72x12; Excessive 60,000 39.86 30,23.86 96x12; \n"
+              "0 1 26,135.93; 1 0 26,166.61; 0 0 360.32,36.52; 0 2 694.65,89.89; 1 1 694.65,102.57; ");
+    EXPECT_EQ(told({60, 40}),
+              "26,6 28.65x14\n"
+              "0 20 in 12,14 6x12; 50K 10.02 in 0,4.02 18x12; \n"
+              "Oct 12 26 in 8,28 36x12; \n"
+              "Heavy 30,000 14.01 26,0 34x12; Excessive 60,000 8.03 26,0 34x12; \n"
+              "0 1 26,13.77; 1 0 26,15.61; 0 0 40.32,7.83; 0 2 54.65,11.02; 1 1 54.65,11.78; ");
 
+    const TrendChartGeometry chart(someChart(start), {700, 260}, sixPointText());
+    EXPECT_EQ(chart.lines()[0].segments.back().end, chart.marks()[3].position);
     EXPECT_EQ(chart.markAt(-100), 0U) << "on equal dates the first series";
     EXPECT_EQ(chart.markAt(chart.plot().center().x), 2U);
     EXPECT_EQ(chart.markAt(1e9), 3U);
     EXPECT_EQ(chart.markNearest(start + hours(120)), 0U) << "halfway, the earlier one";
-    EXPECT_EQ(chart.tooltipRect(0, {120, 50}), (RectF{0, -52, 120, 50}));
-    EXPECT_EQ(chart.tooltipRect(3, {120, 50}), (RectF{580, -52, 120, 50}));
+    EXPECT_EQ(TrendChartGeometry(someChart(start), {0, 0}, sixPointText()).markAt(0), 2U)
+        << "the middle of no width";
+    EXPECT_EQ(shown(chart.tooltipRect(0, {120, 50})), "0,-52 120x50");
+    EXPECT_EQ(shown(chart.tooltipRect(2, {120, 50})), "300.32,-52 120x50");
+    EXPECT_EQ(shown(chart.tooltipRect(3, {120, 50})), "580,-52 120x50");
     EXPECT_EQ(chart.tooltipRect(3, {900, 50}).x, 0) << "wider than the chart: its start is what can be read";
+    // Discs of 26 and 90 square points.
+    EXPECT_NEAR(std::pow(TrendChartGeometry::pointRadius, 2) * std::numbers::pi, 26, 0.01);
+    EXPECT_NEAR(std::pow(TrendChartGeometry::selectedPointRadius, 2) * std::numbers::pi, 90, 0.02);
 }
 
 TEST(TrendChartGeometry, MarksChangesHalfwayWithoutCollisions) {
@@ -126,28 +135,27 @@ TEST(TrendChartGeometry, MarksChangesHalfwayWithoutCollisions) {
         TrendChartData data = someChart(start);
         data.changes = std::move(changes);
         const TrendChartGeometry chart(data, {width, 260}, sixPointText());
-        std::string text = asText(chart.plot().y) + "\n";
-        for (const auto& change : chart.changes())
-            text += asText(change.top) +
-                    (change.labelRect ? " " + change.label + " in " + asText(*change.labelRect) : "") + "\n";
-        return text;
+        return shown(chart.plot().y, chart.tooltipRect(0, {9, 9}).y, "") +
+               listed(chart.changes(), [](const auto& c) { return shown(c.top, c.label, c.labelRect); });
     };
     // Points of the first series stand at 26, 360 and 695, those of the second at 26 and 695.
     EXPECT_EQ(texts({{0, 2, false, "2.1.330", ""}, {0, 0, false, "2.1.300", ""}}, 700),
-              "14\n193,0 2.1.300 in 197,0 42x12\n527,0 2.1.330 in 531,0 42x12\n");
+              "14 -17 193.16,0 2.1.300 197.16,0 42x12; 527.49,0 2.1.330 531.49,0 42x12; ");
     EXPECT_EQ(
         texts({{0, 2, true, "model changed", ""}, {0, 2, false, "2.1.330", ""}, {1, 1, false, "0.2", ""}},
               700),
-        "28\n360,14 0.2 in 364,14 18x12\n527,0 model changed in 531,0 78x12\n"
-        "527,14 2.1.330 in 531,14 42x12\n")
+        "28 -17 360.32,14 0.2 364.32,14 18x12; 527.49,0 model changed 531.49,0 78x12; 527.49,14 2.1.330 "
+        "531.49,14 42x12; ")
         << "one of another kind has a row of its own";
     EXPECT_EQ(texts({{0, 2, false, "2.1.330", ""}, {1, 1, false, std::string(56, 'x'), ""}}, 700),
-              "14\n360,14\n527,0 2.1.330 in 531,0 42x12\n")
+              "14 -17 360.32,14 xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx none; 527.49,0 "
+              "2.1.330 531.49,0 42x12; ")
         << "the newer label stays";
     EXPECT_EQ(texts({{0, 2, true, "m", ""}, {1, 1, false, std::string(27, 'x'), ""}}, 700),
-              "28\n360,14 xxxxxxxxxxxxxxxxxxxxxxxxxxx in 194,14 162x12\n527,0 m in 531,0 6x12\n")
+              "28 -17 360.32,14 xxxxxxxxxxxxxxxxxxxxxxxxxxx 194.32,14 162x12; 527.49,0 m 531.49,0 6x12; ")
         << "to the left of its line when another one would cross it";
-    EXPECT_EQ(texts({{0, 2, true, std::string(40, 'm'), "short"}}, 300), "14\n227,0 short in 231,0 30x12\n");
+    EXPECT_EQ(texts({{0, 2, true, std::string(40, 'm'), "short"}}, 300),
+              "14 -17 227.49,0 short 231.49,0 30x12; ");
 }
 
 TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
@@ -166,21 +174,17 @@ TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
                 data.changes.push_back({series, point, point % 3 == 1, "a label", "a"});
     for (const TrendChartData& data : charts) {
         forAwkwardSizes([&](SizeF size, const RectF& box) {
-            SCOPED_TRACE(std::to_string(size.width) + " x " + std::to_string(size.height));
+            SCOPED_TRACE(shown(size.width, size.height));
             const TrendChartGeometry chart(data, size, sixPointText());
-            ASSERT_TRUE(isFinite(chart.plot()));
-            for (const auto* ticks : {&chart.valueTicks(), &chart.timeTicks()}) {
-                for (const auto& tick : *ticks) {
+            ASSERT_TRUE(isWithin(chart.plot(), {0, 0, 1e9, 1e9}));
+            for (const auto* ticks : {&chart.valueTicks(), &chart.timeTicks()})
+                for (const auto& tick : *ticks)
                     ASSERT_TRUE(std::isfinite(tick.position) && isWithin(tick.rect.value_or(box), box))
                         << tick.label;
-                }
-            }
-            for (const auto& mark : chart.marks()) {
+            for (const auto& mark : chart.marks())
                 ASSERT_TRUE(isWithin({mark.position.x, mark.position.y, 0, 0}, chart.plot()));
-            }
-            for (const auto& [band, value, label, y, rect] : chart.thresholds()) {
+            for (const auto& [band, value, label, y, rect] : chart.thresholds())
                 ASSERT_TRUE(rect.x >= 0 && rect.y >= 0 && rect.right() <= box.width + 1e-6) << label;
-            }
             for (std::size_t i = 0; i < chart.changes().size(); ++i) {
                 const auto& change = chart.changes()[i];
                 ASSERT_TRUE(isWithin(change.labelRect.value_or(box), box));
@@ -197,11 +201,14 @@ TEST(TrendChartGeometry, KeepsEveryMarkAndLabelInsideForAnySize) {
 }
 
 TEST(TrendChartGeometry, SetsLabelsOfThresholdsThatNearlyMeetInOneRow) {
-    TrendChartData data = someChart(localTime(2026, 10, 12));
-    data.upperBound = 1'000'000'000;
-    const TrendChartGeometry chart(data, {700, 260}, sixPointText());
-    const RectF& heavy = chart.thresholds()[0].labelRect;
-    EXPECT_GT(chart.thresholds()[1].labelRect.x, heavy.right());
+    for (const auto& [bound, apart] :
+         {std::pair(1'000'000'000, true), {590'000, true}, {580'000, false}, {69'000, false}}) {
+        TrendChartData data = someChart(localTime(2026, 10, 12));
+        data.upperBound = bound;
+        const TrendChartGeometry chart(data, {700, 260}, sixPointText());
+        EXPECT_EQ(chart.thresholds()[1].labelRect.x > chart.thresholds()[0].labelRect.right(), apart)
+            << bound;
+    }
 }
 
 } // namespace
