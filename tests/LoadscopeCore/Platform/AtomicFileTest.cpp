@@ -24,6 +24,11 @@ TEST(AtomicFile, ReadsOnlyRegularFilesWithinTheLimit) {
     EXPECT_EQ(AtomicFile::read(file + std::string("\0", 1), 9), std::nullopt);
     for (const std::string& path : {folder.path("fifo"), folder.path(), folder.path("none"), file + "/x"})
         EXPECT_EQ(AtomicFile::read(path, 100), std::nullopt) << path;
+#ifdef __linux__
+    // A file that grows while it is read, as far as its size tells.
+    EXPECT_GT(AtomicFile::read("/proc/self/maps", 1 << 20).value_or("").size(), 4096U);
+    EXPECT_EQ(AtomicFile::read("/proc/self/maps", 10), std::nullopt);
+#endif
     ASSERT_EQ(::truncate(file.c_str(), off_t{1} << 36), 0);
     EXPECT_EQ(AtomicFile::read(file, 1 << 20), std::nullopt);
 }

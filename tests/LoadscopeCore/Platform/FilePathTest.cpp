@@ -7,46 +7,32 @@
 #include "tests/Support/Testing.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 
 namespace {
 
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
-void expectEach(std::string (*function)(std::string_view), const Pairs& cases) {
-    for (const auto& [input, expected] : cases)
-        EXPECT_EQ(function(input), expected) << input;
-}
-
 TEST(FilePath, CalculatesWithoutTouchingFiles) {
-    expectEach(FilePath::standardized, {{"", ""},
-                                        {"/", "/"},
-                                        {"//a//b/./c/", "/a/b/c"},
-                                        {"/a/../../b/..", "/"},
-                                        {"a/../..", ".."},
-                                        {"../../a", "../../a"},
-                                        {"./", "."},
-                                        {"/a/...", "/a/..."}});
-    expectEach(FilePath::lastComponent, {{"/src/app/", "app"}, {"app", "app"}, {"//", "/"}, {"", ""}});
-    expectEach(FilePath::parent,
-               {{"/src/app//", "/src"}, {"/src", "/"}, {"/", "/"}, {"//src//app", "//src"}, {"app", ""}});
-    const std::vector<std::tuple<const char*, const char*, const char*>> joins = {
-        {"/a", "b/c", "/a/b/c"}, {"/a//", "b", "/a/b"}, {"/", "b", "/b"},
-        {"/a", "/b", "/b"},      {"", "b", "b"},        {"/a", "", "/a"}};
-    for (const auto& [base, name, expected] : joins)
-        EXPECT_EQ(FilePath::joined(base, name), expected);
+    EXPECT_EQ(each(FilePath::standardized, "/", "//a//b/./c/", "/a/../../b/..", "a/../..", "../../a", "./",
+                   "/a/...", "/a/", "/a/./b", "/a//b", "a", "a/.."),
+              "/ /a/b/c / .. ../../a . /a/... /a /a/b /a/b a .");
+    EXPECT_EQ(each(FilePath::lastComponent, "/src/app/", "app", "//", "/"), "app app / /");
+    EXPECT_EQ(each(FilePath::parent, "/src/app//", "/src", "/", "//src//app", "a/b"), "/src / / //src a");
+    EXPECT_EQ(FilePath::standardized("") + FilePath::lastComponent("") + FilePath::parent("app"), "");
+    const auto joined = [](const char* base) { return FilePath::joined(base, "b/c"); };
+    EXPECT_EQ(each(joined, "/a", "/a//", "/", ""), "/a/b/c /a/b/c /b/c b/c");
+    EXPECT_EQ(FilePath::joined("/a", "/b") + " " + FilePath::joined("/a/", ""), "/b /a/");
 }
 
 TEST(FilePath, ExpandsOnlyALeadingTilde) {
     const ScopedEnvironment home("HOME", "/home/me/");
     const std::string root = UserFolders::homeOfUser("root").value_or("~root");
-    expectEach(FilePath::tildeExpanded, {{"~", "/home/me"},
-                                         {"~/", "/home/me"},
-                                         {"~//x/", "/home/me/x/"},
-                                         {"/~", "/~"},
-                                         {"a~", "a~"},
-                                         {"~root/x", root + "/x"},
-                                         {"~no-such-user/x", "~no-such-user/x"},
-                                         {"", ""}});
+    EXPECT_EQ(
+        each(FilePath::tildeExpanded, "~", "~/", "~//x/", "/~", "a~", "~root/x", "~no-such-user/x", "~root"),
+        "/home/me /home/me /home/me/x/ /~ a~ " + root + "/x ~no-such-user/x " + root);
+    EXPECT_EQ(FilePath::tildeExpanded(""), "");
+    EXPECT_EQ(taken(UserFolders::homeOfUser, "", "root\0", "no-such-user"), "");
 }
 
 TEST(FilePath, ReplacesLinksByTheirTargets) {
@@ -54,21 +40,36 @@ TEST(FilePath, ReplacesLinksByTheirTargets) {
     const std::string& root = folder.path();
     makeFolder(root + "/real/inner");
     makeFolder(root + "/links");
-    const Pairs links = {{"../real", "links/relative"},     {root + "/real", "links/absolute"},
-                         {"relative/inner/..", "links/up"}, {"missing/x", "links/dangling"},
-                         {"loop-b", "links/loop-a"},        {"loop-a", "links/loop-b"},
-                         {"grow/x/y", "links/grow"}};
+    const std::string longName(250, 'l');
+    Pairs links = {{"../real", "links/relative"},
+                   {root + "/real", "links/absolute"},
+                   {"relative/inner/..", "links/up"},
+                   {"missing/x", "links/dangling"},
+                   {"loop-b", "links/loop-a"},
+                   {"loop-a", "links/loop-b"},
+                   {"grow/x/y", "links/grow"},
+                   {longName + "/" + longName, "links/long"},
+                   {"real", "40"}};
+    for (int count = 39; count >= 0; --count)
+        links.emplace_back(std::to_string(count + 1), std::to_string(count));
     for (const auto& [target, link] : links)
         ASSERT_EQ(::symlink(target.c_str(), (root + "/" + link).c_str()), 0);
-    const Pairs cases = {
-        {"/links/relative/inner", "/real/inner"},    {"/links/absolute/", "/real"},
-        {"/links/up/inner", "/real/inner"},          {"/links/relative/missing/./x", "/real/missing/x"},
-        {"/links/dangling/z", "/links/missing/x/z"}, {"/links/loop-a/z", "/links/loop-a/z"},
-        {"/links/grow/z", "/links/grow/z"},          {"/links/relative/../up", "/real"}};
+    const Pairs cases = {{"/links/relative/inner", "/real/inner"},
+                         {"/links/absolute/", "/real"},
+                         {"/links/up/inner", "/real/inner"},
+                         {"/links/relative/missing/./x", "/real/missing/x"},
+                         {"/links/dangling/z", "/links/missing/x/z"},
+                         {"/links/loop-a/z", "/links/loop-a/z"},
+                         {"/links/grow/z", "/links/grow/z"},
+                         {"/links/relative/../up", "/real"},
+                         {"/links/long", "/links/" + longName + "/" + longName},
+                         {"/1/x", "/real/x"},
+                         {"/0/x", "/0/x"}};
     for (const auto& [path, expected] : cases)
         EXPECT_EQ(FilePath::resolved(root + path), root + expected) << path;
-    EXPECT_EQ(FilePath::resolved(""), "");
-    EXPECT_EQ(FilePath::resolved("/../"), "/");
+    EXPECT_EQ(FilePath::resolved("") + FilePath::resolved("/../"), "/");
+    EXPECT_EQ(FilePath::resolved("x"), UserFolders::current() + "/x");
+    EXPECT_EQ(FilePath::linkTarget(root + "/40" + textOf("\0")), std::nullopt);
 }
 
 TEST(FilePath, ResolvesPathsLongerThanTheSystemTakes) {
@@ -99,6 +100,30 @@ TEST(FilePath, CallsOnlyRegularFilesExecutable) {
     if (::geteuid() != 0) return;
     ASSERT_EQ(::chmod(tool.c_str(), 0700), 0);
     EXPECT_FALSE(holdsForOrdinaryUser([&] { return FilePath::isExecutableFile(tool); }));
+}
+
+TEST(UserFolders, TakesOnlyAbsoluteFoldersFromTheEnvironment) {
+    const ScopedEnvironment home("HOME", "/home/me//"), temporary("TMPDIR", "relative");
+    EXPECT_EQ(UserFolders::home(), "/home/me");
+    const passwd* const account = ::getpwuid(::getuid());
+    EXPECT_EQ(UserFolders::passwordDatabaseShell(),
+              account == nullptr ? std::nullopt : std::optional(account->pw_shell));
+    const std::string ownHome = account == nullptr ? "/" : account->pw_dir;
+    for (const std::optional<std::string>& value : {std::optional<std::string>(""), {"there"}, {}}) {
+        const ScopedEnvironment unusable("HOME", value);
+        EXPECT_EQ(UserFolders::home(), ownHome);
+    }
+#ifndef __APPLE__
+    EXPECT_EQ(UserFolders::temporary(), "/tmp");
+    for (const std::string value : {"/data/", "data", ""}) {
+        const ScopedEnvironment data("XDG_DATA_HOME", value);
+        EXPECT_EQ(UserFolders::applicationSupport(), value == "/data/" ? "/data" : "/home/me/.local/share");
+    }
+    const ScopedEnvironment data("XDG_DATA_HOME", std::nullopt), homeless("HOME", "/");
+    EXPECT_EQ(UserFolders::applicationSupport(), std::nullopt);
+#endif
+    const ScopedEnvironment variable("LOADSCOPE_TEST", "a=b\n\xFF");
+    EXPECT_EQ(UserFolders::environment().at("LOADSCOPE_TEST"), "a=b\n\xFF");
 }
 
 } // namespace

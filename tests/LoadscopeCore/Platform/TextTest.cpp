@@ -2,22 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/Text.h"
 
+#include "LoadscopeCore/Platform/LineBreaks.h"
 #include "tests/Support/Testing.h"
 
 namespace {
 
 using namespace std::string_literals;
 
-using Sizes = std::vector<std::pair<std::string, std::size_t>>;
-
-struct TextCase {
-    std::string (*function)(std::string_view);
-    std::string input, expected;
-};
-
 std::string trimmed(std::string_view text) { return std::string(Text::trimmed(text)); }
-
-std::string trimmedAcross(std::string_view text) { return std::string(Text::trimmedHorizontally(text)); }
 
 /// The parts of the text between "|".
 std::vector<std::string> parts(std::string_view text) {
@@ -29,27 +21,34 @@ std::vector<std::string> parts(std::string_view text) {
 
 const std::string family = "👨‍👩‍👧‍👦";
 
-TEST(Text, GivesTheExpectedText) {
-    const std::vector<TextCase> cases = {
-        {trimmed, " \t\r\n\v\f\u0085\u00a0\u2028\u3000", ""},
-        {trimmed, "\u00a0\n x y \u2003\r\n", "x y"},
-        {trimmed, "\u200bx\ufeff", "\u200bx\ufeff"},
-        {trimmed, " \xA0 x \xC2 ", "\xA0 x \xC2"},
-        {trimmedAcross, "\t \u00a0\nx\u2028 \u3000", "\nx\u2028"},
-        {Text::lowercased, "CLAUDE.md ÀÉ Straße ΟΔΟΣ", "claude.md àé straße οδος"},
-        {Text::lowercased, "@AZ[`az{", "@az[`az{"},
-        {Text::lowercased, "É\xFFZ\xE2\x80", "é\xFFz\xE2\x80"},
-        {Text::lettersAndNumbers, "MCP tools (½ é)_日本-Ⅷ\xFF🚀", "MCPtools½é日本Ⅷ"},
-        {Text::visible, "\x1b]52;c;x\x07\n\t\r", "\\x1b]52;c;x\\x07\\n\\t\\r"},
-        {Text::visible, "\x7f\u0080\u009b\u0085", "\\x7f\\u0080\\u009b\\u0085"},
-        {Text::visible, "a\0\u2028\u2029"s, "a\\x00\\u2028\\u2029"},
-        {Text::visible, "\u061c\u200e\u202e\u2066\u2069", "\\u061c\\u200e\\u202e\\u2066\\u2069"},
-        {Text::visible, "\x9b\xE2\x82", "\\x9b\\xe2\\x82"},
-        {Text::visible, family + " né 日本 שלום", family + " né 日本 שלום"},
-        {Text::visibleLines, "a\n\u202e\r\n", "a\n\\u202e\\r\n"},
-        {Text::repaired, "a\xE2\x82z\xED\xA0\x80", "a\uFFFD\uFFFDz\uFFFD\uFFFD\uFFFD"}};
-    for (const TextCase& entry : cases)
-        EXPECT_EQ(entry.function(entry.input), entry.expected) << Text::visible(entry.input);
+TEST(Text, IsTrimmedAndLowered) {
+    EXPECT_EQ(trimmed(" \t\r\n\v\f\u0085\u00a0\u2028\u3000"), "");
+    EXPECT_EQ(trimmed("\u00a0\n x y \u2003\r\n"), "x y");
+    EXPECT_EQ(trimmed("\u200bx\ufeff"), "\u200bx\ufeff");
+    EXPECT_EQ(trimmed(" \xA0 x \xC2 "), "\xA0 x \xC2");
+    EXPECT_EQ(Text::trimmedHorizontally("\t \u00a0\nx\u2028 \u3000"), "\nx\u2028");
+    EXPECT_EQ(Text::lowercased("CLAUDE.md ÀÉ Straße ΟΔΟΣ"), "claude.md àé straße οδος");
+    EXPECT_EQ(Text::lowercased("@AZ[`az{"), "@az[`az{");
+    EXPECT_EQ(Text::lowercased("É\xFFZ\xE2\x80"), "é\xFFz\xE2\x80");
+    EXPECT_EQ(Text::lettersAndNumbers("MCP tools (½ é)_日本-Ⅷ\xFF🚀"), "MCPtools½é日本Ⅷ");
+    const auto space = [](const std::string& text) {
+        std::size_t length = 99;
+        const bool begins = Text::beginsWithWhitespace(text, length);
+        return (begins ? "" : "no ") + std::to_string(length);
+    };
+    EXPECT_EQ(each(space, "", "a ", " a", "\r\n", "\u00a0", "\u3000", "\xC2", "\xA0"),
+              "no 0 no 0 1 1 2 3 no 0 no 0");
+}
+
+TEST(Text, IsShownWithoutWhatATerminalObeys) {
+    EXPECT_EQ(Text::visible("\x1b]52;c;x\x07\n\t\r \x1f~"), "\\x1b]52;c;x\\x07\\n\\t\\r \\x1f~");
+    EXPECT_EQ(Text::visible("\x7f\u0080\u009b\u0085\u009f\u00a0"), "\\x7f\\u0080\\u009b\\u0085\\u009f\u00a0");
+    EXPECT_EQ(Text::visible("a\0\u2027\u2028\u2029\u2030"s), "a\\x00\u2027\\u2028\\u2029\u2030");
+    EXPECT_EQ(Text::visible("\u061c\u200e\u202e\u2066\u2069"), "\\u061c\\u200e\\u202e\\u2066\\u2069");
+    EXPECT_EQ(Text::visible("\x9b\xE2\x82"), "\\x9b\\xe2\\x82");
+    EXPECT_EQ(Text::visible(family + " né 日本 שלום"), family + " né 日本 שלום");
+    EXPECT_EQ(Text::visibleLines("a\n\u202e\r\n"), "a\n\\u202e\\r\n");
+    EXPECT_EQ(Text::repaired("a\xE2\x82z\xED\xA0\x80"), "a\uFFFD\uFFFDz\uFFFD\uFFFD\uFFFD");
 }
 
 TEST(Text, TellsValidUTF8FromInvalid) {
@@ -101,22 +100,63 @@ TEST(Text, OrdersByCodePointAfterNormalisation) {
 }
 
 TEST(Text, MeasuresTerminalColumns) {
-    const Sizes cases = {{"", 0},         {"abc", 3},  {"né", 2}, {"ne\u0301", 2}, {"日本", 4},
-                         {"🚀", 2},        {family, 2}, {"🇩🇪", 2}, {"❤", 1},        {"❤\ufe0f", 2},
-                         {"\u200b", 0},   {"각", 2},   {"ｱ", 1},  {"—…·", 3},      {"\xFF", 1},
-                         {"परियोजना", 8}, {"अक्तू॰", 4}, {"น้ำ", 2}, {"ｶﾞ", 2},       {"\u1100\u1161\u11a8", 2}};
-    for (const auto& [text, width] : cases)
-        EXPECT_EQ(Text::terminalWidth(text), width) << text;
+    EXPECT_EQ(each(Text::terminalWidth, "", "abc", " ~", "\x7f\x1f", "né", "ne\u0301", "\u200b", "—…·",
+                   "\xFF", "\xFF\u0301", "\ue000", "\u0378"),
+              "0 3 2 0 2 2 0 3 1 1 1 1");
+    EXPECT_EQ(each(Text::terminalWidth, "日本", "🚀", family, "🇩🇪", "🇦🇿", "🇿🇦", "🇩", "❤", "❤\ufe0e", "❤\ufe0f",
+                   "１", "ｱ", "ｶﾞ"),
+              "4 2 2 2 2 2 1 1 1 2 2 1 2");
+    EXPECT_EQ(each(Text::terminalWidth, "각", "\u1100\u1161\u11a8", "परियोजना", "अक्तू॰", "น้ำ"), "2 2 8 4 2");
 }
 
-TEST(Text, SeesWhitespaceAtTheBeginning) {
-    const Sizes cases = {{"", 0},       {"a ", 0},     {" a", 1},   {"\r\n", 1},
-                         {"\u00a0", 2}, {"\u3000", 3}, {"\xC2", 0}, {"\xA0", 0}};
-    for (const auto& [text, size] : cases) {
-        std::size_t length = 99;
-        EXPECT_EQ(Text::beginsWithWhitespace(text, length), size > 0) << text;
-        EXPECT_EQ(length, size) << text;
+std::vector<std::string_view> walked(std::string_view text) {
+    std::vector<std::string_view> lines;
+    LineBreaks::Walker walker(text);
+    while (walker.advance())
+        lines.push_back(walker.line());
+    EXPECT_TRUE(walker.line().empty());
+    return lines;
+}
+
+std::vector<std::string_view> walkedFromTheEnd(std::string_view text) {
+    std::vector<std::string_view> lines;
+    for (std::size_t end = text.size(); end > 0;) {
+        const std::size_t start = LineBreaks::lineStart(text, end);
+        if (start < end) lines.push_back(text.substr(start, end - start));
+        end = start - LineBreaks::sizeBefore(text, start);
     }
+    std::ranges::reverse(lines);
+    return lines;
+}
+
+TEST(LineBreaks, PartTextsAtEveryBreakAndAtNothingElse) {
+    const auto lines = [](const std::string& text) {
+        return listed(walked(text), [](std::string_view line) { return Text::visible(line); });
+    };
+    EXPECT_EQ(lines("a\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i"), "a; b; c; d; e; f; g; h; i; ");
+    EXPECT_EQ(lines("\n\r\n\n"), "");
+    EXPECT_EQ(lines("\na\n\nb\tc\x0e"), "a; b\\tc\\x0e; ");
+    EXPECT_EQ(lines("a\x85z\xE2\x80z\xC2"), "a\\x85z\\xe2\\x80z\\xc2; ");
+    EXPECT_EQ(lines("\u00a8\u20a8\u2027x"), "\u00a8\u20a8\u2027x; ");
+    EXPECT_EQ(lines("\xE2\xC2\x85z"), "\\xe2; z; ");
+    EXPECT_EQ(each(LineBreaks::trimmedLine, " \ta b\t ", "\u00a0x", "a"), "a b \u00a0x a");
+    EXPECT_EQ(LineBreaks::trimmedLine(" \t"), "");
+    EXPECT_EQ(shown(LineBreaks::lineStart("a\nb", 3, 3), LineBreaks::lineStart("a\nb", 9),
+                    LineBreaks::lineStart("a\nb", 1)),
+              "3 2 0");
+}
+
+TEST(LineBreaks, GiveTheSameLinesFromBothEnds) {
+    std::vector<std::string> texts{"", "\u2028", "a\r\nb\n\nc", "\x85\xA8\xE2\x80", "\xE2\xC2\x85z"};
+    std::mt19937 random(7); // the same texts in every run
+    const std::vector<std::string> pieces{"a", " ", "\n", "\r", "\u0085", "\u2028", "\u2029", "é", "€"};
+    for (int text = 0; text < 200; ++text) {
+        std::string& joined = texts.emplace_back();
+        for (int piece = 0; piece < 12; ++piece)
+            joined += pieces[random() % pieces.size()];
+    }
+    for (const auto& text : texts)
+        EXPECT_EQ(walked(text), walkedFromTheEnd(text)) << testing::PrintToString(text);
 }
 
 } // namespace
