@@ -65,50 +65,39 @@ TEST(ScanHistoryFile, WritesWhatItReadToTheByte) {
     const RecordedScan hostile =
         record(1, "a\x01\"\\\n/\u00e9\xff", day(1) + std::chrono::milliseconds(999), 0);
     const std::string text = ScanHistoryFile::encode({hostile});
-    EXPECT_NE(text.find("\"repositoryName\" : \"a\\u0001\\\"\\\\\\n\\/\u00e9\ufffd\""), std::string::npos)
-        << text;
+    EXPECT_THAT(text, HasSubstr("\"repositoryName\" : \"a\\u0001\\\"\\\\\\n\\/\u00e9\ufffd\""));
     EXPECT_EQ(decoded(text).at(0).repositoryName, Text::repaired(hostile.repositoryName));
     EXPECT_EQ(decoded(text).at(0).date, day(1));
 }
 
 TEST(ScanHistoryFile, RefusesWhatItDoesNotWhollyUnderstand) {
-    const auto refusal = [](std::string_view text) {
+    const auto refusal = [](std::string_view text) -> std::optional<std::string> {
         const auto result = decode(text);
         const auto* reason = std::get_if<Unreadable>(&result);
-        return reason ? std::optional(*reason) : std::nullopt;
+        if (reason == nullptr) return std::nullopt;
+        return *reason == Unreadable::corrupt ? "corrupt" : "version";
     };
-    for (const char* text :
-         {"\xff\xfe", "[]", R"({"scans":[]})", R"({"version":1})", R"({"version":1,"scans":{}})",
-          R"({"version":1,"scans":[1]})", R"({"version":"1","scans":[]})", R"({"version":1.5,"scans":[]})"})
-        EXPECT_EQ(refusal(text), Unreadable::corrupt) << text;
-    for (const char* edit : {"18342=18342.5",
-                             "18342=\"1\"",
-                             "18342=true",
-                             "18342=9223372036854775808",
-                             "18342=-92233720368547758090",
-                             "200000=\"200000\"",
-                             "\"claude\"=1",
-                             "\"0.169.0\"=169",
-                             "\"gpt-5.1-codex\"=[]",
-                             "\"tokens\"=\"x\"",
-                             "\"System prompt\"=1",
-                             "3F2504E0=3F2504E",
-                             "\"id\"=\"x\"",
-                             "\"repositoryName\"=\"x\"",
-                             "\"repositoryPath\"=\"x\"",
-                             "\"categories\"=\"x\"",
-                             "\"date\"=\"x\"",
-                             "\"total\"=\"x\"",
-                             "web-app=web\xff",
-                             "\"version\" : 1\n}=\"version\" : 1} x"})
-        EXPECT_EQ(refusal(edited(edit)), Unreadable::corrupt) << edit;
-    for (const char* text :
-         {R"({"version":2,"scans":{"a":7}})", R"({"version":3})", R"({"version":0,"scans":[]})"})
-        EXPECT_EQ(refusal(text), Unreadable::version) << text;
+    const auto isNotCorrupt = [&](std::string_view text) { return refusal(text) != "corrupt"; };
+    const auto isNotCorruptWith = [&](std::string_view edit) { return refusal(edited(edit)) != "corrupt"; };
+    EXPECT_EQ(taken(isNotCorrupt, "\xff\xfe", "[]", R"({"scans":[]})", R"({"version":1})",
+                    R"({"version":1,"scans":{}})", R"({"version":1,"scans":[1]})",
+                    R"({"version":"1","scans":[]})", R"({"version":1.5,"scans":[]})"),
+              "");
+    EXPECT_EQ(taken(isNotCorruptWith, "18342=18342.5", "18342=\"1\"", "18342=true",
+                    "18342=9223372036854775808", "18342=-92233720368547758090", "200000=\"200000\"",
+                    "\"claude\"=1", "\"0.169.0\"=169", "\"gpt-5.1-codex\"=[]", "\"tokens\"=\"x\"",
+                    "\"System prompt\"=1", "3F2504E0=3F2504E", "\"id\"=\"x\"", "\"repositoryName\"=\"x\"",
+                    "\"repositoryPath\"=\"x\"", "\"categories\"=\"x\"", "\"date\"=\"x\"", "\"total\"=\"x\"",
+                    "web-app=web\xff", "\"version\" : 1\n}=\"version\" : 1} x",
+                    "\"total\" : 18342=\"total\" : 18342, \"repositoryPathBytes\" : 1"),
+              "");
+    EXPECT_EQ(
+        each(refusal, R"({"version":2,"scans":{"a":7}})", R"({"version":3})", R"({"version":0,"scans":[]})"),
+        "version version version");
     for (const char filler : {'x', '['})
-        EXPECT_EQ(refusal(std::string(50 << 20, filler)), Unreadable::corrupt) << filler;
+        EXPECT_EQ(refusal(std::string(50 << 20, filler)), "corrupt") << filler;
     for (std::size_t length = 0; length < example.size(); ++length)
-        EXPECT_EQ(refusal(example.substr(0, length)), Unreadable::corrupt) << length;
+        EXPECT_EQ(refusal(example.substr(0, length)), "corrupt") << length;
 }
 
 TEST(ScanHistoryFile, ReadsWhatDiffersWithoutHarm) {
@@ -125,19 +114,13 @@ TEST(ScanHistoryFile, ReadsWhatDiffersWithoutHarm) {
 }
 
 TEST(ScanHistoryFile, TellsFoldersApartWhoseNamesAreNoText) {
-    std::vector<RecordedScan> scans{record(1, "a", day(1), 1), record(2, "a", day(2), 2),
-                                    record(3, "a", day(3), 3)};
-    scans[0].repositoryPath = "/src/50%\xff";
-    scans[1].repositoryPath = "/src/50%\xfe";
-    scans[2].repositoryPath = "/src/50%\ufffd";
+    std::vector<RecordedScan> scans;
+    for (const char* path : {"/src/50%\xff", "/src/50%\xfe", "/src/50%\ufffd"})
+        scans.emplace_back(record(1, "a", day(1), 1)).repositoryPath = path;
     const std::string text = ScanHistoryFile::encode(scans);
     EXPECT_EQ(decoded(text), scans);
-    EXPECT_NE(text.find(R"("repositoryPath" : "\/src\/50%)"
-                        "\ufffd\","
-                        R"(
-      "repositoryPathBytes" : "\/src\/50%25%FF",)"),
-              std::string::npos)
-        << text;
+    EXPECT_THAT(text, HasSubstr("\"repositoryPath\" : \"\\/src\\/50%\ufffd\",\n      \"repositoryPathBytes\" "
+                                ": \"\\/src\\/50%25%FF\","));
     for (const char* bytes : {"/src/other%FF", "/src/50%25%F", "/src/50%25%fg", "50 %", ""}) {
         std::string changed = text;
         changed.replace(changed.find(R"(\/src\/50%25%FF)"), 15, bytes);
@@ -151,38 +134,22 @@ TEST(ScanHistoryFile, ReadsInternetDatesAndNoOthers) {
     const auto utc = [](const std::string& date) {
         return ScanHistoryFile::iso8601(decoded(edited("2026-11-16T20:31:31Z=" + date)).at(0).date);
     };
-    EXPECT_EQ(utc("2026-11-16T22:01:31+01:30"), "2026-11-16T20:31:31Z");
-    EXPECT_EQ(utc("2026-12-31T23:59:59-00:01"), "2027-01-01T00:00:59Z");
-    EXPECT_EQ(utc("2026-11-17T20:00:00+23:59"), "2026-11-16T20:01:00Z");
-    EXPECT_EQ(utc("2026-11-16T20:00:00-05:00"), "2026-11-17T01:00:00Z");
-    for (const char* date : {"2024-02-29T00:00:00Z", "1969-12-31T23:59:59Z"})
-        EXPECT_EQ(utc(date), date);
-    for (const char* text : {"2026-02-29T00:00:00Z",
-                             "2026-13-01T00:00:00Z",
-                             "2026-01-01T24:00:00Z",
-                             "2026-01-01T23:59:60Z",
-                             "2026-01-01T00:00:00",
-                             "2026-01-01",
-                             "2026-01-01T00:00:00.5Z",
-                             "2026-01-01 00:00:00Z",
-                             "2026-01-01T00:00:00+24:00",
-                             "2026-01-01T00:00:00+0100",
-                             "2026-01-01T-1:00:00Z",
-                             "2026-01-01T00:60:00Z",
-                             "2026-01-01T00:00:00+00:60",
-                             "2026-01-01T00:00:00+-1:00",
-                             "2026-01-01T00:00:00+01:-1",
-                             "2026-01-01T00:00:00 01:00",
-                             "2026-01-01T00:00:00+01.00",
-                             "2026-00-01T00:00:00Z",
-                             "2026-01-00T00:00:00Z",
-                             "2026-01-01T00:00:00ZZ",
-                             "0001-01-01T00:00:00Z",
-                             "9999-12-31T23:59:59Z",
-                             ""})
-        EXPECT_TRUE(
-            std::holds_alternative<Unreadable>(decode(edited("2026-11-16T20:31:31Z=" + std::string(text)))))
-            << text;
+    EXPECT_EQ(each(utc, "2026-11-16T22:01:31+01:30", "2026-12-31T23:59:59-00:01", "2026-11-17T20:00:00+23:59",
+                   "2026-11-16T20:00:00-05:00", "2024-02-29T00:00:00Z", "1969-12-31T23:59:59Z"),
+              "2026-11-16T20:31:31Z 2027-01-01T00:00:59Z 2026-11-16T20:01:00Z 2026-11-17T01:00:00Z "
+              "2024-02-29T00:00:00Z 1969-12-31T23:59:59Z");
+    const auto isRead = [](const std::string& date) {
+        return std::holds_alternative<std::vector<RecordedScan>>(
+            decode(edited("2026-11-16T20:31:31Z=" + date)));
+    };
+    EXPECT_EQ(taken(isRead, "2026-02-29T00:00:00Z", "2026-13-01T00:00:00Z", "2026-01-01T24:00:00Z",
+                    "2026-01-01T23:59:60Z", "2026-01-01T00:00:00", "2026-01-01", "2026-01-01T00:00:00.5Z",
+                    "2026-01-01 00:00:00Z", "2026-01-01T00:00:00+24:00", "2026-01-01T00:00:00+0100",
+                    "2026-01-01T-1:00:00Z", "2026-01-01T00:60:00Z", "2026-01-01T00:00:00+00:60",
+                    "2026-01-01T00:00:00+-1:00", "2026-01-01T00:00:00+01:-1", "2026-01-01T00:00:00 01:00",
+                    "2026-01-01T00:00:00+01.00", "2026-00-01T00:00:00Z", "2026-01-00T00:00:00Z",
+                    "2026-01-01T00:00:00ZZ", "0001-01-01T00:00:00Z", "9999-12-31T23:59:59Z", ""),
+              "");
 }
 
 } // namespace

@@ -113,6 +113,20 @@ TEST_F(ScanHistoryStoreTest, SurvivesPathsThatAreNoFiles) {
     EXPECT_EQ(readFile(other), "alias ll=ls");
 }
 
+TEST_F(ScanHistoryStoreTest, RemovesWhatAWriterThatDiedLeftBehind) {
+    store.append(scan);
+    const std::string left = store.directory() + "/.loadscope-aB3xyZ";
+    for (const auto& [name, age, isLeft] :
+         {std::tuple(left, 50, true), {left, 70, false}, {left + "4", 70, true}}) {
+        writeFile(name, "");
+        fs::last_write_time(name, fs::file_time_type::clock::now() - std::chrono::seconds(age));
+        store.append(scan);
+        EXPECT_EQ(fs::exists(name), isLeft) << age;
+    }
+    writeFile(left, "");
+    EXPECT_TRUE(store.clear() && !fs::exists(left) && fs::exists(left + "4"));
+}
+
 TEST_F(ScanHistoryStoreTest, WritesAndClearsThroughLinks) {
     const std::string target = folder.path("elsewhere.json");
     makeFolder(store.directory());
