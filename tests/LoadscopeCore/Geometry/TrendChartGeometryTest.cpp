@@ -27,7 +27,7 @@ TEST(ValueAxis, DividesByRoundNumbersThatCompactNotationShowsExactly) {
     EXPECT_EQ(labels(1'150'000'000'000'000, 4), "0 0; 500T 0.43; 1000T 0.87; ");
     EXPECT_EQ(labels(7'000'000'000'000'000'000, 2), "0 0; 5,000,000T 0.71; ");
     EXPECT_EQ(labels(100, 0), labels(100, 1));
-    EXPECT_EQ(labels(100, 99), labels(100, 10));
+    EXPECT_EQ(labels(110, 99), labels(110, 10));
     for (const std::int64_t maximum : {std::int64_t{-1}, std::int64_t{17}, largest / 3, largest}) {
         EXPECT_GE(ValueAxis::ticks(maximum, 0).size(), 2U);
         EXPECT_LE(ValueAxis::ticks(maximum, 99).size(), 11U);

@@ -42,41 +42,39 @@ std::string attributed(const std::string& description) {
 }
 
 TEST(Provenance, IsToldBesideEachRow) {
-    const std::pair<Provenance, std::string> cases[] = {
-        {Provenance::claudeReported, "reported by Claude"},
-        {Provenance::selfReported, "reported by Claude Code's /context"},
-        {Provenance::localEstimate, "measured on disk at ~4 bytes/token (estimate)"},
-        {Provenance::remainder, "derived: total minus attributed"}};
-    for (const auto& [provenance, text] : cases)
-        EXPECT_EQ(sourceLabel(provenance), text);
+    EXPECT_EQ(listed(std::array{Provenance::claudeReported, Provenance::selfReported,
+                                Provenance::localEstimate, Provenance::remainder},
+                     [](Provenance one) { return sourceLabel(one); }),
+              "reported by Claude; reported by Claude Code's /context; measured on disk at ~4 bytes/token "
+              "(estimate); derived: total minus attributed; ");
 }
 
 TEST(SlabAttributor, ExplainsReportedCategoriesByLocalEstimates) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"24000: System prompt=3000, System tools=12000, Memory files=5000, Messages=200 | Repository "
-         "instructions=3500, Personal instructions=800",
-         "1s System tools=12000, 6r Unattributed=3800, 4l Repository instructions=3500, 0s System "
-         "prompt=3000, 5l "
-         "Personal instructions=800, 2s Memory files (beyond local estimate)=700, 3s Messages=200, 3800"},
-        {"10000: System tools=9000, Memory files=1000 | Repository instructions=2500",
-         "0s System tools=9000, 1l Repository instructions=2500, 0 over"},
-        {"18000:", "0c Startup context (categories not self-reported)=18000, 0"},
-        {"-3:", "0c Startup context (categories not self-reported)=0, 0 over"},
-        {"1500: MCP tools=1000, Other=0, MCP-Tools=500", "0s MCP tools=1500, 1s Other=0, 0"},
-        {"300: REPO_files=60, CLAUDE.md=100, Memory files=5 | Repo files=100, Dropped=0, Dropped too=-4",
-         "3r Unattributed=135, 2l Repo files=100, 0s CLAUDE.md (beyond local estimate)=60, 1s Memory files "
-         "(beyond "
-         "local estimate)=5, 135"},
-        {"10: Unknown=-5, claude.md=-7 | A=2", "2r Unattributed=13, 1l A=2, 0s Unknown=-5, 13"},
-        {"50: b=10, Unattributed=10, a=10 | Z=10",
-         "1s Unattributed=10, 4r Unattributed=10, 3l Z=10, 2s a=10, 0s b=10, 10"},
-        {"9223372036854775807: a=9223372036854775807, A=9223372036854775807, b=1",
-         "0s a=9223372036854775807, 1s b=1, 0 over"},
-        {"9223372036854775807: a=-9223372036854775808",
-         "1r Unattributed=9223372036854775807, 0s a=-9223372036854775808, 9223372036854775807"},
-    };
-    for (const auto& [description, rows] : cases)
-        EXPECT_EQ(attributed(description), rows) << description;
+    EXPECT_EQ(attributed("24000: System prompt=3000, System tools=12000, Memory files=5000, Messages=200 | "
+                         "Repository instructions=3500, Personal instructions=800"),
+              "1s System tools=12000, 6r Unattributed=3800, 4l Repository instructions=3500, 0s System "
+              "prompt=3000, 5l Personal instructions=800, 2s Memory files (beyond local estimate)=700, 3s "
+              "Messages=200, 3800");
+    EXPECT_EQ(attributed("10000: System tools=9000, Memory files=1000 | Repository instructions=2500"),
+              "0s System tools=9000, 1l Repository instructions=2500, 0 over");
+    EXPECT_EQ(attributed("18000:"), "0c Startup context (categories not self-reported)=18000, 0");
+    EXPECT_EQ(attributed("-3:"), "0c Startup context (categories not self-reported)=0, 0 over");
+    EXPECT_EQ(attributed("1500: MCP tools=1000, Other=0, MCP-Tools=500"), "0s MCP tools=1500, 1s Other=0, 0");
+    EXPECT_EQ(
+        attributed(
+            "300: REPO_files=60, CLAUDE.md=100, Memory files=5 | Repo files=100, Dropped=0, Dropped too=-4"),
+        "3r Unattributed=135, 2l Repo files=100, 0s CLAUDE.md (beyond local estimate)=60, 1s Memory files "
+        "(beyond local estimate)=5, 135");
+    EXPECT_EQ(attributed("3: CLAUDE.md=2 | A=1"),
+              "1l A=1, 0s CLAUDE.md (beyond local estimate)=1, 2r Unattributed=1, 1");
+    EXPECT_EQ(attributed("10: Unknown=-5, claude.md=-7 | A=2"),
+              "2r Unattributed=13, 1l A=2, 0s Unknown=-5, 13");
+    EXPECT_EQ(attributed("50: b=10, Unattributed=10, a=10 | Z=10"),
+              "1s Unattributed=10, 4r Unattributed=10, 3l Z=10, 2s a=10, 0s b=10, 10");
+    EXPECT_EQ(attributed("9223372036854775807: a=9223372036854775807, A=9223372036854775807, b=1"),
+              "0s a=9223372036854775807, 1s b=1, 0 over");
+    EXPECT_EQ(attributed("9223372036854775807: a=-9223372036854775808"),
+              "1r Unattributed=9223372036854775807, 0s a=-9223372036854775808, 9223372036854775807");
     EXPECT_EQ((SlabAttribution{"Memory files", 1, Provenance::selfReported, 2}.id()),
               "2|selfReported|Memory files");
 }
@@ -101,7 +99,6 @@ TEST(SlabAttributor, AccountsForEveryTokenOfRandomReports) {
             offered += std::max<std::int64_t>(estimate.tokens, 0);
         const std::int64_t total = below(30000);
         const AttributionOutcome outcome = SlabAttributor::attribute(total, reported, estimates);
-
         std::map<Provenance, std::int64_t> sums;
         std::set<std::int64_t> ordinals;
         for (const SlabAttribution& row : outcome.rows) {
@@ -134,12 +131,11 @@ TEST(InstructionFileSet, OffersOneEstimatePerTierThatHoldsTokens) {
                                                     (largest / 4 + 1) * 2,
                                                     {"userinstructions", "usermemory", "globalinstructions",
                                                      "personalmemory", "memoryfiles", "claudemd"}}));
-    for (const auto& [bytes, tokens] : {std::pair(0, 0), {1, 1}, {4, 1}, {5, 2}, {2050, 513}, {403, 101}}) {
-        EXPECT_EQ(InstructionFileEstimate("", bytes).estimatedTokens, tokens) << bytes;
-    }
-    EXPECT_EQ(InstructionFileShare::text(125, 1000), "12.5% of total");
-    EXPECT_EQ(InstructionFileShare::text(5, 0), "0.0% of total");
-    EXPECT_EQ(InstructionFileShare::text(2000, 1000), "100.0% of total");
+    EXPECT_EQ(each(InstructionFileEstimate::estimatedTokensForByteCount, -1, 0, 1, 4, 5, 2050, 403),
+              "0 0 1 1 2 513 101");
+    EXPECT_EQ(InstructionFileShare::text(125, 1000) + InstructionFileShare::text(5, 0) +
+                  InstructionFileShare::text(2000, 1000) + InstructionFileShare::text(1, 1),
+              "12.5% of total0.0% of total100.0% of total100.0% of total");
 }
 
 } // namespace

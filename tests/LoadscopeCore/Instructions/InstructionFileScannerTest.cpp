@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Instructions/InstructionFileScanner.h"
 
 #include "LoadscopeCore/Instructions/InstructionFileReader.h"
+#include "LoadscopeCore/Instructions/InstructionImports.h"
 #include "tests/Support/Testing.h"
 
 #include <fstream>
@@ -125,9 +126,8 @@ TEST_F(InstructionFileScannerTest, SurvivesWhatIsNoInstructionFile) {
     };
     EXPECT_EQ(replaced([&] { mkfifo(path.c_str(), 0666); }), "");
     EXPECT_EQ(replaced([&] { makeFolder(path); }), "");
-    for (const char* target : {"/dev/zero", "gone", "CLAUDE.md"}) {
+    for (const char* target : {"/dev/zero", "gone", "CLAUDE.md"})
         EXPECT_EQ(replaced([&] { fs::create_symlink(target, path); }), "") << target;
-    }
     std::string deep = "@";
     while (deep.size() < 2'000'000)
         deep += "a/";
@@ -145,12 +145,18 @@ TEST_F(InstructionFileScannerTest, SurvivesWhatIsNoInstructionFile) {
                   std::string("r/ana/app/CLAUDE.md") + (isFollowed ? " r/ana/app/in.md" : ""))
             << text.substr(0, 20);
     }
-    PathLookup lookup;
-    PathLookup::Location location = lookup.find(path);
-    replaced([&] { mkfifo(path.c_str(), 0666); });
-    EXPECT_EQ(InstructionFileReader().read(lookup, std::move(location), 10).status,
-              InstructionFileReader::Status::missing)
-        << "swapped between looking and opening";
+    // Swapped between looking and opening.
+    for (const std::function<void()>& swap :
+         {std::function([&] { fs::remove(path); }), std::function([&] { mkfifo(path.c_str(), 0666); }),
+          std::function([&] { fs::create_symlink("in.md", path); }),
+          std::function([&] { fs::remove_all(fs::path(path).parent_path()), write("ana/app", ""); })}) {
+        replaced([&] { writeFile(path, "x"); });
+        PathLookup lookup;
+        PathLookup::Location location = lookup.find(path);
+        replaced(swap);
+        EXPECT_EQ(InstructionFileReader().read(lookup, std::move(location), 10).status,
+                  InstructionFileReader::Status::missing);
+    }
 }
 
 TEST_F(InstructionFileScannerTest, NamesWhatMayNotBeRead) {
@@ -158,19 +164,23 @@ TEST_F(InstructionFileScannerTest, NamesWhatMayNotBeRead) {
         write(name, "@in.md @shut/x");
     write("ana/app/shut/x", "");
     makeFolder(folder.path("ana/.claude"));
-    for (const char* name : {"ana/app/CLAUDE.md", "ana/app/in.md", "ana/app/shut", "ana/.claude"}) {
+    for (const char* name : {"ana/app/CLAUDE.md", "ana/app/in.md", "ana/app/shut", "ana/.claude"})
         ASSERT_EQ(chmod(folder.path(name).c_str(), 0), 0);
-    }
     EXPECT_TRUE(holdsForOrdinaryUser([&] {
         return scanned() == "r/ana/app/AGENTS.md !/ana/.claude/CLAUDE.md !/ana/app/CLAUDE.md !/ana/app/in.md "
                             "!/ana/app/shut/x";
     }));
+    fs::remove_all(folder.path("ana"));
+    write("ana/app/CLAUDE.md", "@in.md");
+    EXPECT_TRUE(holdsForOrdinaryUser([&] {
+        const rlimit descriptors{3, 3};
+        return setrlimit(RLIMIT_NOFILE, &descriptors) == 0 && scanned() == "r/ana/app/CLAUDE.md";
+    })) << "what cannot be opened just now may be read";
 }
 
 TEST_F(InstructionFileScannerTest, StopsAtDepthAndBudget) {
-    for (int depth = 0; depth < 9; ++depth) {
+    for (int depth = 0; depth < 9; ++depth)
         write("ana/app/c" + std::to_string(depth), "@c" + std::to_string(depth + 1));
-    }
     write("ana/app/CLAUDE.md", "@c1");
     EXPECT_EQ(scan().repositoryFiles.size(), 6U);
     write("ana/app/CLAUDE.md", "@c1 @c3");
@@ -201,6 +211,9 @@ TEST_F(InstructionFileScannerTest, ClimbsAtMost64Folders) {
     ASSERT_EQ(folders.size(), 64U);
     EXPECT_TRUE(folders.front().ends_with("/68/69"));
     EXPECT_TRUE(folders.back().ends_with("/5/6"));
+    const auto isUnderRoot = [](const char* root) { return isUnder("/ab/c", root); };
+    EXPECT_EQ(each(isUnderRoot, "/ab/c", "/ab", "/ab/", "/a", "/", "", "/ab/c/d"),
+              "yes yes yes no yes no no");
 }
 
 /// What a scan of a tree without special files must find, computed from the tree's description alone.
@@ -285,6 +298,45 @@ TEST_F(InstructionFileScannerTest, AgreesWithTheModelOnRandomTrees) {
         ASSERT_EQ(described(found), described(model.set)) << "round " << round;
         ASSERT_EQ(found, model.set);
     }
+}
+
+/// The targets of a text of the file /r/docs/a.md of a user at home in /h, separated by blanks.
+std::string targetsOf(std::string_view text) {
+    std::string targets;
+    InstructionImports::visitTargets(text, "/r/docs", "/h", [&](const std::string& target) {
+        targets += (targets.empty() ? "" : " ") + target;
+        return true;
+    });
+    return targets;
+}
+
+TEST(InstructionImports, PointToWhatFollowsAnAtSign) {
+    EXPECT_EQ(targetsOf("Read @docs/a.md, then @b.md)"), "/r/docs/docs/a.md /r/docs/b.md");
+    EXPECT_EQ(targetsOf("mail x@y.z (@file.md) @@c @scheme://p a lone @ end @"), "");
+    EXPECT_EQ(targetsOf("@a\t@b\v@c\xC2\xA0@d\xE2\x80\xA8@e\xE2\x80\x8B@f"),
+              "/r/docs/a /r/docs/b /r/docs/c /r/docs/d /r/docs/e\xE2\x80\x8B@f");
+    EXPECT_EQ(targetsOf("@a.md.,;:!?)]}\"'`"), "/r/docs/a.md");
+    EXPECT_EQ(targetsOf("@(a) @a@b @... a\b@c \x0e@d"), "/r/docs/(a /r/docs/a@b");
+    EXPECT_EQ(targetsOf("@~ @~/ @~// @~//x.md @~x/../y"), "/h/x.md /h/y");
+    EXPECT_EQ(targetsOf("@/a/./b/../c @../../../d @./e/"), "/a/c /d /r/docs/e");
+    EXPECT_EQ(targetsOf("@é/日本.md, é@x"), "/r/docs/é/日本.md");
+    EXPECT_EQ(targetsOf("one\r\n@two\r\n\r@three\r@four"), "/r/docs/two /r/docs/three /r/docs/four");
+}
+
+TEST(InstructionImports, AreIgnoredInsideOfClosedFences) {
+    const auto names = [](std::string_view text) {
+        std::string targets = targetsOf(text);
+        for (std::size_t at = 0; (at = targets.find("/r/docs/")) != std::string::npos;)
+            targets.erase(at, 8);
+        return targets;
+    };
+    EXPECT_EQ(names("@a\n```\n@b\n```\n@c"), "a c");
+    EXPECT_EQ(names("@a\r\n```sh\r\n@b\r\n``` @c\r\n@d"), "a d");
+    EXPECT_EQ(names("```\n@a\n@b"), "a b");
+    EXPECT_EQ(names("```\n@a\n~~~\n@b\n````@x\n@c\n~~~\n@d"), "c d");
+    EXPECT_EQ(names("~~~\n@a\n ~~~\n@b\n\xC2\xA0\t```\n@c\n```x\n@d"), "b d");
+    EXPECT_EQ(names("``\n@a\n``\nx```\n@b\n```"), "a b");
+    EXPECT_EQ(names("```@a\n```@b\n~~~\n@c\n```\n@d"), "c d");
 }
 
 } // namespace
