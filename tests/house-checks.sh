@@ -24,7 +24,7 @@ none() {
 }
 
 # The folders of the core in an order in which each includes only earlier ones: so no circle can arise.
-order=(Platform Process ToolRun Scoring Geometry ClaudeProbe CodexProbe Instructions Report History Comparison Presentation Readiness Scan)
+order=(Platform Process ToolRun Scoring Geometry ClaudeProbe CodexProbe Instructions Report History Comparison Budget Presentation Readiness Scan)
 includes_of_later_folders() {
     local i later
     for ((i = 0; i + 1 < ${#order[@]}; i++)); do
