@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/CommandLine.h"
 
+#include "LoadscopeCLI/CheckCommand.h"
 #include "LoadscopeCLI/DiffCommand.h"
 #include "LoadscopeCLI/ExitCode.h"
 #include "LoadscopeCLI/Failure.h"
@@ -34,6 +35,7 @@ constexpr const char* examples = R"(Examples:
   loadscope history              what was measured before
   loadscope leaderboard          which repositories load most
   loadscope diff                 what changed since the scan before
+  loadscope check                budgets and instruction files, without starting a tool
 
 `loadscope COMMAND --help` tells more about a command.)";
 
@@ -70,6 +72,7 @@ int run(int argumentCount, const char* const* arguments) {
     addHistoryCommand(app, exitCode);
     addLeaderboardCommand(app, exitCode);
     addDiffCommand(app, exitCode);
+    addCheckCommand(app, exitCode);
     addOpenCommand(app, exitCode);
     try {
         app.parse(argumentCount, arguments);

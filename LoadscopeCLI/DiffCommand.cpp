@@ -6,6 +6,7 @@
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/Folder.h"
 #include "LoadscopeCLI/InputFile.h"
+#include "LoadscopeCLI/OutputFormat.h"
 #include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/InternetDate.h"
@@ -23,14 +24,12 @@
 namespace loadscope {
 namespace {
 
-enum class Format { text, markdown, json };
-
 struct Options {
     std::vector<std::string> files;
     std::string repository = ".";
     std::string since;
     std::string tool = RecordedScan::claudeTool;
-    Format format = Format::text;
+    OutputFormat format = OutputFormat::text;
 };
 
 constexpr const char* examples = R"(Examples:
@@ -125,13 +124,14 @@ Compared compareRecorded(const Options& options) {
                               ScanMeasurement::ofRecord(scans.back()));
 }
 
-std::string textOf(const ScanComparison& comparison, Format format) {
+std::string textOf(const ScanComparison& comparison, OutputFormat format) {
     switch (format) {
-    case Format::markdown:
+    case OutputFormat::markdown:
         return DiffPresentation::markdown(comparison);
-    case Format::json:
+    case OutputFormat::json:
         return DiffPresentation::json(comparison) + '\n';
-    case Format::text:
+    case OutputFormat::text:
+    case OutputFormat::junit:
         break;
     }
     return diffText(comparison, Terminal(STDOUT_FILENO));
@@ -169,10 +169,8 @@ void addDiffCommand(CLI::App& app, ExitCode& exitCode) {
     command->add_option("--tool", options->tool, "Compare scans of this tool: claude (the default) or codex")
         ->option_text("TOOL")
         ->check(CLI::IsMember({RecordedScan::claudeTool, RecordedScan::codexTool}));
-    command->add_option("--format", options->format, "text (the default), markdown or json")
-        ->option_text("FORMAT")
-        ->transform(CLI::CheckedTransformer(std::map<std::string, Format>{
-            {"text", Format::text}, {"markdown", Format::markdown}, {"json", Format::json}}));
+    addFormatOption(*command, options->format,
+                    {OutputFormat::text, OutputFormat::markdown, OutputFormat::json}, true);
     command->footer(examples);
     command->callback([options, &exitCode] { exitCode = diff(*options); });
 }

@@ -101,9 +101,10 @@ BudgetResult ofFiles(const Budget::Named& named, const std::string& repository) 
     result.isComplete = found.isComplete;
     std::vector<Reason> parts;
     for (const PathPattern::File& file : found.files)
-        parts.push_back({file.path, named.unit == Budget::Unit::bytes
-                                        ? file.byteCount
-                                        : InstructionFileEstimate::estimatedTokensForByteCount(file.byteCount)});
+        parts.push_back(
+            {file.path, named.unit == Budget::Unit::bytes
+                            ? file.byteCount
+                            : InstructionFileEstimate::estimatedTokensForByteCount(file.byteCount)});
     if (!parts.empty()) result.value = sumOf(parts);
     result.reasons = largest(std::move(parts));
     return result;

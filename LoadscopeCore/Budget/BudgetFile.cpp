@@ -164,7 +164,8 @@ private:
     bool addNamed(std::int64_t number) {
         Budget::Named named{keys_[1], number, Budget::Unit::tokens};
         if (depth_ == 3) {
-            if (keys_[2] != "tokens" && keys_[2] != "bytes") return fail("is neither \"tokens\" nor \"bytes\"");
+            if (keys_[2] != "tokens" && keys_[2] != "bytes")
+                return fail("is neither \"tokens\" nor \"bytes\"");
             if (keys_[2] == "bytes") named.unit = Budget::Unit::bytes;
             unit_ = false;
         }
