@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Charts/BandMeter.h"
 
 #include "LoadscopeApp/Charts/ChartShapes.h"
+#include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
@@ -46,7 +47,7 @@ BandMeter::BandMeter(std::int64_t total, OpinionBand band, QWidget* parent)
 
 BandMeterGeometry BandMeter::geometryFor(double width) const {
     // Measured in the widest of its fonts, so that no label can touch another.
-    return {total_, band_, width, ChartShapes::measure(labelFont(true))};
+    return {total_, band_, width, ChartText::measure(labelFont(true))};
 }
 
 double BandMeter::shownPosition() const {

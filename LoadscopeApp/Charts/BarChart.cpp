@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Charts/BarChart.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
+#include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/PlainToolTip.h"
@@ -21,8 +22,6 @@
 
 namespace loadscope {
 namespace {
-
-using ChartShapes::qt;
 
 constexpr int narrowest = 120;
 constexpr int marginAroundBar = 60; ///< kept in view around the bar that the keyboard has reached
@@ -78,7 +77,8 @@ QString BarChart::markText(int mark) const {
 }
 
 QRect BarChart::markArea(int mark) const {
-    return qt(geometry_.marks().at(order_.at(static_cast<std::size_t>(mark))).rect).toAlignedRect();
+    return ChartShapes::rect(geometry_.marks().at(order_.at(static_cast<std::size_t>(mark))).rect)
+        .toAlignedRect();
 }
 
 void BarChart::paintLabels(QPainter& painter, const BarChartGeometry& geometry, const QRectF& visible) const {
@@ -87,7 +87,7 @@ void BarChart::paintLabels(QPainter& painter, const BarChartGeometry& geometry, 
     painter.setFont(theme.font(isGrouped ? TextStyle::body : TextStyle::caption));
     painter.setPen(theme.color(isGrouped ? ThemeColor::primaryText : ThemeColor::secondaryText));
     for (std::size_t slot = 0; slot < geometry.slots().size(); ++slot) {
-        const QRectF area = qt(geometry.slots()[slot].labelRect);
+        const QRectF area = ChartShapes::rect(geometry.slots()[slot].labelRect);
         if (area.top() > visible.bottom() || area.bottom() < visible.top()) continue;
         ChartText::paintElided(painter, area, Qt::AlignRight | Qt::AlignVCenter,
                                DisplayText::own(data_.slotLabels[slot]));
@@ -96,7 +96,7 @@ void BarChart::paintLabels(QPainter& painter, const BarChartGeometry& geometry, 
     painter.setPen(theme.color(ThemeColor::secondaryText));
     for (const BarChartGeometry::Tick& tick : geometry.ticks()) {
         if (tick.rect)
-            ReadingText::draw(painter, qt(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
+            ReadingText::draw(painter, ChartShapes::rect(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
                               DisplayText::own(tick.label));
     }
 }
@@ -111,7 +111,7 @@ void BarChart::paint(QPainter& painter, const BarChartGeometry& geometry, const 
     }
     painter.setPen(Qt::NoPen);
     for (const BarChartGeometry::Mark& mark : geometry.marks()) {
-        const QRectF bar = qt(mark.rect);
+        const QRectF bar = ChartShapes::rect(mark.rect);
         if (bar.width() <= 0 || bar.top() > visible.bottom() || bar.bottom() < visible.top()) continue;
         const double radius = std::min({BarChartGeometry::cornerRadius, bar.width() / 2, bar.height() / 2});
         painter.setBrush(theme.chartColor(series_.at(mark.series).paletteIndex));

@@ -3,9 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/Geometry/Shapes.h"
-#include "LoadscopeCore/Geometry/TextMeasure.h"
 
-#include <QFont>
 #include <QPainterPath>
 #include <QRectF>
 
@@ -19,14 +17,8 @@ namespace loadscope::ChartShapes {
 [[nodiscard]] inline QPointF point(PointF place) { return {place.x, place.y}; }
 [[nodiscard]] inline PointF point(QPointF place) { return {place.x(), place.y()}; }
 
-/// Sizes of texts painted in `font`.
-[[nodiscard]] TextMeasure measure(const QFont& font);
-
 /// A piece of a ring; angles in degrees clockwise from 12 o'clock.
 [[nodiscard]] QPainterPath sector(QPointF center, double innerRadius, double outerRadius, double startAngle,
                                   double sweep);
-
-/// `font`, made smaller as far as a number written in it needs to fit into `width`.
-[[nodiscard]] QFont fitted(QFont font, const QString& number, double width);
 
 } // namespace loadscope::ChartShapes

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Charts/ChartText.h"
 
 #include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 
@@ -10,16 +11,30 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+#include <cmath>
+
 namespace loadscope {
 namespace {
 
 constexpr double haloWidth = 4;
+constexpr int smallestPixelSize = 6;
 
 } // namespace
 
 TextMeasure ChartText::measure(const QFont& font) {
     return {[font](std::string_view text) { return TextWidths::of(DisplayText::own(text), font); },
             QFontMetricsF(font).height()};
+}
+
+QFont ChartText::fitted(QFont font, const QString& number, double width) {
+    const double natural = TabularDigits::width(number, font);
+    if (natural <= width || natural <= 0) return font;
+    int size = std::max(smallestPixelSize, static_cast<int>(std::floor(font.pixelSize() * width / natural)));
+    font.setPixelSize(size);
+    while (size > smallestPixelSize && TabularDigits::width(number, font) > width)
+        font.setPixelSize(--size);
+    return font;
 }
 
 void ChartText::paintWithHalo(QPainter& painter, const QRectF& area, const QString& text,

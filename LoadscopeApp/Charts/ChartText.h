@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/Geometry/Shapes.h"
 #include "LoadscopeCore/Geometry/TextMeasure.h"
 
 #include <QFont>
@@ -12,13 +11,14 @@
 class QColor;
 class QPainter;
 
-namespace loadscope {
+/// Texts on charts: measured for the layouts, which know no toolkit, and painted.
+namespace loadscope::ChartText {
 
-/// Between the layouts of the charts, which know no toolkit, and the toolkit.
-namespace ChartText {
-
-/// Measures texts in `font`.
+/// Sizes of texts painted in `font`; each text is measured once.
 [[nodiscard]] TextMeasure measure(const QFont& font);
+
+/// `font`, made smaller as far as a number written in it needs to fit into `width`.
+[[nodiscard]] QFont fitted(QFont font, const QString& number, double width);
 
 /// Paints one line in the painter's font and pen over a halo, which keeps it legible where lines cross it.
 void paintWithHalo(QPainter& painter, const QRectF& area, const QString& text, const QColor& halo);
@@ -26,12 +26,4 @@ void paintWithHalo(QPainter& painter, const QRectF& area, const QString& text, c
 /// Paints one line in the painter's font and pen, cut with an ellipsis where it is wider than `area`.
 void paintElided(QPainter& painter, const QRectF& area, Qt::Alignment alignment, const QString& text);
 
-} // namespace ChartText
-
-namespace ChartShapes {
-
-[[nodiscard]] inline QPointF qt(const PointF& point) { return {point.x, point.y}; }
-[[nodiscard]] inline QRectF qt(const RectF& rect) { return {rect.x, rect.y, rect.width, rect.height}; }
-
-} // namespace ChartShapes
-} // namespace loadscope
+} // namespace loadscope::ChartText

@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
+#include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
@@ -180,7 +181,7 @@ void DonutChart::paintMiddle(QPainter& painter) const {
     const AppTheme& theme = AppTheme::current();
     const QPointF center = ChartShapes::point(ring_.center());
     const double room = 2 * ring_.innerRadius() * middleShare;
-    const QFont numbers = ChartShapes::fitted(theme.font(TextStyle::largeTitle), total_, room);
+    const QFont numbers = ChartText::fitted(theme.font(TextStyle::largeTitle), total_, room);
     const QFont words = theme.font(TextStyle::caption);
     const QFontMetricsF numberMetrics(numbers);
     const QFontMetricsF wordMetrics(words);

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Charts/TrendChart.h"
 
 #include "LoadscopeApp/Accessibility/FocusRing.h"
+#include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Charts/TrendChartOverlay.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
@@ -68,7 +69,7 @@ QString TrendChart::markText(int mark) const {
 QRect TrendChart::markArea(int mark) const {
     const auto index = static_cast<std::size_t>(mark);
     if (index >= geometry_.marks().size()) return {};
-    const QPointF center = ChartShapes::qt(geometry_.marks()[index].position);
+    const QPointF center = ChartShapes::point(geometry_.marks()[index].position);
     constexpr double radius = TrendChartGeometry::selectedPointRadius;
     return QRectF(center.x() - radius, center.y() - radius, 2 * radius, 2 * radius).toAlignedRect();
 }

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Charts/TrendChartOverlay.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Charts/ChartText.h"
+#include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 
@@ -35,7 +35,7 @@ void TrendChartOverlay::refresh() {
 QRectF TrendChartOverlay::tooltipArea() const {
     const std::size_t scan = *chart_.selectedScan();
     const QSizeF size = TrendChartPainter::tooltipSize(chart_.presentation().tooltip(scan));
-    QRectF area = ChartShapes::qt(chart_.shapes().tooltipRect(scan, {size.width(), size.height()}));
+    QRectF area = ChartShapes::rect(chart_.shapes().tooltipRect(scan, {size.width(), size.height()}));
     area.translate(chartOrigin_);
     area.moveTop(std::max(area.top(), 0.0));
     return area;

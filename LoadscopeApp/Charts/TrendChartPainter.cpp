@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 
+#include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
@@ -19,7 +20,8 @@
 namespace loadscope::TrendChartPainter {
 namespace {
 
-using ChartShapes::qt;
+using ChartShapes::point;
+using ChartShapes::rect;
 using Geometry = TrendChartGeometry;
 
 constexpr double ruleOpacity = 0.5;
@@ -34,7 +36,7 @@ double crisp(double coordinate) { return std::floor(coordinate) + 0.5; }
 void paintAxes(QPainter& painter, const Geometry& geometry) {
     const AppTheme& theme = AppTheme::current();
     painter.setFont(theme.font(TextStyle::caption));
-    const QRectF plot = qt(geometry.plot());
+    const QRectF plot = rect(geometry.plot());
     for (const Geometry::Tick& tick : geometry.valueTicks()) {
         painter.setPen(QPen(theme.color(ThemeColor::divider), 1));
         const double y = crisp(tick.position);
@@ -44,7 +46,7 @@ void paintAxes(QPainter& painter, const Geometry& geometry) {
     for (const auto* ticks : {&geometry.valueTicks(), &geometry.timeTicks()}) {
         for (const Geometry::Tick& tick : *ticks) {
             if (tick.rect)
-                ReadingText::draw(painter, qt(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
+                ReadingText::draw(painter, rect(*tick.rect), Qt::AlignCenter | Qt::TextDontClip,
                                   DisplayText::own(tick.label));
         }
     }
@@ -52,7 +54,7 @@ void paintAxes(QPainter& painter, const Geometry& geometry) {
 
 void paintThresholdRules(QPainter& painter, const Geometry& geometry) {
     const AppTheme& theme = AppTheme::current();
-    const QRectF plot = qt(geometry.plot());
+    const QRectF plot = rect(geometry.plot());
     for (const Geometry::Threshold& threshold : geometry.thresholds()) {
         QPen pen(theme.color(ThemeColors::text(threshold.band)), 1);
         pen.setCapStyle(Qt::FlatCap);
@@ -67,7 +69,7 @@ void paintThresholdLabels(QPainter& painter, const Geometry& geometry) {
     const AppTheme& theme = AppTheme::current();
     painter.setFont(theme.font(TextStyle::caption, QFont::Medium));
     for (const Geometry::Threshold& threshold : geometry.thresholds()) {
-        const QRectF area = qt(threshold.labelRect);
+        const QRectF area = rect(threshold.labelRect);
         // Between the words, too, a line must not look like a part of the text.
         painter.setPen(Qt::NoPen);
         painter.setBrush(theme.color(ThemeColor::card, labelPatchOpacity));
@@ -96,7 +98,7 @@ void paintChangeLabels(QPainter& painter, const Geometry& geometry) {
     painter.setPen(theme.color(ThemeColor::secondaryText));
     for (const Geometry::Change& change : geometry.changes()) {
         if (change.labelRect)
-            ReadingText::draw(painter, qt(*change.labelRect), Qt::AlignCenter | Qt::TextDontClip,
+            ReadingText::draw(painter, rect(*change.labelRect), Qt::AlignCenter | Qt::TextDontClip,
                               DisplayText::own(change.label));
     }
 }
@@ -104,7 +106,7 @@ void paintChangeLabels(QPainter& painter, const Geometry& geometry) {
 void paintPoint(QPainter& painter, const Geometry::Mark& mark, double radius, const QColor& color) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
-    painter.drawEllipse(qt(mark.position), radius, radius);
+    painter.drawEllipse(point(mark.position), radius, radius);
 }
 
 } // namespace
@@ -118,9 +120,9 @@ void paint(QPainter& painter, const Geometry& geometry, const std::vector<std::s
     painter.setBrush(Qt::NoBrush);
     for (std::size_t series = 0; series < geometry.lines().size(); ++series) {
         const Geometry::Line& line = geometry.lines()[series];
-        QPainterPath path(qt(line.start));
+        QPainterPath path(point(line.start));
         for (const CurveSegment& segment : line.segments)
-            path.cubicTo(qt(segment.control1), qt(segment.control2), qt(segment.end));
+            path.cubicTo(point(segment.control1), point(segment.control2), point(segment.end));
         painter.strokePath(path, QPen(theme.chartColor(palette.at(series)), Geometry::lineWidth,
                                       Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     }

@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Pages/Report/MetricLine.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Charts/ChartShapes.h"
+#include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 
@@ -54,7 +54,7 @@ void MetricLine::paintEvent(QPaintEvent*) {
     const QFont words = wordFont(style_);
     const double wordWidth = QFontMetricsF(words).horizontalAdvance(word());
     const QFont numbers =
-        ChartShapes::fitted(numberFont(style_), number_, std::max(1.0, width() - wordWidth - wordGap));
+        ChartText::fitted(numberFont(style_), number_, std::max(1.0, width() - wordWidth - wordGap));
     const double numberWidth = TabularDigits::width(number_, numbers);
     const double baseline = QFontMetricsF(numberFont(style_)).ascent();
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
