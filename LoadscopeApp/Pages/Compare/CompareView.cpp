@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Pages/Compare/CompareView.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
-#include "LoadscopeApp/Cards/AdaptiveRow.h"
+#include "LoadscopeApp/Cards/AdaptiveLayout.h"
 #include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeApp/Cards/ScanEmptyState.h"
 #include "LoadscopeApp/Pages/BandGuide.h"
@@ -46,7 +46,8 @@ void CompareView::build() {
         column->addWidget(leaderboard);
     }
     if (shown.hasComparison()) {
-        auto* columns = new AdaptiveRow(ColumnCard::narrowest, Metrics::blockSpacing);
+        auto* columns =
+            new AdaptiveLayout(AdaptiveLayout::equal(ColumnCard::narrowest, Metrics::blockSpacing));
         const QString longestPill = DisplayText::own(shown.longestPill());
         for (const ComparePresentation::Column& repository : shown.columns())
             columns->addWidget(new ColumnCard(shown, repository, longestPill));

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
 
-#include "LoadscopeApp/Cards/AdaptivePair.h"
+#include "LoadscopeApp/Cards/AdaptiveLayout.h"
 #include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Pages/Report/BreakdownRows.h"
@@ -24,7 +24,11 @@
 namespace loadscope {
 namespace {
 
-constexpr AdaptivePair::Rule ringBesideTable{680, 32, 16, 0, false, false};
+constexpr AdaptiveLayout::Rule ringBesideTable{.widths = AdaptiveLayout::Widths::firstAsItAsks,
+                                               .spacing = 32,
+                                               .stackedSpacing = 16,
+                                               .sideBySideFrom = 680,
+                                               .equalHeights = false};
 
 TextLabel* note(const QString& text, TextStyle style) {
     auto* label = new TextLabel(text, style, ThemeColor::secondaryText);
@@ -112,7 +116,7 @@ void BreakdownSection::addRows(const ScanReport& report, const CategoryMembers& 
         return;
     }
     auto* body = new QWidget;
-    auto* pair = new AdaptivePair(body, ringBesideTable);
+    auto* pair = new AdaptiveLayout(ringBesideTable, body);
     pair->addWidget(ring);
     pair->addWidget(table);
     content()->addWidget(body);

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/HealthScoreCard.h"
 
-#include "LoadscopeApp/Cards/AdaptivePair.h"
+#include "LoadscopeApp/Cards/AdaptiveLayout.h"
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Charts/ScoreGauge.h"
@@ -16,7 +16,12 @@
 namespace loadscope {
 namespace {
 
-constexpr AdaptivePair::Rule gaugeBesideText{380, 24, 12, 0, false, true};
+constexpr AdaptiveLayout::Rule gaugeBesideText{.widths = AdaptiveLayout::Widths::firstAsItAsks,
+                                               .spacing = 24,
+                                               .stackedSpacing = 12,
+                                               .sideBySideFrom = 380,
+                                               .equalHeights = false,
+                                               .centersFirst = true};
 
 QString meaning(int score, std::int64_t maximum) {
     return DisplayText::own(std::to_string(score) + " of 100 — how much of the " +
@@ -56,7 +61,7 @@ QWidget* explanation(const ScanReport& report, int score) {
 HealthScoreCard::HealthScoreCard(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
     const int score = HealthScore::value(report.total);
     auto* body = new QWidget;
-    auto* pair = new AdaptivePair(body, gaugeBesideText);
+    auto* pair = new AdaptiveLayout(gaugeBesideText, body);
     pair->addWidget(new ScoreGauge(score, report.band));
     pair->addWidget(explanation(report, score));
     content()->addWidget(body);

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
 
-#include "LoadscopeApp/Cards/AdaptivePair.h"
+#include "LoadscopeApp/Cards/AdaptiveLayout.h"
 #include "LoadscopeApp/Cards/PageFrame.h"
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
@@ -21,8 +21,11 @@
 namespace loadscope {
 namespace {
 
-constexpr AdaptivePair::Rule claudeBesideCodex{740,  Metrics::blockSpacing, Metrics::blockSpacing, 0.63, true,
-                                               false};
+constexpr AdaptiveLayout::Rule claudeBesideCodex{.widths = AdaptiveLayout::Widths::firstByShare,
+                                                 .spacing = Metrics::blockSpacing,
+                                                 .stackedSpacing = Metrics::blockSpacing,
+                                                 .sideBySideFrom = 740,
+                                                 .firstShare = 0.63};
 
 QWidget* header() {
     auto* header = new QWidget;
@@ -41,7 +44,7 @@ QWidget* header() {
 
 QWidget* totals(const ScanReport& report) {
     auto* row = new QWidget;
-    auto* pair = new AdaptivePair(row, claudeBesideCodex);
+    auto* pair = new AdaptiveLayout(claudeBesideCodex, row);
     pair->addWidget(new ClaudeCard(report));
     pair->addWidget(new CodexCard(report.codex));
     return row;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/SummaryCard.h"
 
-#include "LoadscopeApp/Cards/AdaptiveRow.h"
+#include "LoadscopeApp/Cards/AdaptiveLayout.h"
 #include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
@@ -34,7 +34,7 @@ QWidget* metricView(const TrendsPresentation::Metric& metric) {
 } // namespace
 
 SummaryCard::SummaryCard(const TrendsPresentation& presentation) {
-    auto* metrics = new AdaptiveRow(0, Metrics::rowSpacing);
+    auto* metrics = new AdaptiveLayout(AdaptiveLayout::equal(0, Metrics::rowSpacing));
     for (const TrendsPresentation::Metric& metric : presentation.metrics())
         metrics->addWidget(metricView(metric));
     content()->addWidget(new SectionHeader(DisplayText::own(TrendsPresentation::summaryTitle),
