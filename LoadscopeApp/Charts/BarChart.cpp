@@ -5,6 +5,7 @@
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartText.h"
+#include "LoadscopeApp/Charts/ChartTip.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/ReadingText.h"
@@ -13,9 +14,8 @@
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 
 #include <QHelpEvent>
-#include <QKeyEvent>
+#include <QPaintEvent>
 #include <QPainter>
-#include <QScrollArea>
 
 #include <algorithm>
 #include <cmath>
@@ -24,7 +24,7 @@ namespace loadscope {
 namespace {
 
 constexpr int narrowest = 120;
-constexpr int marginAroundBar = 60; ///< kept in view around the bar that the keyboard has reached
+constexpr QMargins ringRoom(3, 3, 3, 3);
 
 /// Names come from outside: what is measured and painted is their harmless form.
 BarChartData visibleNames(BarChartData data) {
@@ -36,10 +36,12 @@ BarChartData visibleNames(BarChartData data) {
 } // namespace
 
 BarChart::BarChart(Kind kind, BarChartData data, std::vector<Series> series, QWidget* parent)
-    : QWidget(parent), kind_(kind), data_(visibleNames(std::move(data))), series_(std::move(series)) {
-    AccessibleMarks::install();
+    : MarkedWidget(QAccessible::Chart, parent),
+      kind_(kind),
+      data_(visibleNames(std::move(data))),
+      series_(std::move(series)) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    if (kind_ == Kind::grouped) setFocusPolicy(Qt::StrongFocus);
+    if (kind_ == Kind::column) setFocusPolicy(Qt::NoFocus);
     AppTheme::bind(this, [this] {
         layOut();
         updateGeometry();
@@ -63,22 +65,48 @@ QSize BarChart::sizeHint() const { return {300, static_cast<int>(std::ceil(geome
 
 QSize BarChart::minimumSizeHint() const { return {narrowest, sizeHint().height()}; }
 
-QString BarChart::textOf(const BarChartGeometry::Mark& mark) const {
+QString BarChart::nameOf(const BarChartGeometry::Mark& mark) const {
     const QString category = DisplayText::own(data_.slotLabels.at(mark.slot));
-    const QString tokens = DisplayText::own(LocaleFormat::grouped(mark.tokens)) + QStringLiteral(" tokens");
-    if (kind_ == Kind::column) return category + QStringLiteral(": ") + tokens;
-    return series_.at(mark.series).name + QStringLiteral(" · ") + category + QStringLiteral(": ") + tokens;
+    return kind_ == Kind::column ? category : series_.at(mark.series).name + QStringLiteral(" · ") + category;
 }
 
-int BarChart::markCount() const { return static_cast<int>(order_.size()); }
-
-QString BarChart::markText(int mark) const {
-    return textOf(geometry_.marks().at(order_.at(static_cast<std::size_t>(mark))));
+QString BarChart::numberOf(const BarChartGeometry::Mark& mark) const {
+    return DisplayText::own(LocaleFormat::grouped(mark.tokens)) + QStringLiteral(" tokens");
 }
 
-QRect BarChart::markArea(int mark) const {
-    return ChartShapes::rect(geometry_.marks().at(order_.at(static_cast<std::size_t>(mark))).rect)
-        .toAlignedRect();
+QRectF BarChart::areaOf(std::size_t item) const { return ChartShapes::rect(geometry_.marks().at(item).rect); }
+
+MarkedWidget::Mark BarChart::mark(std::size_t index) const {
+    const std::size_t item = order_.at(index);
+    const BarChartGeometry::Mark& bar = geometry_.marks().at(item);
+    return {nameOf(bar) + QStringLiteral(": ") + numberOf(bar), {}, areaOf(item), QAccessible::ListItem};
+}
+
+MarkedWidget::Item BarChart::stopOf(std::size_t item) const {
+    const auto stop = std::find(order_.begin(), order_.end(), item);
+    return stop == order_.end() ? Item() : Item(static_cast<std::size_t>(stop - order_.begin()));
+}
+
+KeyWalk::Policy BarChart::walk() const {
+    return {KeyWalk::Policy::Ends::stop, KeyWalk::Policy::Start::first};
+}
+
+MarkedWidget::Item BarChart::itemAt(QPointF point) const {
+    return geometry_.markAt(ChartShapes::point(point));
+}
+
+void BarChart::activeMoved(Item before, std::optional<QPointF> place) {
+    for (const Item item : {before, active()}) {
+        if (item && *item < geometry_.marks().size()) update(areaOf(*item).toAlignedRect() + ringRoom);
+    }
+    if (before.has_value() != active().has_value()) update(); // the ring is around a bar or around all
+    if (!active()) {
+        if (tip_ != nullptr) tip_->hide();
+        return;
+    }
+    if (tip_ == nullptr) tip_ = new ChartTip(this);
+    const BarChartGeometry::Mark& bar = geometry_.marks().at(*active());
+    tip_->showAt(place.value_or(areaOf(*active()).bottomRight()), nameOf(bar), numberOf(bar));
 }
 
 void BarChart::paintLabels(QPainter& painter, const BarChartGeometry& geometry, const QRectF& visible) const {
@@ -124,70 +152,28 @@ void BarChart::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     paint(painter, geometry_, event->rect());
     if (!FocusRing::isWanted(this)) return;
-    if (current_ >= 0)
-        FocusRing::paint(painter, QRectF(markArea(current_)).adjusted(-3, -3, 3, 3), Metrics::barRadius);
+    if (active() && *active() < geometry_.marks().size())
+        FocusRing::paint(painter, QRectF(areaOf(*active()).toAlignedRect() + ringRoom), Metrics::barRadius);
     else
         FocusRing::paint(painter, rect(), Metrics::controlRadius);
 }
 
 void BarChart::resizeEvent(QResizeEvent*) { layOut(); }
 
-QString BarChart::toolTipAt(QPoint position) const {
-    const PointF point{static_cast<double>(position.x()), static_cast<double>(position.y())};
-    if (const auto mark = geometry_.markAt(point)) return textOf(geometry_.marks()[*mark]);
+QString BarChart::labelAt(QPoint position) const {
     const auto& slots = geometry_.slots();
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
-        if (slots[slot].labelRect.contains(point)) return DisplayText::own(data_.slotLabels[slot]);
+        if (slots[slot].labelRect.contains(ChartShapes::point(QPointF(position))))
+            return DisplayText::own(data_.slotLabels[slot]);
     }
     return {};
 }
 
 bool BarChart::event(QEvent* event) {
-    if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+    if (event->type() != QEvent::ToolTip) return MarkedWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    PlainToolTip::show(help->globalPos(), toolTipAt(help->pos()), this);
+    PlainToolTip::show(help->globalPos(), labelAt(help->pos()), this);
     return true;
-}
-
-void BarChart::keyPressEvent(QKeyEvent* event) {
-    const int last = markCount() - 1;
-    const Qt::Key back = layoutDirection() == Qt::RightToLeft ? Qt::Key_Right : Qt::Key_Left;
-    switch (event->key()) {
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Up:
-    case Qt::Key_Down: {
-        const bool isBack = event->key() == Qt::Key_Up || event->key() == back;
-        return setCurrent(isBack ? std::max(current_ - 1, 0) : std::min(current_ + 1, last));
-    }
-    case Qt::Key_Home:
-        return setCurrent(0);
-    case Qt::Key_End:
-        return setCurrent(last);
-    default:
-        QWidget::keyPressEvent(event);
-    }
-}
-
-void BarChart::setCurrent(int mark) {
-    if (markCount() == 0) return;
-    current_ = mark;
-    update();
-    const QRect area = markArea(mark);
-    for (QWidget* above = parentWidget(); above != nullptr; above = above->parentWidget()) {
-        auto* scroll = qobject_cast<QScrollArea*>(above);
-        if (scroll == nullptr) continue;
-        const QPoint center = mapTo(scroll->widget(), area.center());
-        scroll->ensureVisible(center.x(), center.y(), 0, marginAroundBar);
-        break;
-    }
-    PlainToolTip::show(mapToGlobal(QPoint(area.right(), area.bottom())), markText(mark), this);
-    AccessibleMarks::tellCurrent(this);
-}
-
-void BarChart::focusOutEvent(QFocusEvent*) {
-    current_ = -1;
-    update();
 }
 
 } // namespace loadscope

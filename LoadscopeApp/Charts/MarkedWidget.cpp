@@ -66,35 +66,13 @@ void MarkedWidget::walkTo(std::size_t stop) {
 }
 
 void MarkedWidget::keyPressEvent(QKeyEvent* event) {
-    const std::size_t stops = stopCount();
     const Item current = active_ ? stopOf(*active_) : std::nullopt;
-    const bool forward =
-        event->key() == Qt::Key_Down ||
-        event->key() == (layoutDirection() == Qt::RightToLeft ? Qt::Key_Left : Qt::Key_Right);
-    switch (event->key()) {
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-        if (stops == 0) break;
-        if (!current)
-            walkTo(forward ? 0 : stops - 1);
-        else
-            walkTo((*current + (forward ? 1 : stops - 1)) % stops);
-        return;
-    case Qt::Key_Home:
-    case Qt::Key_End:
-        if (stops == 0) break;
-        walkTo(event->key() == Qt::Key_Home ? 0 : stops - 1);
-        return;
-    case Qt::Key_Escape:
-        if (!active_) break;
+    if (const Item next = KeyWalk::step(*event, layoutDirection(), stopCount(), current, walk()))
+        walkTo(*next);
+    else if (event->key() == Qt::Key_Escape && active_)
         change(std::nullopt, std::nullopt);
-        return;
-    default:
-        break;
-    }
-    QWidget::keyPressEvent(event);
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void MarkedWidget::mouseMoveEvent(QMouseEvent* event) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/Accessibility/KeyWalk.h"
 #include "LoadscopeApp/Charts/AccessibleMarks.h"
 
 #include <QWidget>
@@ -52,6 +53,7 @@ protected:
     [[nodiscard]] virtual std::size_t stopCount() const = 0;
     [[nodiscard]] virtual std::size_t itemAtStop(std::size_t stop) const { return stop; }
     [[nodiscard]] virtual Item stopOf(std::size_t item) const { return item; }
+    [[nodiscard]] virtual KeyWalk::Policy walk() const { return {}; }
     [[nodiscard]] virtual Item itemAt(QPointF point) const = 0;
     /// Called after `active` changed; repaints what looks different now. `place` is where the pointer is, and
     /// absent when the change came from elsewhere.

@@ -11,21 +11,16 @@
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
-#include <QKeyEvent>
+#include <QPaintEvent>
 #include <QPainter>
-
-#include <algorithm>
 
 namespace loadscope {
 
 TrendChart::TrendChart(QWidget* card)
-    : QWidget(card),
+    : MarkedWidget(QAccessible::Chart, card),
       presentation_(
           std::make_shared<TrendsPresentation>(std::vector<RecordedScan>{}, std::nullopt, Timestamp{})),
       overlay_(new TrendChartOverlay(card, *this)) {
-    AccessibleMarks::install();
-    setMouseTracking(true);
-    setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(DisplayText::own(TrendsPresentation::chartTitle));
     setAccessibleDescription(QStringLiteral("Left and right walk the recorded scans."));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -33,7 +28,7 @@ TrendChart::TrendChart(QWidget* card)
 }
 
 void TrendChart::setPresentation(std::shared_ptr<const TrendsPresentation> presentation) {
-    selectScan({});
+    setActive({});
     presentation_ = std::move(presentation);
     palette_.clear();
     for (const TrendsPresentation::ToolSeries& series : presentation_->series())
@@ -54,27 +49,26 @@ void TrendChart::layOut() {
     overlay_->cover(QRect(pos(), size()));
 }
 
-void TrendChart::selectScan(std::optional<std::size_t> scan) {
-    if (scan == selected_) return;
-    selected_ = scan;
-    overlay_->refresh();
-}
+void TrendChart::activeMoved(Item, std::optional<QPointF>) { overlay_->refresh(); }
 
 int TrendChart::markCount() const { return static_cast<int>(presentation_->scans().size()); }
 
-QString TrendChart::markText(int mark) const {
-    return DisplayText::own(presentation_->tooltip(static_cast<std::size_t>(mark)).spoken());
+std::size_t TrendChart::stopCount() const { return presentation_->scans().size(); }
+
+KeyWalk::Policy TrendChart::walk() const {
+    // Without a starting point, the newest scan is the one of interest.
+    return {KeyWalk::Policy::Ends::stop, KeyWalk::Policy::Start::last, false};
 }
 
-QRect TrendChart::markArea(int mark) const {
-    const auto index = static_cast<std::size_t>(mark);
-    if (index >= geometry_.marks().size()) return {};
-    const QPointF center = ChartShapes::point(geometry_.marks()[index].position);
-    constexpr double radius = TrendChartGeometry::selectedPointRadius;
-    return QRectF(center.x() - radius, center.y() - radius, 2 * radius, 2 * radius).toAlignedRect();
+MarkedWidget::Mark TrendChart::mark(std::size_t index) const {
+    QRectF area;
+    if (index < geometry_.marks().size()) {
+        constexpr double radius = TrendChartGeometry::selectedPointRadius;
+        const QPointF center = ChartShapes::point(geometry_.marks()[index].position);
+        area = {center.x() - radius, center.y() - radius, 2 * radius, 2 * radius};
+    }
+    return {DisplayText::own(presentation_->tooltip(index).spoken()), {}, area, QAccessible::ListItem};
 }
-
-int TrendChart::currentMark() const { return selected_ ? static_cast<int>(*selected_) : -1; }
 
 void TrendChart::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
@@ -94,46 +88,5 @@ void TrendChart::paintEvent(QPaintEvent* event) {
 void TrendChart::resizeEvent(QResizeEvent*) { layOut(); }
 
 void TrendChart::moveEvent(QMoveEvent*) { overlay_->cover(QRect(pos(), size())); }
-
-void TrendChart::mouseMoveEvent(QMouseEvent* event) { selectScan(geometry_.markAt(event->position().x())); }
-
-void TrendChart::leaveEvent(QEvent*) { selectScan({}); }
-
-void TrendChart::keyPressEvent(QKeyEvent* event) {
-    const int last = markCount() - 1;
-    int target = -1;
-    const bool rightToLeft = layoutDirection() == Qt::RightToLeft;
-    switch (event->key()) {
-    case Qt::Key_Left:
-    case Qt::Key_Right: {
-        const bool forward = (event->key() == Qt::Key_Right) != rightToLeft;
-        // Without a starting point, the newest scan is the one of interest.
-        target = selected_ ? std::clamp(currentMark() + (forward ? 1 : -1), 0, last) : last;
-        break;
-    }
-    case Qt::Key_Home:
-        target = 0;
-        break;
-    case Qt::Key_End:
-        target = last;
-        break;
-    case Qt::Key_Escape:
-        if (!selected_) return QWidget::keyPressEvent(event);
-        selectScan({});
-        return;
-    default:
-        return QWidget::keyPressEvent(event);
-    }
-    if (target < 0 || last < 0) return;
-    selectScan(static_cast<std::size_t>(target));
-    AccessibleMarks::tellCurrent(this);
-}
-
-void TrendChart::focusInEvent(QFocusEvent*) { update(); }
-
-void TrendChart::focusOutEvent(QFocusEvent*) {
-    update();
-    if (!underMouse()) selectScan({});
-}
 
 } // namespace loadscope

@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Charts/AccessibleMarks.h"
+#include "LoadscopeApp/Charts/MarkedWidget.h"
 #include "LoadscopeCore/Geometry/TrendChartGeometry.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
 #include <QPixmap>
-#include <QWidget>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace loadscope {
@@ -20,7 +18,7 @@ class TrendChartOverlay;
 /// The scans of one repository over time, one line per tool. The scan nearest to the pointer is picked out
 /// with a rule and a tooltip; the arrow keys walk the scans in the same way. The chart itself is painted once
 /// per size and theme; what follows the pointer lies on an overlay above it.
-class TrendChart : public QWidget, public AccessibleMarks {
+class TrendChart : public MarkedWidget {
     Q_OBJECT
 
 public:
@@ -35,14 +33,9 @@ public:
     [[nodiscard]] const TrendsPresentation& presentation() const { return *presentation_; }
     [[nodiscard]] const std::vector<std::size_t>& palette() const { return palette_; }
 
-    /// Position in the presentation's scans.
-    [[nodiscard]] std::optional<std::size_t> selectedScan() const { return selected_; }
-    void selectScan(std::optional<std::size_t> scan);
-
+    // An item is a position in the presentation's scans.
     [[nodiscard]] int markCount() const override;
-    [[nodiscard]] QString markText(int mark) const override;
-    [[nodiscard]] QRect markArea(int mark) const override;
-    [[nodiscard]] int currentMark() const override;
+    [[nodiscard]] Mark mark(std::size_t index) const override;
 
     [[nodiscard]] QSize sizeHint() const override { return {400, chartHeight}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {160, chartHeight}; }
@@ -51,14 +44,14 @@ public:
     [[nodiscard]] TrendChartGeometry geometryFor(QSizeF size) const;
 
 protected:
+    [[nodiscard]] std::size_t stopCount() const override;
+    /// Up and down scroll the page.
+    [[nodiscard]] KeyWalk::Policy walk() const override;
+    [[nodiscard]] Item itemAt(QPointF point) const override { return geometry_.markAt(point.x()); }
+    void activeMoved(Item before, std::optional<QPointF> place) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void leaveEvent(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void layOut();
@@ -67,7 +60,6 @@ private:
     std::vector<std::size_t> palette_;
     TrendChartGeometry geometry_;
     QPixmap picture_; ///< null when it must be painted anew
-    std::optional<std::size_t> selected_;
     TrendChartOverlay* overlay_;
 };
 

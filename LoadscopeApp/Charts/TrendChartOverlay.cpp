@@ -33,7 +33,7 @@ void TrendChartOverlay::refresh() {
 }
 
 QRectF TrendChartOverlay::tooltipArea() const {
-    const std::size_t scan = *chart_.selectedScan();
+    const std::size_t scan = *chart_.active();
     const QSizeF size = TrendChartPainter::tooltipSize(chart_.presentation().tooltip(scan));
     QRectF area = ChartShapes::rect(chart_.shapes().tooltipRect(scan, {size.width(), size.height()}));
     area.translate(chartOrigin_);
@@ -42,7 +42,7 @@ QRectF TrendChartOverlay::tooltipArea() const {
 }
 
 QRegion TrendChartOverlay::selectionRegion() const {
-    const std::optional<std::size_t> scan = chart_.selectedScan();
+    const std::optional<std::size_t> scan = chart_.active();
     if (!scan || *scan >= chart_.shapes().marks().size()) return {};
     constexpr double reach = TrendChartGeometry::selectedPointRadius + 1;
     const double x = chart_.shapes().marks()[*scan].position.x;
@@ -52,7 +52,7 @@ QRegion TrendChartOverlay::selectionRegion() const {
 
 void TrendChartOverlay::paintEvent(QPaintEvent*) {
     if (selectionRegion().isEmpty()) return;
-    const std::size_t scan = *chart_.selectedScan();
+    const std::size_t scan = *chart_.active();
     QPainter painter(this);
     painter.save();
     painter.translate(chartOrigin_);

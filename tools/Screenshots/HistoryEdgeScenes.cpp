@@ -63,7 +63,7 @@ Scene trends(const char* name, const History& history, const std::string& shown 
                 stage.choose("/src/" + shown);
                 stage.view.setPage(AppPage::trends);
                 stage.settle();
-                if (hovers) stage.view.findChild<TrendChart*>()->selectScan(0);
+                if (hovers) stage.view.findChild<TrendChart*>()->setActive(0);
             },
             history.scans()};
 }

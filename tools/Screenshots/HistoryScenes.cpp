@@ -131,7 +131,7 @@ std::vector<Scene> historyScenes() {
          [](Stage& stage) {
              showTrends(stage);
              auto* chart = stage.view.findChild<TrendChart*>();
-             chart->selectScan(static_cast<std::size_t>(chart->markCount()) - 3);
+             chart->setActive(static_cast<std::size_t>(chart->markCount()) - 3);
          },
          demo(false)},
         {QStringLiteral("trends-windows"), showTrends, demo(true)},

@@ -191,11 +191,11 @@ TEST(TrendChart, FollowsThePointerAndForgetsItWhenItLeaves) {
                                                   {plot.x + plot.width * 0.80, 2},
                                                   {plot.right() + 50, 2}}) {
         hover(chart, testCase.x);
-        EXPECT_EQ(chart.selectedScan(), testCase.scan) << testCase.x;
+        EXPECT_EQ(chart.active(), testCase.scan) << testCase.x;
     }
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&chart, &leave);
-    EXPECT_EQ(chart.selectedScan(), std::nullopt);
+    EXPECT_EQ(chart.active(), std::nullopt);
 }
 
 /// How much of the chart is painted anew.
@@ -240,7 +240,7 @@ TEST(TrendChart, WalksItsScansWithTheKeyboard) {
                                       {Qt::Key_Right, 2}, {Qt::Key_Escape, {}}};
         for (const Case& testCase : cases) {
             QTest::keyClick(&chart, testCase.key);
-            EXPECT_EQ(chart.selectedScan(), testCase.scan);
+            EXPECT_EQ(chart.active(), testCase.scan);
         }
     }
 }
