@@ -104,9 +104,11 @@ void BarChart::activeMoved(Item before, std::optional<QPointF> place) {
         if (tip_ != nullptr) tip_->hide();
         return;
     }
-    if (tip_ == nullptr) tip_ = new ChartTip(this);
+    // A chart of one bar has no room for a card, but what it stands on has.
+    QWidget* surface = parentWidget() != nullptr ? parentWidget() : this;
+    if (tip_ == nullptr) tip_ = new ChartTip(surface);
     const BarChartGeometry::Mark& bar = geometry_.marks().at(*active());
-    tip_->showAt(place.value_or(areaOf(*active()).bottomRight()), nameOf(bar), numberOf(bar));
+    tip_->showAt(mapTo(surface, place.value_or(areaOf(*active()).bottomRight())), nameOf(bar), numberOf(bar));
 }
 
 void BarChart::paintLabels(QPainter& painter, const BarChartGeometry& geometry, const QRectF& visible) const {

@@ -6,27 +6,29 @@
 
 namespace loadscope {
 
-/// The small card beside the mark that the pointer is over. It stays inside the chart, however long its
-/// texts are: they break anywhere, and what still does not fit is cut in its middle.
+class TipCard;
+
+/// The card beside the mark that is active. It stays inside its parent, however long its texts are.
 class ChartTip : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ChartTip(QWidget* chart);
+    explicit ChartTip(QWidget* parent);
 
     [[nodiscard]] const QString& title() const { return title_; }
     [[nodiscard]] const QString& detail() const { return detail_; }
 
-    /// Shows a title over one line of detail near `place` of the chart.
+    /// Shows a title over its detail near `place` of the parent.
     void showAt(QPointF place, const QString& title, const QString& detail);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] TipCard card(double room) const;
+
     QString title_;
     QString detail_;
-    QString shownTitle_;
 };
 
 } // namespace loadscope

@@ -32,9 +32,13 @@ void TrendChartOverlay::refresh() {
     painted_ = next;
 }
 
+TipCard TrendChartOverlay::tooltip() const {
+    return TrendChartPainter::tooltip(chart_.presentation().tooltip(*chart_.active()));
+}
+
 QRectF TrendChartOverlay::tooltipArea() const {
     const std::size_t scan = *chart_.active();
-    const QSizeF size = TrendChartPainter::tooltipSize(chart_.presentation().tooltip(scan));
+    const QSizeF size = tooltip().size();
     QRectF area = ChartShapes::rect(chart_.shapes().tooltipRect(scan, {size.width(), size.height()}));
     area.translate(chartOrigin_);
     area.moveTop(std::max(area.top(), 0.0));
@@ -59,7 +63,7 @@ void TrendChartOverlay::paintEvent(QPaintEvent*) {
     TrendChartPainter::paintSelection(painter, chart_.shapes(), chart_.shapes().marks()[scan],
                                       chart_.palette());
     painter.restore();
-    TrendChartPainter::paintTooltip(painter, tooltipArea(), chart_.presentation().tooltip(scan));
+    tooltip().paint(painter, tooltipArea());
 }
 
 } // namespace loadscope

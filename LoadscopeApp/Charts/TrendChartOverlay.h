@@ -8,6 +8,7 @@
 
 namespace loadscope {
 
+class TipCard;
 class TrendChart;
 
 /// What follows the pointer over a trend chart: a rule, a larger point and a tooltip. It lies above the chart
@@ -27,6 +28,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] TipCard tooltip() const;
     [[nodiscard]] QRectF tooltipArea() const;
     [[nodiscard]] QRegion selectionRegion() const;
 

@@ -5,17 +5,15 @@
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Text/DisplayText.h"
-#include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace loadscope::TrendChartPainter {
 namespace {
@@ -26,9 +24,6 @@ using Geometry = TrendChartGeometry;
 
 constexpr double ruleOpacity = 0.5;
 constexpr double labelPatchOpacity = 0.8;
-constexpr double tooltipOpacity = 0.95;
-constexpr double tooltipLineGap = 2;
-constexpr double tooltipUnitGap = 4;
 
 /// Lines one point wide are crisp only in the middle of a pixel.
 double crisp(double coordinate) { return std::floor(coordinate) + 0.5; }
@@ -142,68 +137,15 @@ void paintSelection(QPainter& painter, const Geometry& geometry, const Geometry:
     paintPoint(painter, mark, Geometry::selectedPointRadius, theme.chartColor(palette.at(mark.series)));
 }
 
-double tooltipHeight(std::size_t conditionLines) {
-    const AppTheme& theme = AppTheme::current();
-    const double caption = QFontMetricsF(theme.font(TextStyle::caption)).height();
-    const double height = caption + QFontMetricsF(theme.font(TextStyle::headline)).height() +
-                          QFontMetricsF(theme.font(TextStyle::caption, QFont::Medium)).height() +
-                          2 * tooltipLineGap +
-                          static_cast<double>(conditionLines) * (caption + tooltipLineGap);
-    return std::ceil(height) + 2 * Geometry::tooltipPadding;
-}
-
-QSizeF tooltipSize(const TrendsPresentation::Tooltip& tooltip) {
-    const AppTheme& theme = AppTheme::current();
-    const QFontMetricsF caption(theme.font(TextStyle::caption));
-    const QFontMetricsF medium(theme.font(TextStyle::caption, QFont::Medium));
-    const QFont headline = theme.font(TextStyle::headline);
-    const double total = TabularDigits::width(DisplayText::own(tooltip.total), headline) + tooltipUnitGap +
-                         caption.horizontalAdvance(QStringLiteral("tokens"));
-    double width = std::max({caption.horizontalAdvance(DisplayText::own(tooltip.heading)), total,
-                             medium.horizontalAdvance(DisplayText::own(tooltip.bandTitle))});
+TipCard tooltip(const TrendsPresentation::Tooltip& tooltip) {
+    std::vector<TipCard::Text> texts{{DisplayText::own(tooltip.heading)},
+                                     {DisplayText::own(tooltip.total), TextStyle::headline, QFont::DemiBold,
+                                      ThemeColor::primaryText, QStringLiteral("tokens")},
+                                     {DisplayText::own(tooltip.bandTitle), TextStyle::caption, QFont::Medium,
+                                      ThemeColors::text(tooltip.band)}};
     for (const std::string& line : tooltip.conditions)
-        width = std::max(width, caption.horizontalAdvance(DisplayText::own(line)));
-    return {std::ceil(width) + 2 * Geometry::tooltipPadding, tooltipHeight(tooltip.conditions.size())};
-}
-
-void paintTooltip(QPainter& painter, const QRectF& area, const TrendsPresentation::Tooltip& tooltip) {
-    const AppTheme& theme = AppTheme::current();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(theme.color(ThemeColor::card, tooltipOpacity));
-    painter.setPen(QPen(theme.color(ThemeColor::border), 1));
-    painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), Metrics::controlRadius,
-                            Metrics::controlRadius);
-
-    const QFont caption = theme.font(TextStyle::caption);
-    const QFont headline = theme.font(TextStyle::headline);
-    const QFont medium = theme.font(TextStyle::caption, QFont::Medium);
-    QPointF baseline(area.left() + Geometry::tooltipPadding,
-                     area.top() + Geometry::tooltipPadding + QFontMetricsF(caption).ascent());
-    painter.setFont(caption);
-    painter.setPen(theme.color(ThemeColor::secondaryText));
-    ReadingText::draw(painter, baseline, DisplayText::own(tooltip.heading));
-
-    baseline.ry() += QFontMetricsF(caption).descent() + tooltipLineGap + QFontMetricsF(headline).ascent();
-    const QString total = DisplayText::own(tooltip.total);
-    painter.setPen(theme.color(ThemeColor::primaryText));
-    TabularDigits::paint(painter, baseline, total, headline);
-    painter.setFont(caption);
-    ReadingText::draw(painter, baseline + QPointF(TabularDigits::width(total, headline) + tooltipUnitGap, 0),
-                      QStringLiteral("tokens"));
-
-    baseline.ry() += QFontMetricsF(headline).descent() + tooltipLineGap + QFontMetricsF(medium).ascent();
-    painter.setFont(medium);
-    painter.setPen(theme.color(ThemeColors::text(tooltip.band)));
-    ReadingText::draw(painter, baseline, DisplayText::own(tooltip.bandTitle));
-
-    painter.setFont(caption);
-    painter.setPen(theme.color(ThemeColor::secondaryText));
-    double descent = QFontMetricsF(medium).descent();
-    for (const std::string& line : tooltip.conditions) {
-        baseline.ry() += descent + tooltipLineGap + QFontMetricsF(caption).ascent();
-        descent = QFontMetricsF(caption).descent();
-        ReadingText::draw(painter, baseline, DisplayText::own(line));
-    }
+        texts.push_back({DisplayText::own(line)});
+    return {std::move(texts), std::numeric_limits<double>::infinity()};
 }
 
 } // namespace loadscope::TrendChartPainter

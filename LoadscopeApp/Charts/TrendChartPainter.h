@@ -2,11 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/Charts/TipCard.h"
 #include "LoadscopeCore/Geometry/TrendChartGeometry.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
-
-#include <QRectF>
-#include <QSizeF>
 
 #include <cstddef>
 #include <vector>
@@ -24,9 +22,7 @@ void paint(QPainter& painter, const TrendChartGeometry& geometry, const std::vec
 void paintSelection(QPainter& painter, const TrendChartGeometry& geometry,
                     const TrendChartGeometry::Mark& mark, const std::vector<std::size_t>& palette);
 
-/// Of a tooltip with so many lines of conditions.
-[[nodiscard]] double tooltipHeight(std::size_t conditionLines);
-[[nodiscard]] QSizeF tooltipSize(const TrendsPresentation::Tooltip& tooltip);
-void paintTooltip(QPainter& painter, const QRectF& area, const TrendsPresentation::Tooltip& tooltip);
+/// What stands above a mark, never broken.
+[[nodiscard]] TipCard tooltip(const TrendsPresentation::Tooltip& tooltip);
 
 } // namespace loadscope::TrendChartPainter

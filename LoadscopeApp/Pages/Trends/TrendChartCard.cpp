@@ -39,7 +39,9 @@ TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& 
     content()->addWidget(CardPieces::caption(DisplayText::own(presentation->chartCaption())));
     // The tooltip stands above the plot; it must not cover the header.
     AppTheme::bind(this, [this, tooltipRoom] {
-        const double height = TrendChartPainter::tooltipHeight(chart_->presentation().mostConditionLines());
+        TrendsPresentation::Tooltip tallest;
+        tallest.conditions.resize(chart_->presentation().mostConditionLines());
+        const double height = TrendChartPainter::tooltip(tallest).size().height();
         const double above = -chart_->shapes().tooltipRect(0, {0, height}).y;
         const int room = static_cast<int>(std::ceil(above)) - content()->spacing();
         tooltipRoom->changeSize(0, std::max(0, room), QSizePolicy::Minimum, QSizePolicy::Fixed);

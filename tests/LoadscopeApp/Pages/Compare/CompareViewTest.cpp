@@ -5,6 +5,7 @@
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Charts/BarChart.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
+#include "LoadscopeApp/Charts/ChartTip.h"
 #include "LoadscopeApp/Controls/RowButton.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
@@ -213,6 +214,9 @@ TEST(BarChart, WalksItsBarsSlotBySlot) {
     for (const Case& testCase : cases) {
         QTest::keyClick(&chart, testCase.key);
         EXPECT_EQ(chart.markText(chart.currentMark()), testCase.text);
+        const auto* tip = chart.findChild<ChartTip*>();
+        EXPECT_EQ(tip->title() + ": " + tip->detail(), testCase.text);
+        EXPECT_TRUE(chart.rect().contains(tip->geometry()));
     }
 }
 
