@@ -27,6 +27,7 @@ struct Options {
     bool noHistory = false;
     bool skipCheck = false;
     ProbeSettings settings;
+    ScanTextOptions text;
     std::optional<std::int64_t> maxTokens;
 };
 
@@ -52,6 +53,7 @@ constexpr const char* examples = R"(Examples:
   loadscope scan --codex-estimate       what Codex would load, without a session
   loadscope scan --model opus           as a session with another model
   loadscope scan --max-tokens 30000     exit with 3 above 30,000 tokens, for a CI job
+  loadscope scan --details --top 5      which servers, tools, files, skills and agents
   loadscope scan --json | jq .total     for scripts
 
 A folder's own hooks and servers run in a scan, without a trust question of the tool.
@@ -66,8 +68,9 @@ ExitCode showScanFailure(const Options& options, Terminal& errors, const ProbeEr
 }
 
 ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& report) {
-    const ExitCode written = writeResult(options.json ? ScanReportJson::report(report) + '\n'
-                                                      : scanText(report, Terminal(STDOUT_FILENO)));
+    const ExitCode written =
+        writeResult(options.json ? ScanReportJson::report(report) + '\n'
+                                 : scanText(report, options.text, Terminal(STDOUT_FILENO)));
     if (written != ExitCode::success || !options.maxTokens || report.total <= *options.maxTokens)
         return written;
     showFailure(errors,
@@ -93,6 +96,22 @@ ExitCode scan(const Options& options) {
         return showReport(options, errors, **report);
     if (const auto* error = std::get_if<ProbeError>(&outcome)) return fail(*error);
     return showInterrupted(errors, "Interrupted: the scan was stopped and nothing was recorded.");
+}
+
+/// `text` must outlive the command.
+void addTopOption(CLI::App& command, ScanTextOptions& text) {
+    command
+        .add_option_function<std::string>(
+            "--top",
+            [&text](const std::string& number) {
+                text.details = true;
+                text.top = static_cast<std::size_t>(wholeNumber(number).value_or(0));
+            },
+            "Print the details with no more than the N largest members of each group")
+        ->option_text("N")
+        ->check([](const std::string& number) {
+            return wholeNumber(number) ? "" : "N is not a number of members";
+        });
 }
 
 /// Under which conditions Claude Code is measured. `settings` must outlive the command.
@@ -130,6 +149,8 @@ void addScanCommand(CLI::App& app, ExitCode& exitCode) {
         ->check([](const std::string& folder) { return folder.empty() ? "FOLDER is empty" : ""; });
     command->add_flag("--include-codex", options->includeCodex,
                       "Measure Codex too: runs one real session and uses its allowance");
+    command->add_flag("--details", options->text.details, "Print what each category is made of, too");
+    addTopOption(*command, options->text);
     command->add_flag("--json", options->json, "Print one JSON object");
     command->add_flag("--no-history", options->noHistory, "Do not record the scan");
     command

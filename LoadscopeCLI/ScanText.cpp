@@ -3,14 +3,17 @@
 #include "LoadscopeCLI/ScanText.h"
 
 #include "LoadscopeCLI/CodexText.h"
+#include "LoadscopeCLI/DetailsText.h"
 #include "LoadscopeCLI/Table.h"
-#include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Presentation/ChangeablePresentation.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
+#include "LoadscopeCore/Presentation/DetailsPresentation.h"
+#include "LoadscopeCore/Presentation/FilesPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
-#include <algorithm>
+#include <map>
 
 namespace loadscope {
 namespace {
@@ -42,7 +45,9 @@ std::string summary(const ScanReport& report, const Terminal& terminal) {
 /// What a reader must know stands before the tables, where it is seen.
 std::string conditionNotes(const ScanReport& report, const Terminal& terminal) {
     std::string text;
-    for (const std::string& note : ConditionsPresentation::notes(report))
+    std::vector<std::string> notes = ConditionsPresentation::notes(report);
+    if (auto note = ChangeablePresentation::missingServersNote(report)) notes.push_back(*std::move(note));
+    for (const std::string& note : notes)
         text += '\n' + terminal.styled(TextStyle::warning, Text::visible(note)) + '\n';
     return text;
 }
@@ -57,26 +62,46 @@ std::string rowsTable(const ScanReport& report, const Terminal& terminal) {
     return table.text(terminal);
 }
 
-std::string filesTable(const ScanReport& report, const Terminal& terminal) {
-    struct File {
-        InstructionFileEstimate estimate;
-        InstructionFileTier tier;
-    };
-    std::vector<File> files;
+/// What the rows leave out of the window, in small print below them.
+std::string spaceLines(const ScanReport& report, const Terminal& terminal) {
+    std::string text;
+    for (const auto& line :
+         {DetailsPresentation::onDemandLine(report), DetailsPresentation::spaceLine(report)})
+        if (line) text += terminal.styled(TextStyle::dim, Text::visible(*line)) + '\n';
+    return text.empty() ? text : '\n' + text;
+}
+
+/// "repository", "inherited" or "personal" by the path of a file that was found.
+std::map<std::string, std::string> tiersOf(const InstructionFileSet& set) {
+    std::map<std::string, std::string> tiers;
     for (const InstructionFileTier tier : allInstructionFileTiers)
-        for (const auto& file : report.fileSet.files(tier))
-            files.push_back({file, tier});
-    std::stable_sort(files.begin(), files.end(), [](const File& left, const File& right) {
-        if (left.estimate.estimatedTokens != right.estimate.estimatedTokens)
-            return left.estimate.estimatedTokens > right.estimate.estimatedTokens;
-        return left.estimate.path < right.estimate.path;
-    });
-    Table table({{"Tokens", right}, {"Share", right}, {"Tier"}, {"Instruction file (estimate)"}});
-    for (const auto& [file, tier] : files)
-        table.addRow({LocaleFormat::grouped(file.estimatedTokens),
-                      percentage(InstructionFileShare::fraction(file.estimatedTokens, report.total)),
-                      rawValue(tier), file.path});
-    return table.text(terminal);
+        for (const InstructionFileEstimate& file : set.files(tier))
+            tiers.emplace(file.path, rawValue(tier));
+    return tiers;
+}
+
+std::string filesTable(const ScanReport& report, const Terminal& terminal) {
+    const std::map<std::string, std::string> tiers = tiersOf(report.fileSet);
+    const bool hasReported = FilesPresentation::hasReported(report);
+    Table estimates({{"Tokens", right}, {"Share", right}, {"Tier"}, {"Instruction file (estimate)"}});
+    Table counts({{"Tokens", right},
+                  {"Share", right},
+                  {"By size", right},
+                  {"Tier"},
+                  {"Source"},
+                  {"Instruction file"}});
+    for (const FilesPresentation::File& file : FilesPresentation::files(report)) {
+        const std::string share = DetailsPresentation::share(report, file.count.tokens);
+        const std::string tier = file.isFound ? tiers.at(file.path) : file.place;
+        if (hasReported)
+            counts.addRow({file.tokens, share, file.bySize, tier, {file.source, TextStyle::dim}, file.path});
+        else
+            estimates.addRow({file.tokens, share, tier, file.path});
+    }
+    std::string text = (hasReported ? counts : estimates).text(terminal);
+    if (const auto note = FilesPresentation::twoNumbersNote(report))
+        text += '\n' + terminal.styled(TextStyle::dim, *note) + '\n';
+    return text;
 }
 
 } // namespace
@@ -93,10 +118,13 @@ TextStyle styleOf(OpinionBand band) {
     return TextStyle::plain;
 }
 
-std::string scanText(const ScanReport& report, const Terminal& terminal) {
+std::string scanText(const ScanReport& report, const ScanTextOptions& options, const Terminal& terminal) {
     std::string text =
         summary(report, terminal) + conditionNotes(report, terminal) + '\n' + rowsTable(report, terminal);
-    if (!report.files().empty()) text += '\n' + filesTable(report, terminal);
+    text += spaceLines(report, terminal);
+    if (options.details) text += detailsText(report, options.top, terminal);
+    if (!report.files().empty() || FilesPresentation::hasReported(report))
+        text += '\n' + filesTable(report, terminal);
     text += codexItemsText(report.codex, terminal);
     for (const auto& note :
          {ScanPresentation::unreadableFilesNote(report), ScanPresentation::overAttributionNote(report),

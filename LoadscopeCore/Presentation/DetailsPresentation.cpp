@@ -41,11 +41,7 @@ std::string inThousands(std::int64_t tokens) {
     return text + (isInMillions ? "m" : "k");
 }
 
-std::string share(const ScanReport& report, std::int64_t tokens) {
-    return LocaleFormat::oneDecimal(InstructionFileShare::fraction(tokens, report.total) * 100) + "%";
-}
-
-/// A name that goes on after others: "system tools" of "System tools", but "MCP tools" as it is.
+/// A name that does not begin its sentence: "system tools" of "System tools", but "MCP tools" as it is.
 std::string withinSentence(const std::string& name) {
     const auto isUpper = [&](std::size_t i) { return i < name.size() && name[i] >= 'A' && name[i] <= 'Z'; };
     if (!isUpper(0) || isUpper(1)) return name;
@@ -68,10 +64,13 @@ std::string sourceOf(const ScanReport& report, const CategoryMember& member) {
     return std::string(estimatedBySize) + " · " + foundNotListed;
 }
 
-Line lineOf(const ScanReport& report, std::string name, const PreciseCount& count, std::string source) {
-    Line line{std::move(name), tokens(count), share(report, count.tokens), std::move(source), {}};
-    line.spoken = line.name + ", " + spokenTokens(count) + ", " + line.share;
-    if (!line.source.empty()) line.spoken += ", " + line.source;
+Line lineOf(const ScanReport& report, const MemberList& list, std::string name, const PreciseCount& count,
+            std::string source) {
+    Line line{std::move(name), tokens(count), {}, std::move(source), {}};
+    if (list.isInTotal) line.share = share(report, count.tokens);
+    line.spoken = line.name + ", " + spokenTokens(count);
+    for (const std::string* part : {&line.share, &line.source})
+        if (!part->empty()) line.spoken += ", " + *part;
     return line;
 }
 
@@ -110,13 +109,17 @@ std::string spokenTokens(const PreciseCount& count) {
     return "fewer than " + number;
 }
 
+std::string share(const ScanReport& report, std::int64_t tokens) {
+    return LocaleFormat::oneDecimal(InstructionFileShare::fraction(tokens, report.total) * 100) + "%";
+}
+
 std::optional<std::string> onDemandLine(const ScanReport& report) {
     if (report.details.deferred.empty()) return {};
     SaturatingSum sum;
     std::string names;
     for (const SelfReportedSlab& category : report.details.deferred) {
         sum.add(category.tokens);
-        names += names.empty() ? category.name : ", " + withinSentence(category.name);
+        names += (names.empty() ? "" : ", ") + withinSentence(category.name);
     }
     return "On demand, not counted: " + LocaleFormat::grouped(sum.value()) + " (" + names + ")";
 }
@@ -142,19 +145,31 @@ std::string contents(const MemberList& list) {
 Line line(const ScanReport& report, const MemberList& list, const MemberGroup& group) {
     const Nouns nouns = nounsOf(list);
     std::string name = group.name.empty() ? std::string("no ") + nouns.group : group.name;
-    return lineOf(report, std::move(name), group.count(), counted(group.members.size(), nouns.member));
+    return lineOf(report, list, std::move(name), group.count(), counted(group.members.size(), nouns.member));
 }
 
-Line line(const ScanReport& report, const CategoryMember& member) {
-    return lineOf(report, member.name, member.count(), sourceOf(report, member));
+Line line(const ScanReport& report, const MemberList& list, const CategoryMember& member) {
+    return lineOf(report, list, member.name, member.count(), sourceOf(report, member));
 }
 
 std::vector<Line> restLines(const ScanReport& report, const MemberList& list) {
     std::vector<Line> lines;
     if (list.estimateDifference)
-        lines.push_back(lineOf(report, estimateDifference, *list.estimateDifference, {}));
-    if (list.notItemised) lines.push_back(lineOf(report, notItemised, *list.notItemised, {}));
+        lines.push_back(lineOf(report, list, estimateDifference, *list.estimateDifference, {}));
+    if (list.notItemised) lines.push_back(lineOf(report, list, notItemised, *list.notItemised, {}));
     return lines;
+}
+
+Line line(const ScanReport& report, const CategoryMember& member) {
+    return line(report, MemberList(), member);
+}
+
+Line moreLine(const ScanReport& report, const MemberList& list, const MemberGroup& group, std::size_t shown) {
+    CountSum sum;
+    for (std::size_t i = shown; i < group.members.size(); ++i)
+        sum.add(group.members[i].count());
+    const auto left = static_cast<std::int64_t>(group.members.size() - shown);
+    return lineOf(report, list, LocaleFormat::grouped(left) + " more", sum.value(), {});
 }
 
 std::vector<std::int64_t> ringTokens(const MemberList& list) {

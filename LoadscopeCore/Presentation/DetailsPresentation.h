@@ -24,6 +24,9 @@ inline constexpr const char* loadedElsewhere = "loaded, not found here";
 inline constexpr const char* foundNotListed = "found, not listed by the tool";
 inline constexpr const char* estimateDifference =
     "Claude Code's counts of the files found, less their estimates";
+inline constexpr const char* onDemand = "on demand, not counted";
+inline constexpr const char* withoutCategory = "listed without a category";
+inline constexpr const char* noDetails = "Claude Code's report lists nothing below its categories.";
 inline constexpr const char* mayHoldOnDemandNote =
     "The tool lists these together with what loads on demand and does not tell which is which.";
 
@@ -32,6 +35,9 @@ inline constexpr const char* mayHoldOnDemandNote =
 
 /// The same in words: "447 tokens", "1,500 tokens, rounded", "about 160 tokens", "fewer than 20 tokens".
 [[nodiscard]] std::string spokenTokens(const PreciseCount& count);
+
+/// The part of the total: "15.7%".
+[[nodiscard]] std::string share(const ScanReport& report, std::int64_t tokens);
 
 /// "On demand, not counted: 71,800 (MCP tools, system tools)"
 [[nodiscard]] std::optional<std::string> onDemandLine(const ScanReport& report);
@@ -46,19 +52,26 @@ inline constexpr const char* mayHoldOnDemandNote =
 struct Line {
     std::string name;
     std::string tokens;
-    std::string share;
+    std::string share; ///< "15.7%"
     std::string source;
     std::string spoken; ///< the whole line for assistive technologies
 
     bool operator==(const Line&) const = default;
 };
 
-/// A group of `list`, which is grouped.
+/// A group or a member of `list`. What is no part of the total has no share.
 [[nodiscard]] Line line(const ScanReport& report, const MemberList& list, const MemberGroup& group);
+[[nodiscard]] Line line(const ScanReport& report, const MemberList& list, const CategoryMember& member);
+
+/// A member of a row of the report: part of the total.
 [[nodiscard]] Line line(const ScanReport& report, const CategoryMember& member);
 
 /// The lines below the groups: the difference of the estimates, what is not itemised.
 [[nodiscard]] std::vector<Line> restLines(const ScanReport& report, const MemberList& list);
+
+/// What stands for the members of a group behind the first `shown`: "13 more".
+[[nodiscard]] Line moreLine(const ScanReport& report, const MemberList& list, const MemberGroup& group,
+                            std::size_t shown);
 
 /// The tokens of a row's groups, then of the lines below them: what its part of the outer ring shows. None is
 /// negative.

@@ -12,56 +12,56 @@
 namespace loadscope::FilesPresentation {
 namespace {
 
-/// Whether the tool tells of any file, so that the list has numbers of two kinds.
-bool hasReported(const ScanReport& report) {
-    return !report.memoryFiles.reported.empty() || !report.memoryFiles.loadedElsewhere.empty();
-}
-
 std::string tokenWord(const PreciseCount& count, const char* kind) {
     return DetailsPresentation::tokens(count) + " " + kind + (count.tokens == 1 ? "token" : "tokens");
 }
 
 File found(const ScanReport& report, const InstructionFileEstimate& file, InstructionFileTier tier) {
     const auto reported = report.reportedTokens(file);
-    const bool isMarked = hasReported(report);
     const PreciseCount estimate{file.estimatedTokens,
-                                isMarked ? CountPrecision::about : CountPrecision::exact};
+                                hasReported(report) ? CountPrecision::about : CountPrecision::exact};
     const PreciseCount count = reported.value_or(estimate);
-    File shown{file.path,
-               count,
-               DetailsPresentation::tokens(count),
-               InstructionFileShare::text(count.tokens, report.total),
-               InstructionFileSet::categoryName(tier) + " · " + LocaleFormat::grouped(file.byteCount) +
-                   " bytes on disk",
-               tokenWord(count, reported ? "" : "estimated ")};
+    File shown{.path = file.path, .count = count, .tokens = DetailsPresentation::tokens(count)};
+    shown.share = InstructionFileShare::text(count.tokens, report.total);
+    shown.place = InstructionFileSet::categoryName(tier);
+    shown.detail = shown.place + " · " + LocaleFormat::grouped(file.byteCount) + " bytes on disk";
     if (reported) {
-        shown.tip += " · " + reportedLabel(report);
-        shown.detail += " · " + reportedLabel(report) + " · " + DetailsPresentation::tokens(estimate);
+        shown.source = reportedLabel(report);
+        shown.bySize = DetailsPresentation::tokens(estimate);
+        shown.detail +=
+            " · " + shown.source + " · " + shown.bySize + " " + DetailsPresentation::estimatedBySize;
+    } else {
+        if (hasReported(report)) shown.source = DetailsPresentation::estimatedBySize;
+        if (!report.details.members.empty())
+            shown.source +=
+                (shown.source.empty() ? "" : " · ") + std::string(DetailsPresentation::foundNotListed);
+        if (!shown.source.empty()) shown.detail += " · " + shown.source;
     }
-    if (isMarked) shown.detail += std::string(reported ? " " : " · ") + DetailsPresentation::estimatedBySize;
-    if (!reported && !report.details.members.empty())
-        shown.detail += std::string(" · ") + DetailsPresentation::foundNotListed;
-    shown.tip += " · " + shown.share;
+    shown.tip = tokenWord(count, reported ? "" : "estimated ") + " · " +
+                (reported ? shown.source + " · " : std::string()) + shown.share;
     return shown;
 }
 
 File loaded(const ScanReport& report, const ContextMember& member) {
     const PreciseCount count{member.tokens, member.precision};
-    const std::string source = reportedLabel(report) + " · " + DetailsPresentation::loadedElsewhere;
-    const std::string share = InstructionFileShare::text(member.tokens, report.total);
-    return {member.name,
-            count,
-            DetailsPresentation::tokens(count),
-            share,
-            (member.group.empty() ? std::string() : member.group + " · ") + source,
-            tokenWord(count, "") + " · " + source + " · " + share,
-            false};
+    File shown{.path = member.name, .count = count, .tokens = DetailsPresentation::tokens(count)};
+    shown.share = InstructionFileShare::text(member.tokens, report.total);
+    shown.place = member.group;
+    shown.source = reportedLabel(report) + " · " + DetailsPresentation::loadedElsewhere;
+    shown.detail = (shown.place.empty() ? std::string() : shown.place + " · ") + shown.source;
+    shown.tip = tokenWord(count, "") + " · " + shown.source + " · " + shown.share;
+    shown.isFound = false;
+    return shown;
 }
 
 } // namespace
 
 std::string reportedLabel(const ScanReport& report) {
     return std::string(DetailsPresentation::reported) + (report.conditions.isEstimate ? " (estimate)" : "");
+}
+
+bool hasReported(const ScanReport& report) {
+    return !report.memoryFiles.reported.empty() || !report.memoryFiles.loadedElsewhere.empty();
 }
 
 std::vector<File> files(const ScanReport& report) {

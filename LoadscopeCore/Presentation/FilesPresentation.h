@@ -18,12 +18,15 @@ namespace FilesPresentation {
 struct File {
     std::string path;
     PreciseCount count{}; ///< the tool's own, else the estimate
-    std::string tokens;   ///< the count as it is shown
-    std::string share;    ///< "1.4% of total"
+    std::string tokens{}; ///< the count as it is shown
+    std::string share{};  ///< "1.4% of total"
+    std::string place{};  ///< its tier, or the type that the tool gives it
+    std::string source{}; ///< whose count it is, and who does not know of the file; empty without a list
+    std::string bySize{}; ///< the estimate beside the tool's own count
     /// "Repository instructions · 1,942 bytes on disk · ~486 estimated from its size"
-    std::string detail;
+    std::string detail{};
     /// "541 tokens · reported by Claude Code · 1.4% of total"
-    std::string tip;
+    std::string tip{};
     bool isFound = true; ///< else the tool loaded it from a place that is not looked at here
 
     bool operator==(const File&) const = default;
@@ -35,6 +38,9 @@ struct File {
 /// Title of the column of counts, and the caption below the treemap.
 [[nodiscard]] std::string countTitle(const ScanReport& report);
 [[nodiscard]] std::string treemapCaption(const ScanReport& report);
+
+/// Whether the tool tells of any file, so that the list has numbers of two kinds.
+[[nodiscard]] bool hasReported(const ScanReport& report);
 
 /// How the two numbers of the files differ and why; absent when no file has two.
 [[nodiscard]] std::optional<std::string> twoNumbersNote(const ScanReport& report);

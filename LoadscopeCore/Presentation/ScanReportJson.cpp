@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Presentation/ChangeablePresentation.h"
 #include "LoadscopeCore/Presentation/CodexJson.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
@@ -47,17 +48,50 @@ Object rows(const ScanReport& report) {
     return array;
 }
 
-Object filesByTier(const InstructionFileSet& set) {
+Object filesByTier(const ScanReport& report) {
     Object tiers = Object::object();
     for (const InstructionFileTier tier : allInstructionFileTiers) {
         Object& array = tiers[rawValue(tier)] = Object::array();
-        for (const InstructionFileEstimate& file : set.files(tier)) {
+        for (const InstructionFileEstimate& file : report.fileSet.files(tier)) {
+            const auto reported = report.reportedTokens(file);
             array.push_back({{"path", Text::repaired(file.path)},
                              {"byteCount", file.byteCount},
-                             {"estimatedTokens", file.estimatedTokens}});
+                             {"estimatedTokens", file.estimatedTokens},
+                             {"reportedTokens", reported ? Object(reported->tokens) : Object(nullptr)}});
         }
     }
     return tiers;
+}
+
+Object loadedElsewhere(const ScanReport& report) {
+    Object array = Object::array();
+    for (const ContextMember& file : report.memoryFiles.loadedElsewhere) {
+        array.push_back({{"path", Text::repaired(file.name)},
+                         {"group", Text::repaired(file.group)},
+                         {"tokens", file.tokens},
+                         {"precision", rawValue(file.precision)}});
+    }
+    return array;
+}
+
+Object members(const ContextDetails& details) {
+    Object array = Object::array();
+    for (const ContextMember& member : details.members) {
+        array.push_back({{"table", Text::repaired(member.table)},
+                         {"group", Text::repaired(member.group)},
+                         {"name", Text::repaired(member.name)},
+                         {"tokens", member.tokens},
+                         {"precision", rawValue(member.precision)},
+                         {"onDemand", member.onDemand}});
+    }
+    return array;
+}
+
+Object categories(const std::vector<SelfReportedSlab>& list) {
+    Object array = Object::array();
+    for (const SelfReportedSlab& category : list)
+        array.push_back({{"name", Text::repaired(category.name)}, {"tokens", category.tokens}});
+    return array;
 }
 
 Object reservedTakenOff(const std::optional<ReservedSpace>& reserve) {
@@ -82,7 +116,8 @@ Object notes(const ScanReport& report) {
             {"estimate", orNull(ConditionsPresentation::estimateNote(conditions))},
             {"mayBeEstimate", orNull(ConditionsPresentation::mayBeEstimateNote(conditions))},
             {"searchPath", orNull(ConditionsPresentation::searchPathNote(conditions))},
-            {"reserve", textOrNull(ConditionsPresentation::reserveNote(report))}};
+            {"reserve", textOrNull(ConditionsPresentation::reserveNote(report))},
+            {"missingServers", textOrNull(ChangeablePresentation::missingServersNote(report))}};
 }
 
 } // namespace
@@ -112,7 +147,11 @@ std::string report(const ScanReport& report) {
                            {"remainder", report.remainder},
                            {"overAttributed", report.overAttributed},
                            {"categoriesSelfReported", report.categoriesSelfReported},
-                           {"files", filesByTier(report.fileSet)},
+                           {"details", {{"members", members(report.details)}}},
+                           {"onDemand", categories(report.details.deferred)},
+                           {"reserved", categories(report.details.reserved)},
+                           {"files", filesByTier(report)},
+                           {"loadedElsewhere", loadedElsewhere(report)},
                            {"unreadablePaths", texts(report.unreadablePaths())},
                            {"codex", CodexJson::outcome(report.codex)},
                            {"summary", texts(ScanPresentation::summaryLines(report))},

@@ -133,14 +133,18 @@ public:
         table->isPlaced = true;
         MemberList list = table->list();
         list.notItemised = leftOver(category.tokens, table->sum());
+        list.isInTotal = false;
         return list;
     }
 
     [[nodiscard]] std::vector<MemberList> rest() const {
         std::vector<MemberList> lists;
-        for (const Table& table : tables_)
+        for (const Table& table : tables_) {
             // What local estimates explain as a whole has no row, but a category.
-            if (!table.isPlaced && !categories_.contains(table.normalizedName)) lists.push_back(table.list());
+            if (table.isPlaced || categories_.contains(table.normalizedName)) continue;
+            lists.push_back(table.list());
+            lists.back().isInTotal = false;
+        }
         return lists;
     }
 
@@ -211,7 +215,8 @@ private:
         difference.add(reported.value().tokens);
         difference.subtract(estimated.value());
         if (difference.value() == 0) return std::nullopt;
-        return PreciseCount{difference.value(), reported.value().precision};
+        const bool isExact = reported.value().precision == CountPrecision::exact;
+        return PreciseCount{difference.value(), isExact ? CountPrecision::exact : CountPrecision::about};
     }
 
     const ScanReport& report_;

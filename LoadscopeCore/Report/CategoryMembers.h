@@ -53,6 +53,7 @@ struct MemberList {
     std::optional<PreciseCount> notItemised{};
     /// The table also lists what is loaded on demand only, and does not tell which.
     bool mayHoldOnDemand = false;
+    bool isInTotal = true; ///< else the members are no part of it, or it is not told
 
     [[nodiscard]] bool isEmpty() const { return groups.empty() && !estimateDifference && !notItemised; }
     /// False when the members stand below their row without a group between.

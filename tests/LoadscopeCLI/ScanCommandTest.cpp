@@ -329,22 +329,33 @@ TEST(ScanCommand, LaysOutRowsAndFilesLargestFirst) {
     const std::string text = home.run({"scan"}).output;
     const std::string claude = "reported by Claude Code's /context\n";
     const std::string local = "measured on disk at ~4 bytes/token (estimate)\n";
-    EXPECT_EQ(text.substr(std::min(text.find("Category  "), text.size())),
-              "Category                              Tokens  Share  Source\n"
-              "System tools                          14,800  64.6%  " +
-                  claude + "System prompt                          3,100  13.5%  " + claude +
-                  "Repository instructions                2,500  10.9%  " + local +
-                  "Skills                                 1,500   6.6%  " + claude +
-                  "Inherited project instructions           500   2.2%  " + local +
-                  "Memory files (beyond local estimate)     300   1.3%  " + claude +
-                  "Personal instructions                    100   0.4%  " + local +
-                  "Unattributed                              79   0.3%  derived: total minus attributed\n"
-                  "Messages                                  21   0.1%  " +
-                  claude +
-                  "\nTokens  Share  Tier        Instruction file (estimate)\n 1,500   6.6%  repository  " +
-                  home.repository() + "/notes.md\n 1,000   4.4%  repository  " + home.repository() +
-                  "/CLAUDE.md\n   500   2.2%  inherited   " + home.path() +
-                  "/src/CLAUDE.md\n   100   0.4%  personal    " + home.path() + "/.claude/CLAUDE.md\n");
+    EXPECT_EQ(
+        text.substr(std::min(text.find("Category  "), text.size())),
+        "Category                              Tokens  Share  Source\n"
+        "System tools                          14,800  64.6%  " +
+            claude + "System prompt                          3,100  13.5%  " + claude +
+            "Repository instructions                2,500  10.9%  " + local +
+            "Skills                                 1,500   6.6%  " + claude +
+            "Inherited project instructions           500   2.2%  " + local +
+            "Memory files (beyond local estimate)     300   1.3%  " + claude +
+            "Personal instructions                    100   0.4%  " + local +
+            "Unattributed                              79   0.3%  derived: total minus attributed\n"
+            "Messages                                  21   0.1%  " +
+            claude +
+            "\nOn demand, not counted: 9,800 (system tools)\n"
+            "Reserved: 33,000 autocompact buffer · Free: 144,100\n"
+            "\nTokens  Share  By size  Tier        Source                   Instruction file\n"
+            "  1.7k   7.4%   ~1,500  repository  reported by Claude Code  " +
+            home.repository() + "/notes.md\n  1.1k   4.8%   ~1,000  repository  reported by Claude Code  " +
+            home.repository() + "/CLAUDE.md\n   556   2.4%     ~500  inherited   reported by Claude Code  " +
+            home.path() + "/src/CLAUDE.md\n   112   0.5%     ~100  personal    reported by Claude Code  " +
+            home.path() +
+            "/.claude/CLAUDE.md\n"
+            "\nFor the 4 files with both numbers Claude Code reports 3.5k tokens; the estimate from their "
+            "sizes "
+            "is 3,100. The estimate takes four bytes for a token, whatever the text; the rows of the "
+            "breakdown "
+            "keep it.\n");
 }
 
 TEST(ScanCommand, EndsAtOnceWithItsChildrenAtTheSecondSignal) {

@@ -79,7 +79,7 @@ std::string lines(const ScanReport& report, const std::string& row) {
         for (const MemberGroup& group : list.groups) {
             if (list.isGrouped()) add(DetailsPresentation::line(report, list, group));
             for (const CategoryMember& member : group.members)
-                add(DetailsPresentation::line(report, member));
+                add(DetailsPresentation::line(report, list, member));
         }
         for (const auto& rest : DetailsPresentation::restLines(report, list))
             add(rest);

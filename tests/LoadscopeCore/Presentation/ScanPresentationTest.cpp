@@ -155,7 +155,7 @@ TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
     const Json::Value expected =
         Json::parse(R"json({"totalSource": "contextCommand", "contextWindow": null, "band": "lean",
         "score": 99, "remainder": 0, "files": {"repository": [{"path": "/src/app/CLAUDE.md", "byteCount": 4,
-        "estimatedTokens": 1}], "inherited": [], "personal": []}, "unreadablePaths": [], "rows": [{"name":
+        "estimatedTokens": 1, "reportedTokens": null}], "inherited": [], "personal": []}, "unreadablePaths": [], "rows": [{"name":
         "Startup context (categories not self-reported)", "tokens": 5, "provenance": "claudeReported", "ordinal": 0,
         "share": 1.0
 }], "codex": {"status": "measured", "total": 7, "contextWindow": 200000, "duration": 1.5,
