@@ -60,8 +60,8 @@ std::string diffText(const ScanComparison& comparison, const Terminal& terminal)
     std::string text = line(TextStyle::plain, comparison.after.repositoryName);
     // The marks of direction of a locale's own signs are obeyed.
     text += terminal.styled(TextStyle::bold, DiffPresentation::totalLine(comparison)) + '\n';
-    text += line(TextStyle::dim, "Before: " + DiffPresentation::sideLine(comparison.before));
-    text += line(TextStyle::dim, "After:  " + DiffPresentation::sideLine(comparison.after));
+    text += line(TextStyle::dim, DiffPresentation::beforeLine(comparison));
+    text += line(TextStyle::dim, DiffPresentation::afterLine(comparison));
     for (const std::string& warning : DiffPresentation::warnings(comparison))
         text += '\n' + line(TextStyle::warning, warning);
     if (!comparison.categories.empty()) text += '\n' + categoriesTable(comparison, terminal);

@@ -205,7 +205,7 @@ void ContentView::refreshPage() {
     const auto retryBlocker = readiness_.scanBlocker(model_.includeCodex());
     // Its state is kept in line while another page is shown, so that it is there at once.
     overview_->refresh({model_.state(), DisplayText::own(model_.scanStage()), !model_.isCancelling(),
-                        retryBlocker ? DisplayText::own(*retryBlocker) : QString()});
+                        retryBlocker ? DisplayText::own(*retryBlocker) : QString(), model_.previousScan()});
 }
 
 Sheet* ContentView::onboardingSheet() const { return sheet_; }

@@ -135,6 +135,10 @@ std::string sideLine(const ScanMeasurement& side) {
     return line.empty() ? "unknown" : line;
 }
 
+std::string beforeLine(const ScanComparison& comparison) { return "Before: " + sideLine(comparison.before); }
+
+std::string afterLine(const ScanComparison& comparison) { return "After: " + sideLine(comparison.after); }
+
 std::vector<std::string> warnings(const ScanComparison& comparison) {
     std::vector<std::string> sentences;
     for (const Warning warning : comparison.warnings)
@@ -190,10 +194,10 @@ std::string markdown(const ScanComparison& comparison) {
     for (const std::string& warning : warnings(comparison))
         text += "> " + Markdown::sentence(warning) + "\n\n";
     const std::string categories = markdownCategories(comparison);
-    text += categories.empty() ? "No category changed.\n" : categories;
+    text += categories.empty() ? std::string(noCategoryChanged) + '\n' : categories;
     text += markdownMembers(comparison);
-    text += "\nBefore: " + Markdown::sentence(sideLine(comparison.before)) +
-            "  \nAfter: " + Markdown::sentence(sideLine(comparison.after)) + '\n';
+    text += '\n' + Markdown::sentence(beforeLine(comparison)) + "  \n" +
+            Markdown::sentence(afterLine(comparison)) + '\n';
     return text;
 }
 

@@ -13,6 +13,8 @@
 namespace loadscope::DiffPresentation {
 
 inline constexpr const char* withinRounding = "within rounding";
+inline constexpr const char* tableTitle = "Changed categories";
+inline constexpr const char* noCategoryChanged = "No category changed.";
 inline constexpr const char* noMembers =
     "What is inside the categories is known only of scans that were kept as JSON.";
 
@@ -22,6 +24,10 @@ inline constexpr const char* noMembers =
 /// When, with which version and model: "Nov 12, 2026 at 8:31 PM · 2.1.330 · claude-opus-4-5"; what is not
 /// known is left out. "unknown" when nothing is.
 [[nodiscard]] std::string sideLine(const ScanMeasurement& side);
+
+/// The two sides, each with its name: "Before: Nov 12, …".
+[[nodiscard]] std::string beforeLine(const ScanComparison& comparison);
+[[nodiscard]] std::string afterLine(const ScanComparison& comparison);
 
 /// A plain sentence for each way in which the two are not alike.
 [[nodiscard]] std::vector<std::string> warnings(const ScanComparison& comparison);

@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Scan/HistoryWorker.h"
+#include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/Scan/ScanStages.h"
 
 #include <chrono>
@@ -43,6 +44,7 @@ struct ScanModel::Implementation : std::enable_shared_from_this<Implementation> 
     ScanState state;
     std::optional<RepoSelection> selection;
     std::vector<RecordedScan> history;
+    std::shared_ptr<const RecordedScan> previous; ///< of the report that is the state
     bool includeCodex = false;
     ProbeSettings probeSettings;
     std::string scanStage = readyStage;
@@ -68,6 +70,7 @@ struct ScanModel::Implementation : std::enable_shared_from_this<Implementation> 
     void start();
     void finish(const RepoSelection& scanned, ScanStages::Outcome outcome);
     void accept(const RepoSelection& scanned, ScanReport report);
+    [[nodiscard]] std::shared_ptr<const RecordedScan> previousOf(const ScanReport& report) const;
     void startRecording(std::vector<RecordedScan> scans);
     void endTask();
     void startLoading();
@@ -125,12 +128,18 @@ void ScanModel::Implementation::accept(const RepoSelection& scanned, ScanReport 
             scans.push_back(
                 RecordedScan::ofCodex(*codex, scanned, std::chrono::system_clock::now(), UUID::generate()));
     }
+    previous = previousOf(report);
     state = ScanState::result(std::move(report));
     if (scans.empty()) {
         endTask();
     } else {
         startRecording(std::move(scans));
     }
+}
+
+std::shared_ptr<const RecordedScan> ScanModel::Implementation::previousOf(const ScanReport& report) const {
+    auto scans = ScanHistory::scans(history, report.repositoryPath, RecordedScan::claudeTool);
+    return scans.empty() ? nullptr : std::make_shared<const RecordedScan>(std::move(scans.back()));
 }
 
 void ScanModel::Implementation::startRecording(std::vector<RecordedScan> scans) {
@@ -183,6 +192,10 @@ ScanModel::~ScanModel() {
 
 const ScanState& ScanModel::state() const { return implementation_->state; }
 const std::optional<RepoSelection>& ScanModel::selection() const { return implementation_->selection; }
+std::shared_ptr<const RecordedScan> ScanModel::previousScan() const {
+    return implementation_->state.report() ? implementation_->previous : nullptr;
+}
+
 const std::vector<RecordedScan>& ScanModel::history() const { return implementation_->history; }
 HistoryActivity ScanModel::historyActivity() const { return implementation_->historyActivity; }
 bool ScanModel::couldNotClearHistory() const { return implementation_->couldNotClear; }

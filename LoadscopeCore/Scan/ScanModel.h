@@ -77,6 +77,9 @@ public:
 
     [[nodiscard]] const ScanState& state() const;
     [[nodiscard]] const std::optional<RepoSelection>& selection() const;
+    /// The scan of the same folder with Claude Code that was the last one recorded when the shown report was
+    /// made; nothing without a report.
+    [[nodiscard]] std::shared_ptr<const RecordedScan> previousScan() const;
     /// Recorded scans in the store's order, oldest first; empty until they have been loaded.
     [[nodiscard]] const std::vector<RecordedScan>& history() const;
     [[nodiscard]] HistoryActivity historyActivity() const;

@@ -9,10 +9,11 @@
 
 namespace loadscope {
 
-OverviewReport::OverviewReport(std::shared_ptr<const ScanReport> report, QWidget* parent)
+OverviewReport::OverviewReport(std::shared_ptr<const ScanReport> report,
+                               const std::shared_ptr<const RecordedScan>& previous, QWidget* parent)
     : PageFrame(parent), report_(std::move(report)) {
     setAccessibleName(QStringLiteral("Overview"));
-    for (QWidget* block : reportBlocks(report_))
+    for (QWidget* block : reportBlocks(report_, previous))
         column()->addWidget(block);
     column()->addStretch();
     ReadingOrder::follow(*this);

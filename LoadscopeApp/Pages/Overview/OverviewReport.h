@@ -3,7 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Cards/PageFrame.h"
-#include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/History/RecordedScan.h"
 
 #include <memory>
 
@@ -15,7 +15,10 @@ class OverviewReport : public PageFrame {
 
 public:
     /// `report` must not be null.
-    explicit OverviewReport(std::shared_ptr<const ScanReport> report, QWidget* parent = nullptr);
+    /// Compared with `previous` where there is one.
+    explicit OverviewReport(std::shared_ptr<const ScanReport> report,
+                            const std::shared_ptr<const RecordedScan>& previous = {},
+                            QWidget* parent = nullptr);
 
     [[nodiscard]] const std::shared_ptr<const ScanReport>& report() const { return report_; }
 

@@ -25,7 +25,7 @@ void OverviewView::refresh(const Input& input) {
     } else if (const ProbeError* error = input.state.error()) {
         showFailure(*error, input.retryBlocker);
     } else if (const auto report = input.state.report()) {
-        showReport(report);
+        showReport(report, input.previous);
     } else {
         showPanel(idle_, nullptr);
     }
@@ -36,12 +36,13 @@ void OverviewView::refresh(const Input& input) {
     }
 }
 
-void OverviewView::showReport(const std::shared_ptr<const ScanReport>& report) {
+void OverviewView::showReport(const std::shared_ptr<const ScanReport>& report,
+                              const std::shared_ptr<const RecordedScan>& previous) {
     if (report_ != nullptr && report_->report() == report) return;
     OverviewReport* old = report_;
     const QWidget* focus = QApplication::focusWidget();
     const bool hadFocus = focus != nullptr && isAncestorOf(focus);
-    report_ = new OverviewReport(report);
+    report_ = new OverviewReport(report, previous);
     addWidget(report_);
     setCurrentWidget(report_);
     // The page itself, so that keys scroll it, rather than the first text in it that can be selected.

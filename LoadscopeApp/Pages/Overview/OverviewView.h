@@ -24,6 +24,7 @@ public:
         QString stage;
         bool canCancel = false;
         QString retryBlocker = {}; ///< why nothing can be scanned now; empty when Retry may be pressed
+        std::shared_ptr<const RecordedScan> previous = {}; ///< with which a report is compared
     };
     void refresh(const Input& input);
 
@@ -36,7 +37,8 @@ private:
     void showFailure(const ProbeError& error, const QString& retryBlocker);
     /// The keyboard stays where it is, unless that goes away: then it goes to what can be done next.
     void showPanel(QWidget* panel, QWidget* next);
-    void showReport(const std::shared_ptr<const ScanReport>& report);
+    void showReport(const std::shared_ptr<const ScanReport>& report,
+                    const std::shared_ptr<const RecordedScan>& previous);
 
     QWidget* idle_;
     OverviewScanLoadingState* loading_ = nullptr; ///< made for the first scan

@@ -5,6 +5,7 @@
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/BandMeter.h"
 #include "LoadscopeApp/Icons/Icon.h"
+#include "LoadscopeApp/Pages/Comparison/SinceLine.h"
 #include "LoadscopeApp/Pages/Report/MetricLine.h"
 #include "LoadscopeApp/Pages/Report/ToolLabel.h"
 #include "LoadscopeApp/Text/DisplayText.h"
@@ -39,9 +40,19 @@ TextLabel* secondary(const QString& text) {
     return label;
 }
 
+/// As the history would tell of the report, so that both sides name their categories alike.
+ScanComparison since(const RecordedScan& previous, const ScanReport& report) {
+    const Timestamp now = std::chrono::system_clock::now();
+    ScanMeasurement after = ScanMeasurement::ofRecord(RecordedScan::ofReport(report, now, previous.id));
+    after.isEstimate = report.conditions.isEstimate;
+    return ScanComparison::of(ScanMeasurement::ofRecord(previous), std::move(after));
+}
+
 } // namespace
 
-ClaudeCard::ClaudeCard(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
+ClaudeCard::ClaudeCard(const ScanReport& report, const std::shared_ptr<const RecordedScan>& previous,
+                       QWidget* parent)
+    : ReportSurface(parent) {
     QVBoxLayout* column = content();
     column->setSpacing(4);
     column->addWidget(new ToolLabel(QStringLiteral("Claude Code")));
@@ -52,6 +63,10 @@ ClaudeCard::ClaudeCard(const ScanReport& report, QWidget* parent) : ReportSurfac
     column->addWidget(
         new MetricLine(DisplayText::own(LocaleFormat::grouped(report.total)), TextStyle::heroMetric));
     column->addWidget(secondary(DisplayText::own(ScanPresentation::totalCaption(report))));
+    if (previous) {
+        column->addSpacing(8);
+        column->addWidget(new SinceLine(since(*previous, report)));
+    }
     column->addSpacing(12);
     if (const auto share = ScanPresentation::windowShareLine(report))
         column->addWidget(secondary(DisplayText::own(*share)));

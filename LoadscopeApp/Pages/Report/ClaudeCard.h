@@ -3,7 +3,9 @@
 #pragma once
 
 #include "LoadscopeApp/Cards/ReportSurface.h"
-#include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/History/RecordedScan.h"
+
+#include <memory>
 
 namespace loadscope {
 
@@ -12,7 +14,8 @@ class ClaudeCard : public ReportSurface {
     Q_OBJECT
 
 public:
-    explicit ClaudeCard(const ScanReport& report, QWidget* parent = nullptr);
+    ClaudeCard(const ScanReport& report, const std::shared_ptr<const RecordedScan>& previous,
+               QWidget* parent = nullptr);
 };
 
 } // namespace loadscope

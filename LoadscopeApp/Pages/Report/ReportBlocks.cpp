@@ -42,18 +42,19 @@ QWidget* header() {
     return header;
 }
 
-QWidget* totals(const ScanReport& report) {
+QWidget* totals(const ScanReport& report, const std::shared_ptr<const RecordedScan>& previous) {
     auto* row = new QWidget;
     auto* pair = new AdaptiveLayout(claudeBesideCodex, row);
-    pair->addWidget(new ClaudeCard(report));
+    pair->addWidget(new ClaudeCard(report, previous));
     pair->addWidget(new CodexCard(report.codex));
     return row;
 }
 
 } // namespace
 
-std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report) {
-    std::vector<QWidget*> blocks{header(), totals(*report), new HealthScoreCard(*report),
+std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report,
+                                   const std::shared_ptr<const RecordedScan>& previous) {
+    std::vector<QWidget*> blocks{header(), totals(*report, previous), new HealthScoreCard(*report),
                                  new BreakdownSection(*report)};
     if (ChangeableCard::isNeeded(*report)) blocks.push_back(new ChangeableCard(*report));
     if (!report->details.members.empty()) blocks.push_back(new MembersSection(report));

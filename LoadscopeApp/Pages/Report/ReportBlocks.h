@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/History/RecordedScan.h"
 
 #include <memory>
 #include <vector>
@@ -12,6 +12,7 @@ class QWidget;
 namespace loadscope {
 
 /// The blocks of a report from top to bottom, for whoever lays them out in a column.
-[[nodiscard]] std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report);
+[[nodiscard]] std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report,
+                                                const std::shared_ptr<const RecordedScan>& previous);
 
 } // namespace loadscope
