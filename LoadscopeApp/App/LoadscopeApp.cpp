@@ -18,6 +18,7 @@
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Version.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/Scan/CodexEstimateModel.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QApplication>
@@ -98,6 +99,7 @@ struct LoadscopeApp::Parts {
         if (LocaleFormat::isRightToLeft()) QApplication::setLayoutDirection(Qt::RightToLeft);
         QApplication::setStyle(new AppStyle); // the application owns it
         theme.force(appearanceFromEnvironment(), reducedMotionFromEnvironment());
+        window.setCodexEstimates(codexEstimates);
         desktop.start();
     }
 
@@ -108,7 +110,9 @@ struct LoadscopeApp::Parts {
     TerminationSignals signals_;
     QtUIThread uiThread;
     SettingsStore settings;
-    ScanModel model{uiThread, ScanModel::Collaborators::forUser()};
+    ScanModel::Collaborators collaborators = ScanModel::Collaborators::forUser();
+    ScanModel model{uiThread, collaborators};
+    CodexEstimateModel codexEstimates{uiThread, collaborators.codexRunner};
     ReadinessModel readiness{uiThread, ReadinessChecker::checkForWindow};
     ContentView window{model, readiness, settings, FolderPanel::open};
     OpenEvents openEvents{window};

@@ -16,6 +16,7 @@
 #include "LoadscopeApp/Window/WindowToolbar.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/Scan/CodexEstimateModel.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QApplication>
@@ -107,6 +108,16 @@ void ContentView::connectAll() {
     readinessSubscription_ = readiness_.observe([this] { refresh(); });
 }
 
+void ContentView::setCodexEstimates(CodexEstimateModel& estimates) {
+    codexEstimates_ = &estimates;
+    codexSubscription_ = estimates.observe([this] { refresh(); });
+    connect(overview_, &OverviewView::codexEstimateRequested, this, [this] {
+        if (model_.selection()) codexEstimates_->estimate(model_.selection()->path);
+    });
+    connect(overview_, &OverviewView::codexEstimateCancelRequested, this,
+            [this] { codexEstimates_->cancel(); });
+}
+
 void ContentView::setPage(AppPage page) {
     page_ = page;
     sidebar_->selectPage(page);
@@ -121,6 +132,7 @@ void ContentView::chooseFolder() {
 void ContentView::selectFolder(const std::string& path) {
     if (model_.state().isScanning()) return;
     model_.select(RepoSelection(path));
+    if (codexEstimates_ != nullptr && codexEstimates_->repository() != path) codexEstimates_->clear();
     setPage(AppPage::overview);
 }
 
@@ -205,7 +217,14 @@ void ContentView::refreshPage() {
     const auto retryBlocker = readiness_.scanBlocker(model_.includeCodex());
     // Its state is kept in line while another page is shown, so that it is there at once.
     overview_->refresh({model_.state(), DisplayText::own(model_.scanStage()), !model_.isCancelling(),
-                        retryBlocker ? DisplayText::own(*retryBlocker) : QString(), model_.previousScan()});
+                        retryBlocker ? DisplayText::own(*retryBlocker) : QString(), model_.previousScan(),
+                        codexEstimate()});
+}
+
+CodexCard::Estimate ContentView::codexEstimate() const {
+    if (codexEstimates_ == nullptr || !model_.selection()) return {};
+    if (codexEstimates_->repository() != model_.selection()->path) return {.canAsk = true};
+    return {true, codexEstimates_->isRunning(), codexEstimates_->isCancelling(), codexEstimates_->items()};
 }
 
 Sheet* ContentView::onboardingSheet() const { return sheet_; }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/Pages/Report/CodexCard.h"
 #include "LoadscopeApp/Window/AppPage.h"
 #include "LoadscopeCore/Platform/Observers.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
@@ -18,6 +19,7 @@ class QStackedWidget;
 
 namespace loadscope {
 
+class CodexEstimateModel;
 class CompareView;
 class OnboardingCompletionStore;
 class OverviewView;
@@ -43,6 +45,9 @@ public:
     ContentView(ScanModel& model, ReadinessModel& readiness, OnboardingCompletionStore& onboarding,
                 FolderChooser chooser);
     ~ContentView() override;
+
+    /// Who estimates what Codex would load; without one there is no button for it. Must outlive the window.
+    void setCodexEstimates(CodexEstimateModel& estimates);
 
     /// The size of the very first window where a screen has so much room.
     [[nodiscard]] static QSize firstSize(QSize available);
@@ -75,6 +80,7 @@ private:
     void connectAll();
     void refresh();
     void refreshPage();
+    [[nodiscard]] CodexCard::Estimate codexEstimate() const;
     /// Says so when the history could not be deleted.
     void followClearing();
     void setDropTarget(bool visible);
@@ -99,6 +105,8 @@ private:
     QPointer<QWidget> dropTarget_;
     Subscription modelSubscription_;
     Subscription readinessSubscription_;
+    CodexEstimateModel* codexEstimates_ = nullptr;
+    Subscription codexSubscription_;
 };
 
 } // namespace loadscope

@@ -38,6 +38,13 @@ std::string name(CodexItemKind kind) {
     return "Others";
 }
 
+std::string tokens(const CodexItemLine& line) { return '~' + LocaleFormat::grouped(line.tokens); }
+
+std::string bytesRead(const CodexFileLine& file) {
+    const std::string whole = LocaleFormat::grouped(file.byteCount);
+    return file.readBytes == file.byteCount ? whole : LocaleFormat::grouped(file.readBytes) + " of " + whole;
+}
+
 CodexItemsView ofEstimate(const CodexItems& items) {
     CodexItemsView view;
     for (const CodexItem& item : items.items)

@@ -58,7 +58,20 @@ inline constexpr const char* restName = "tools and the rest";
 inline constexpr const char* restSource = "derived: the total minus the estimates";
 inline constexpr const char* failureHeadline = "Codex could not tell what it would load.";
 
+inline constexpr const char* itemsTitle = "What a session starts with";
+inline constexpr const char* itemColumn = "Item";
+inline constexpr const char* tokensColumn = "Tokens";
+inline constexpr const char* filesTitle = "Instruction files of Codex";
+inline constexpr const char* fileColumn = "Instruction file";
+inline constexpr const char* bytesColumn = "Bytes read";
+
 [[nodiscard]] std::string name(CodexItemKind kind);
+
+/// "~1,942"; what a total leaves is no estimate, but inherits theirs.
+[[nodiscard]] std::string tokens(const CodexItemLine& line);
+
+/// "2,118", or "1,000 of 2,118" for a file that is cut.
+[[nodiscard]] std::string bytesRead(const CodexFileLine& file);
 
 /// Beside a measured total: the last line is what that leaves, never below 0. Nothing when the session was
 /// not followed by the question.

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/ScanModel.h"
 
+#include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Scan/HistoryWorker.h"
-#include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/Scan/ScanStages.h"
 
 #include <chrono>

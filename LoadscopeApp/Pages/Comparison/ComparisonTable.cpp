@@ -49,8 +49,9 @@ ComparisonTable::ComparisonTable(const ScanComparison& comparison, QWidget* pare
         return;
     }
     const auto title = [](const char* text) { return DisplayText::own(text); };
-    column->addWidget(new ReportTable({title("Category"), {title("Before"), title("After"), title("Change")}, {}},
-                                      std::move(rows), title(DiffPresentation::tableTitle)));
+    column->addWidget(
+        new ReportTable({title("Category"), {title("Before"), title("After"), title("Change")}, {}},
+                        std::move(rows), title(DiffPresentation::tableTitle)));
 }
 
 } // namespace loadscope

@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
+#include "LoadscopeApp/Pages/Report/CodexCard.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
 
 #include <QVBoxLayout>
@@ -18,5 +19,7 @@ OverviewReport::OverviewReport(std::shared_ptr<const ScanReport> report,
     column()->addStretch();
     ReadingOrder::follow(*this);
 }
+
+CodexCard* OverviewReport::codexCard() const { return findChild<CodexCard*>(); }
 
 } // namespace loadscope

@@ -9,18 +9,20 @@
 
 namespace loadscope {
 
+class CodexCard;
+
 /// Everything that one scan measured, in one column.
 class OverviewReport : public PageFrame {
     Q_OBJECT
 
 public:
-    /// `report` must not be null.
-    /// Compared with `previous` where there is one.
+    /// `report` must not be null; it is compared with `previous` where there is one.
     explicit OverviewReport(std::shared_ptr<const ScanReport> report,
                             const std::shared_ptr<const RecordedScan>& previous = {},
                             QWidget* parent = nullptr);
 
     [[nodiscard]] const std::shared_ptr<const ScanReport>& report() const { return report_; }
+    [[nodiscard]] CodexCard* codexCard() const;
 
 private:
     std::shared_ptr<const ScanReport> report_;

@@ -26,6 +26,7 @@ void OverviewView::refresh(const Input& input) {
         showFailure(*error, input.retryBlocker);
     } else if (const auto report = input.state.report()) {
         showReport(report, input.previous);
+        report_->codexCard()->showEstimate(input.codexEstimate);
     } else {
         showPanel(idle_, nullptr);
     }
@@ -43,6 +44,9 @@ void OverviewView::showReport(const std::shared_ptr<const ScanReport>& report,
     const QWidget* focus = QApplication::focusWidget();
     const bool hadFocus = focus != nullptr && isAncestorOf(focus);
     report_ = new OverviewReport(report, previous);
+    connect(report_->codexCard(), &CodexCard::estimateRequested, this, &OverviewView::codexEstimateRequested);
+    connect(report_->codexCard(), &CodexCard::cancelRequested, this,
+            &OverviewView::codexEstimateCancelRequested);
     addWidget(report_);
     setCurrentWidget(report_);
     // The page itself, so that keys scroll it, rather than the first text in it that can be selected.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/Pages/Report/CodexCard.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QStackedWidget>
@@ -25,12 +26,15 @@ public:
         bool canCancel = false;
         QString retryBlocker = {}; ///< why nothing can be scanned now; empty when Retry may be pressed
         std::shared_ptr<const RecordedScan> previous = {}; ///< with which a report is compared
+        CodexCard::Estimate codexEstimate = {};
     };
     void refresh(const Input& input);
 
 Q_SIGNALS:
     void cancelRequested();
     void retryRequested();
+    void codexEstimateRequested();
+    void codexEstimateCancelRequested();
 
 private:
     void showLoading(const Input& input);

@@ -13,6 +13,6 @@ namespace loadscope {
 
 /// The blocks of a report from top to bottom, for whoever lays them out in a column.
 [[nodiscard]] std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report,
-                                                const std::shared_ptr<const RecordedScan>& previous);
+                                                 const std::shared_ptr<const RecordedScan>& previous);
 
 } // namespace loadscope

@@ -45,7 +45,7 @@ void addSubject(QVBoxLayout* column, const std::shared_ptr<const ScanReport>& re
     case Subject::report:
         break;
     }
-    for (QWidget* block : reportBlocks(report))
+    for (QWidget* block : reportBlocks(report, nullptr))
         column->addWidget(block);
 }
 
