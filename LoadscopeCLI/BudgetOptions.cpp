@@ -3,6 +3,7 @@
 #include "LoadscopeCLI/BudgetOptions.h"
 
 #include "LoadscopeCLI/Failure.h"
+#include "LoadscopeCLI/Table.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/BudgetPresentation.h"
 
@@ -37,6 +38,22 @@ std::variant<Budget, ExitCode> readBudget(const BudgetOptions& options, const st
     for (const std::string& warning : contents.warnings)
         errors.writeLine(errors.styled(TextStyle::warning, name + ": " + Text::visible(warning)));
     return std::move(contents.budget);
+}
+
+std::string budgetsText(const std::vector<BudgetResult>& results, const Terminal& terminal) {
+    using enum Table::Alignment;
+    Table table({{"Budget"}, {"Value", right}, {"Limit", right}, {"State"}});
+    std::string remarks;
+    for (const BudgetResult& result : results) {
+        table.addRow(
+            {BudgetPresentation::subject(result),
+             BudgetPresentation::value(result),
+             BudgetPresentation::limit(result),
+             {BudgetPresentation::state(result), result.isExceeded() ? TextStyle::bad : TextStyle::plain}});
+        if (const auto remark = BudgetPresentation::remark(result))
+            remarks += terminal.styled(TextStyle::dim, Text::visible(*remark)) + '\n';
+    }
+    return table.text(terminal) + remarks;
 }
 
 bool showExceeded(const std::vector<BudgetResult>& results, Terminal& errors) {

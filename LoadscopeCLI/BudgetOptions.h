@@ -31,6 +31,9 @@ void addBudgetOptions(CLI::App& command, BudgetOptions& options);
 [[nodiscard]] std::variant<Budget, ExitCode> readBudget(const BudgetOptions& options,
                                                         const std::string& folder, Terminal& errors);
 
+/// A table of the limits and what became of them, with the remarks that they need.
+[[nodiscard]] std::string budgetsText(const std::vector<BudgetResult>& results, const Terminal& terminal);
+
 /// Tells each exceeded limit in one line. Whether there is one.
 [[nodiscard]] bool showExceeded(const std::vector<BudgetResult>& results, Terminal& errors);
 

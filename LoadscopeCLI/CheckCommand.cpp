@@ -47,17 +47,6 @@ std::string filesTable(const RepositoryCheck& check, const Terminal& terminal) {
     return table.text(terminal);
 }
 
-std::string budgetsTable(const RepositoryCheck& check, const Terminal& terminal) {
-    Table table({{"Budget"}, {"Value", right}, {"Limit", right}, {"State"}});
-    for (const BudgetResult& result : check.budgets)
-        table.addRow(
-            {BudgetPresentation::subject(result),
-             BudgetPresentation::value(result),
-             BudgetPresentation::limit(result),
-             {BudgetPresentation::state(result), result.isExceeded() ? TextStyle::bad : TextStyle::plain}});
-    return table.text(terminal);
-}
-
 std::string checkText(const RepositoryCheck& check, const Terminal& terminal) {
     std::string text = Text::visible(check.repositoryName) + '\n' +
                        terminal.styled(TextStyle::bold, CheckPresentation::headline(check)) + '\n' +
@@ -65,7 +54,7 @@ std::string checkText(const RepositoryCheck& check, const Terminal& terminal) {
     for (const std::string& note : CheckPresentation::notes(check))
         text += '\n' + terminal.styled(TextStyle::warning, Text::visible(note)) + '\n';
     if (!check.files.allFiles().empty()) text += '\n' + filesTable(check, terminal);
-    if (!check.budgets.empty()) text += '\n' + budgetsTable(check, terminal);
+    if (!check.budgets.empty()) text += '\n' + budgetsText(check.budgets, terminal);
     return text;
 }
 

@@ -5,14 +5,13 @@
 #include "LoadscopeCLI/DiffText.h"
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/Folder.h"
-#include "LoadscopeCLI/InputFile.h"
+#include "LoadscopeCLI/KeptReport.h"
 #include "LoadscopeCLI/OutputFormat.h"
 #include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/InternetDate.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/DiffPresentation.h"
-#include "LoadscopeCore/Presentation/ScanReportReader.h"
 
 #include <CLI/CLI.hpp>
 #include <charconv>
@@ -51,13 +50,8 @@ using Measured = std::variant<ScanMeasurement, Problem>;
 using Compared = std::variant<ScanComparison, Problem>;
 
 Measured readReport(const std::string& path) {
-    const auto text = InputFile::read(path);
-    const std::string name = Text::visible(InputFile::nameOf(path));
-    if (const auto* unreadable = std::get_if<InputFile::Unreadable>(&text))
-        return Problem{name + ' ' + unreadable->reason};
-    auto report = ScanReportReader::read(std::get<std::string>(text));
-    if (const auto* unreadable = std::get_if<ScanReportReader::Unreadable>(&report))
-        return Problem{name + ' ' + Text::visible(unreadable->reason)};
+    auto report = KeptReport::read(path);
+    if (const auto* unusable = std::get_if<KeptReport::Unusable>(&report)) return Problem{unusable->sentence};
     return std::get<ScanMeasurement>(std::move(report));
 }
 

@@ -27,14 +27,19 @@ Table::Cell changeCell(const TokenChange& tokens) {
 
 std::string categoriesTable(const ScanComparison& comparison, const Terminal& terminal) {
     Table table({{"Category"}, {"Before", right}, {"After", right}, {"Change", right}, {"Source"}});
+    std::size_t unchanged = 0;
     for (const CategoryChange& category : comparison.categories) {
+        if (category.tokens.kind() == TokenChange::Kind::unchanged && ++unchanged > 0) continue;
         table.addRow({category.name,
                       DiffPresentation::count(category.tokens.before),
                       DiffPresentation::count(category.tokens.after),
                       changeCell(category.tokens),
                       {DiffPresentation::source(category.source), TextStyle::dim}});
     }
-    return table.text(terminal);
+    if (unchanged == comparison.categories.size())
+        return terminal.styled(TextStyle::dim, DiffPresentation::noCategoryChanged) + '\n';
+    const std::string rest = DiffPresentation::unchangedLine(unchanged);
+    return table.text(terminal) + (rest.empty() ? rest : terminal.styled(TextStyle::dim, rest) + '\n');
 }
 
 bool hasChanged(const MemberChange& member) { return member.tokens.kind() != TokenChange::Kind::unchanged; }

@@ -8,6 +8,7 @@
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/ChangeablePresentation.h"
+#include "LoadscopeCore/Presentation/CheckPresentation.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Presentation/DetailsPresentation.h"
 #include "LoadscopeCore/Presentation/FilesPresentation.h"
@@ -130,6 +131,10 @@ std::string scanText(const ScanReport& report, const ScanTextOptions& options, c
          {ScanPresentation::unreadableFilesNote(report), ScanPresentation::overAttributionNote(report),
           ScanPresentation::unreportedCategoryFilesNote(report), CodexPresentation::note(report.codex)})
         if (note) text += '\n' + Text::visible(*note) + '\n';
+    if (report.codexInstructions)
+        if (const auto note =
+                CheckPresentation::codexCutNote(*report.codexInstructions, report.repositoryPath))
+            text += '\n' + terminal.styled(TextStyle::warning, Text::visible(*note)) + '\n';
     return text;
 }
 

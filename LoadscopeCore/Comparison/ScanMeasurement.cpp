@@ -41,6 +41,8 @@ ScanMeasurement ScanMeasurement::ofReport(const ScanReport& report, std::optiona
     measurement.isEstimate = report.conditions.isEstimate;
     for (const SlabAttribution& row : report.rows)
         measurement.categories.push_back({row.name, row.tokens, row.provenance});
+    // Without the tool's own report nothing is known of what is inside.
+    if (report.categoriesSelfReported) measurement.members = report.details.members;
     measurement.model = report.conditions.model;
     measurement.toolVersion = report.conditions.toolVersion;
     measurement.contextWindow = report.contextWindow;

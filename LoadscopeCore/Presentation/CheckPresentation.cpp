@@ -41,20 +41,6 @@ Object texts(const std::vector<std::string>& list) {
     return array;
 }
 
-Object codex(const CodexInstructions& instructions) {
-    Object cut = Object::array();
-    for (const CodexInstructions::File& file : instructions.cut())
-        cut.push_back(
-            {{"path", Text::repaired(file.path)}, {"bytes", file.byteCount}, {"cutBytes", file.cutBytes()}});
-    return {{"totalBytes", instructions.totalBytes()},
-            {"limitBytes", instructions.limitBytes},
-            {"readBytes", instructions.readBytes()},
-            {"cut", std::move(cut)},
-            {"unreadablePath", instructions.unreadablePath
-                                   ? Object(Text::repaired(*instructions.unreadablePath))
-                                   : Object(nullptr)}};
-}
-
 std::string filesTable(const RepositoryCheck& check) {
     std::vector<std::vector<std::string>> rows;
     for (const InstructionFileTier tier : allInstructionFileTiers)
@@ -91,15 +77,13 @@ std::optional<std::string> codexCutNote(const CodexInstructions& instructions,
 std::vector<std::string> notes(const RepositoryCheck& check) {
     std::vector<std::string> all;
     if (!check.importedFromOutside.empty())
-        all.push_back("Imported from outside the repository: " + joined(check.importedFromOutside) + '.');
+        all.push_back("Imports that lead out of the repository: " + joined(check.importedFromOutside) + '.');
     if (!check.files.unreadablePaths.empty())
         all.push_back("Could not be read: " + joined(check.files.unreadablePaths) + '.');
     if (check.codexInstructions.unreadablePath)
         all.push_back("Codex reads none of the project's instruction files, because one cannot be read: " +
                       *check.codexInstructions.unreadablePath + '.');
     if (auto note = codexCutNote(check.codexInstructions, check.repositoryPath)) all.push_back(*note);
-    for (const BudgetResult& result : check.budgets)
-        if (auto remark = BudgetPresentation::remark(result)) all.push_back(*remark);
     return all;
 }
 
@@ -109,11 +93,28 @@ std::string markdown(const RepositoryCheck& check) {
                        headline(check) + "**\n\n";
     if (const std::string budgets = BudgetPresentation::markdown(check.budgets); !budgets.empty())
         text += budgets + '\n';
+    for (const BudgetResult& result : check.budgets)
+        if (const auto remark = BudgetPresentation::remark(result))
+            text += "> " + Markdown::sentence(*remark) + "\n\n";
     for (const std::string& note : notes(check))
         text += "> " + Markdown::sentence(note) + "\n\n";
     if (const std::string files = filesTable(check); !files.empty())
         text += Markdown::folded("Files", files) + '\n';
     return text + estimateNote + '\n';
+}
+
+nlohmann::ordered_json codexInstructions(const CodexInstructions& instructions) {
+    Object cut = Object::array();
+    for (const CodexInstructions::File& file : instructions.cut())
+        cut.push_back(
+            {{"path", Text::repaired(file.path)}, {"bytes", file.byteCount}, {"cutBytes", file.cutBytes()}});
+    return {{"totalBytes", instructions.totalBytes()},
+            {"limitBytes", instructions.limitBytes},
+            {"readBytes", instructions.readBytes()},
+            {"cut", std::move(cut)},
+            {"unreadablePath", instructions.unreadablePath
+                                   ? Object(Text::repaired(*instructions.unreadablePath))
+                                   : Object(nullptr)}};
 }
 
 std::string json(const RepositoryCheck& check) {
@@ -123,7 +124,7 @@ std::string json(const RepositoryCheck& check) {
                            {"files", InstructionFilesJson::byTier(check.files)},
                            {"unreadablePaths", texts(check.files.unreadablePaths)},
                            {"importedFromOutside", texts(check.importedFromOutside)},
-                           {"codexInstructions", codex(check.codexInstructions)},
+                           {"codexInstructions", codexInstructions(check.codexInstructions)},
                            {"budgets", BudgetPresentation::json(check.budgets)}};
     return object.dump(indent);
 }

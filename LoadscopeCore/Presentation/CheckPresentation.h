@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Budget/RepositoryCheck.h"
 
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,6 +29,9 @@ inline constexpr const char* estimateNote =
 
 /// For a comment below a pull request: one heading, the budgets, the files folded.
 [[nodiscard]] std::string markdown(const RepositoryCheck& check);
+
+/// The object "codexInstructions" of a check and of a scan.
+[[nodiscard]] nlohmann::ordered_json codexInstructions(const CodexInstructions& instructions);
 
 /// One object of schema version 1, indented. The same in every locale.
 [[nodiscard]] std::string json(const RepositoryCheck& check);

@@ -150,6 +150,12 @@ std::string count(const std::optional<std::int64_t>& tokens) {
     return tokens ? LocaleFormat::grouped(*tokens) : absent;
 }
 
+std::string unchangedLine(std::size_t categories) {
+    if (categories == 0) return {};
+    return LocaleFormat::grouped(static_cast<std::int64_t>(categories)) +
+           (categories == 1 ? " category did not change." : " categories did not change.");
+}
+
 std::string change(const TokenChange& tokens) {
     const std::string number = LocaleFormat::signedGrouped(tokens.change());
     switch (tokens.kind()) {

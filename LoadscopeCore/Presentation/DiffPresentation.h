@@ -35,6 +35,9 @@ inline constexpr const char* noMembers =
 /// The number of one side; a dash where it is absent.
 [[nodiscard]] std::string count(const std::optional<std::int64_t>& tokens);
 
+/// "3 categories did not change."; empty for none.
+[[nodiscard]] std::string unchangedLine(std::size_t categories);
+
 /// For example "+4,500", "+4,500 (new)", "-120 (gone)", "+100 (within rounding)"; "no change".
 [[nodiscard]] std::string change(const TokenChange& tokens);
 

@@ -4,9 +4,12 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Presentation/BudgetPresentation.h"
 #include "LoadscopeCore/Presentation/ChangeablePresentation.h"
+#include "LoadscopeCore/Presentation/CheckPresentation.h"
 #include "LoadscopeCore/Presentation/CodexJson.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
+#include "LoadscopeCore/Presentation/InstructionFilesJson.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
 
@@ -49,18 +52,10 @@ Object rows(const ScanReport& report) {
 }
 
 Object filesByTier(const ScanReport& report) {
-    Object tiers = Object::object();
-    for (const InstructionFileTier tier : allInstructionFileTiers) {
-        Object& array = tiers[rawValue(tier)] = Object::array();
-        for (const InstructionFileEstimate& file : report.fileSet.files(tier)) {
-            const auto reported = report.reportedTokens(file);
-            array.push_back({{"path", Text::repaired(file.path)},
-                             {"byteCount", file.byteCount},
-                             {"estimatedTokens", file.estimatedTokens},
-                             {"reportedTokens", reported ? Object(reported->tokens) : Object(nullptr)}});
-        }
-    }
-    return tiers;
+    return InstructionFilesJson::byTier(report.fileSet, [&](const InstructionFileEstimate& file) {
+        const auto reported = report.reportedTokens(file);
+        return reported ? std::optional(reported->tokens) : std::nullopt;
+    });
 }
 
 Object loadedElsewhere(const ScanReport& report) {
@@ -122,40 +117,45 @@ Object notes(const ScanReport& report) {
 
 } // namespace
 
-std::string report(const ScanReport& report) {
+std::string report(const ScanReport& report, const std::vector<BudgetResult>& budgets) {
     const LocaleFormat::EnglishScope english; // the summary and the notes hold numbers
     const MeasurementConditions& conditions = report.conditions;
-    const Object object = {{"schemaVersion", schemaVersion},
-                           {"repositoryName", Text::repaired(report.repositoryName)},
-                           {"repositoryPath", Text::repaired(report.repositoryPath)},
-                           {"total", report.total},
-                           {"totalSource", rawValue(report.totalSource)},
-                           {"sessionID", Text::repaired(report.sessionID)},
-                           {"resolvedCLIPath", Text::repaired(report.resolvedCLIPath)},
-                           {"duration", report.duration},
-                           {"contextWindow", orNull(report.contextWindow)},
-                           {"toolVersion", textOrNull(conditions.toolVersion)},
-                           {"requestedModel", Text::repaired(conditions.requestedModel)},
-                           {"model", textOrNull(conditions.model)},
-                           {"estimated", conditions.isEstimate},
-                           {"mayBeEstimated", conditions.mayBeEstimate},
-                           {"reservedTakenOff", reservedTakenOff(conditions.takenOff)},
-                           {"environment", environment(conditions)},
-                           {"band", OpinionBands::rawValue(report.band)},
-                           {"score", HealthScore::value(report.total)},
-                           {"rows", rows(report)},
-                           {"remainder", report.remainder},
-                           {"overAttributed", report.overAttributed},
-                           {"categoriesSelfReported", report.categoriesSelfReported},
-                           {"details", {{"members", members(report.details)}}},
-                           {"onDemand", categories(report.details.deferred)},
-                           {"reserved", categories(report.details.reserved)},
-                           {"files", filesByTier(report)},
-                           {"loadedElsewhere", loadedElsewhere(report)},
-                           {"unreadablePaths", texts(report.unreadablePaths())},
-                           {"codex", CodexJson::outcome(report.codex)},
-                           {"summary", texts(ScanPresentation::summaryLines(report))},
-                           {"notes", notes(report)}};
+    const Object object = {
+        {"schemaVersion", schemaVersion},
+        {"repositoryName", Text::repaired(report.repositoryName)},
+        {"repositoryPath", Text::repaired(report.repositoryPath)},
+        {"total", report.total},
+        {"totalSource", rawValue(report.totalSource)},
+        {"sessionID", Text::repaired(report.sessionID)},
+        {"resolvedCLIPath", Text::repaired(report.resolvedCLIPath)},
+        {"duration", report.duration},
+        {"contextWindow", orNull(report.contextWindow)},
+        {"toolVersion", textOrNull(conditions.toolVersion)},
+        {"requestedModel", Text::repaired(conditions.requestedModel)},
+        {"model", textOrNull(conditions.model)},
+        {"estimated", conditions.isEstimate},
+        {"mayBeEstimated", conditions.mayBeEstimate},
+        {"reservedTakenOff", reservedTakenOff(conditions.takenOff)},
+        {"environment", environment(conditions)},
+        {"band", OpinionBands::rawValue(report.band)},
+        {"score", HealthScore::value(report.total)},
+        {"rows", rows(report)},
+        {"remainder", report.remainder},
+        {"overAttributed", report.overAttributed},
+        {"categoriesSelfReported", report.categoriesSelfReported},
+        {"details", {{"members", members(report.details)}}},
+        {"onDemand", categories(report.details.deferred)},
+        {"reserved", categories(report.details.reserved)},
+        {"files", filesByTier(report)},
+        {"loadedElsewhere", loadedElsewhere(report)},
+        {"unreadablePaths", texts(report.unreadablePaths())},
+        {"codex", CodexJson::outcome(report.codex)},
+        {"codexInstructions", report.codexInstructions
+                                  ? CheckPresentation::codexInstructions(*report.codexInstructions)
+                                  : Object(nullptr)},
+        {"budgets", BudgetPresentation::json(budgets)},
+        {"summary", texts(ScanPresentation::summaryLines(report))},
+        {"notes", notes(report)}};
     return object.dump(indent);
 }
 

@@ -2,17 +2,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/Budget/BudgetCheck.h"
 #include "LoadscopeCore/Report/ScanReport.h"
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The JSON object by which scripts read a scan: what `loadscope scan --json` prints and the window exports.
 namespace loadscope::ScanReportJson {
 
 /// One object of schema version 1, indented, without a line feed at the end. Texts that are not UTF-8 are
-/// repaired. The same in every locale: the numbers of its sentences are written as in English.
-[[nodiscard]] std::string report(const ScanReport& report);
+/// repaired. `budgets` is what it was held against. The same in every locale: the numbers of its sentences
+/// are written as in English.
+[[nodiscard]] std::string report(const ScanReport& report, const std::vector<BudgetResult>& budgets = {});
 
 /// The object of an estimate of Codex alone, of the same schema version.
 [[nodiscard]] std::string codexEstimate(const RepoSelection& selection, const CodexItems& items);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
+#include "LoadscopeCore/CodexProbe/CodexInstructions.h"
 #include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
 #include "LoadscopeCore/Instructions/Attribution.h"
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
@@ -46,6 +47,8 @@ struct ScanReport {
     MemoryFiles memoryFiles{};                        ///< that list beside the files that were found
     std::vector<ChangeableGroup> largestChangeable{}; ///< at most three, largest first
     std::vector<std::string> missingServers{};        ///< configured ones that the tool does not list
+    std::optional<CodexInstructions>
+        codexInstructions{}; ///< what Codex would read, known from the disk alone
 
     /// Every instruction file: the repository's, then the inherited, then the personal ones.
     [[nodiscard]] std::vector<InstructionFileEstimate> files() const { return fileSet.allFiles(); }

@@ -70,6 +70,8 @@ Collaborators Collaborators::forUser() {
             [home, config](ScanReport& report) {
                 LargestChangeable::addTo(report, ConfiguredServers::read(report.repositoryPath, home, config),
                                          config);
+                report.codexInstructions =
+                    CodexInstructions::find(report.repositoryPath, CodexConfiguration::forUser());
             },
     };
 }
