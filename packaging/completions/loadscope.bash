@@ -9,7 +9,7 @@ _loadscope() {
     for ((index = 1; index < COMP_CWORD; index++)); do
         word=${COMP_WORDS[index]}
         case $command:$word in
-        :scan | :status | :history | :leaderboard | :open) command=$word ;;
+        :scan | :status | :history | :leaderboard | :diff | :check | :open) command=$word ;;
         history:clear) command='history clear' ;;
         esac
     done
@@ -28,27 +28,42 @@ _loadscope() {
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    --max-tokens)
+    --format)
+        mapfile -t COMPREPLY < <(compgen -W 'text markdown json junit' -- "$current")
+        return
+        ;;
+    --baseline | --budget)
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+        ;;
+    --max-tokens | --since)
         return
         ;;
     esac
 
     local options='-h --help' words=''
     case $command in
-    '') words='scan status history leaderboard open' options+=' --version' ;;
+    '') words='scan status history leaderboard diff check open' options+=' --version' ;;
     scan)
         options+=' --include-codex --codex-estimate --json --no-history --max-tokens --skip-check --model'
         options+=' --wait-for-servers --keep-environment --accept-estimate'
+        options+=' --baseline --budget --no-budget --format'
         ;;
     status) options+=' --json' ;;
     history) words='clear' options+=' --repository --tool --json' ;;
     'history clear') options+=' --yes' ;;
     leaderboard) options+=' --tool --json' ;;
+    diff) options+=' --repository --since --tool --format --json' ;;
+    check) options+=' --budget --no-budget --format --json' ;;
     esac
 
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
-    elif [[ $command == scan || $command == open ]]; then
+    elif [[ $command == diff ]]; then
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    elif [[ $command == scan || $command == check || $command == open ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
     else
