@@ -11,8 +11,12 @@
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace loadscope {
 
@@ -22,13 +26,14 @@ TrendChart::TrendChart(QWidget* card)
           std::make_shared<TrendsPresentation>(std::vector<RecordedScan>{}, std::nullopt, Timestamp{})),
       overlay_(new TrendChartOverlay(card, *this)) {
     setAccessibleName(DisplayText::own(TrendsPresentation::chartTitle));
-    setAccessibleDescription(QStringLiteral("Left and right walk the recorded scans."));
+    setAccessibleDescription(DisplayText::own(TrendsPresentation::chartKeys));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     AppTheme::bind(this, [this] { layOut(); });
 }
 
 void TrendChart::setPresentation(std::shared_ptr<const TrendsPresentation> presentation) {
     setActive({});
+    chosen_.clear();
     presentation_ = std::move(presentation);
     palette_.clear();
     for (const TrendsPresentation::ToolSeries& series : presentation_->series())
@@ -47,6 +52,39 @@ void TrendChart::layOut() {
     picture_ = {};
     update();
     overlay_->cover(QRect(pos(), size()));
+}
+
+void TrendChart::choose(std::size_t scan) {
+    if (scan >= presentation_->scans().size()) return;
+    if (std::erase(chosen_, scan) == 0) {
+        if (chosen_.size() == 2) chosen_.erase(chosen_.begin());
+        chosen_.push_back(scan);
+    }
+    update();
+    Q_EMIT chosenChanged();
+}
+
+void TrendChart::describeMark(int mark, QAccessible::State& state) const {
+    state.checkable = true;
+    state.checked =
+        std::find(chosen_.begin(), chosen_.end(), static_cast<std::size_t>(mark)) != chosen_.end();
+}
+
+void TrendChart::mousePressEvent(QMouseEvent* event) {
+    const Item scan = itemAt(event->position());
+    if (event->button() == Qt::LeftButton && scan)
+        choose(*scan);
+    else
+        MarkedWidget::mousePressEvent(event);
+}
+
+void TrendChart::keyPressEvent(QKeyEvent* event) {
+    const bool chooses =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (chooses && active())
+        choose(*active());
+    else
+        MarkedWidget::keyPressEvent(event);
 }
 
 void TrendChart::activeMoved(Item, std::optional<QPointF>) { overlay_->refresh(); }
@@ -82,6 +120,9 @@ void TrendChart::paintEvent(QPaintEvent* event) {
     }
     painter.setClipRect(event->rect());
     painter.drawPixmap(0, 0, picture_);
+    for (const std::size_t scan : chosen_)
+        if (scan < geometry_.marks().size())
+            TrendChartPainter::paintChosen(painter, geometry_.marks()[scan], palette_);
     if (FocusRing::isWanted(this)) FocusRing::paint(painter, rect(), Metrics::controlRadius);
 }
 

@@ -37,11 +37,22 @@ public:
     [[nodiscard]] int markCount() const override;
     [[nodiscard]] Mark mark(std::size_t index) const override;
 
+    /// The scans that were chosen to be compared, at most two, in the order of their choice.
+    [[nodiscard]] const std::vector<std::size_t>& chosen() const { return chosen_; }
+    /// Chooses a scan, or gives it up again; a third takes the place of the first.
+    void choose(std::size_t scan);
+    void describeMark(int mark, QAccessible::State& state) const override;
+    [[nodiscard]] bool canToggleMark(int) const override { return true; }
+    void toggleMark(int mark) override { choose(static_cast<std::size_t>(mark)); }
+
     [[nodiscard]] QSize sizeHint() const override { return {400, chartHeight}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {160, chartHeight}; }
 
     /// The chart laid out anew for a picture of this size.
     [[nodiscard]] TrendChartGeometry geometryFor(QSizeF size) const;
+
+Q_SIGNALS:
+    void chosenChanged();
 
 protected:
     [[nodiscard]] std::size_t stopCount() const override;
@@ -52,6 +63,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void layOut();
@@ -59,6 +72,7 @@ private:
     std::shared_ptr<const TrendsPresentation> presentation_;
     std::vector<std::size_t> palette_;
     TrendChartGeometry geometry_;
+    std::vector<std::size_t> chosen_;
     QPixmap picture_; ///< null when it must be painted anew
     TrendChartOverlay* overlay_;
 };

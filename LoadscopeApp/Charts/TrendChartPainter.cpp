@@ -127,6 +127,15 @@ void paint(QPainter& painter, const Geometry& geometry, const std::vector<std::s
     paintChangeLabels(painter, geometry);
 }
 
+void paintChosen(QPainter& painter, const Geometry::Mark& mark, const std::vector<std::size_t>& palette) {
+    constexpr double ringWidth = 2;
+    const double radius = Geometry::selectedPointRadius + ringWidth;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(AppTheme::current().chartColor(palette.at(mark.series)), ringWidth));
+    painter.drawEllipse(ChartShapes::point(mark.position), radius, radius);
+}
+
 void paintSelection(QPainter& painter, const Geometry& geometry, const Geometry::Mark& mark,
                     const std::vector<std::size_t>& palette) {
     const AppTheme& theme = AppTheme::current();

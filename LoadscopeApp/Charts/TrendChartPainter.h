@@ -18,6 +18,10 @@ namespace loadscope::TrendChartPainter {
 /// Axes, thresholds, lines and points: all that does not depend on the pointer.
 void paint(QPainter& painter, const TrendChartGeometry& geometry, const std::vector<std::size_t>& palette);
 
+/// A ring around a mark that was chosen.
+void paintChosen(QPainter& painter, const TrendChartGeometry::Mark& mark,
+                 const std::vector<std::size_t>& palette);
+
 /// The rule through one mark and its point, larger than the others.
 void paintSelection(QPainter& painter, const TrendChartGeometry& geometry,
                     const TrendChartGeometry::Mark& mark, const std::vector<std::size_t>& palette);

@@ -55,6 +55,11 @@ public:
         "are not "
         "recorded."};
 
+    static constexpr const char* chartKeys =
+        "Left and right walk the recorded scans, Return chooses one; two that are chosen are compared.";
+    static constexpr const char* chooseHint = "Choose two points to see what changed between them.";
+    static constexpr const char* chooseSecondHint = "Choose a second point to compare it with.";
+
     /// The scans of one tool in the shown repository.
     struct ToolSeries {
         std::string tool;

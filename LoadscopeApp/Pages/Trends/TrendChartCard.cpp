@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Trends/TrendChartCard.h"
 
+#include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Cards/CardPieces.h"
 #include "LoadscopeApp/Cards/SaveFilePanel.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
+#include "LoadscopeApp/Pages/Comparison/ComparisonTable.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
@@ -37,6 +39,8 @@ TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& 
     content()->addWidget(chart_);
     content()->addWidget(legend_);
     content()->addWidget(CardPieces::caption(DisplayText::own(presentation->chartCaption())));
+    showChosen();
+    connect(chart_, &TrendChart::chosenChanged, this, &TrendChartCard::showChosen);
     // The tooltip stands above the plot; it must not cover the header.
     AppTheme::bind(this, [this, tooltipRoom] {
         TrendsPresentation::Tooltip tallest;
@@ -47,6 +51,23 @@ TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& 
         tooltipRoom->changeSize(0, std::max(0, room), QSizePolicy::Minimum, QSizePolicy::Fixed);
         content()->invalidate();
     });
+}
+
+void TrendChartCard::showChosen() {
+    delete comparison_;
+    std::vector<std::size_t> chosen = chart_->chosen();
+    std::sort(chosen.begin(), chosen.end()); // by date
+    if (chosen.size() == 2) {
+        const std::vector<RecordedScan>& scans = chart_->presentation().scans();
+        comparison_ = new ComparisonTable(ScanComparison::of(ScanMeasurement::ofRecord(scans[chosen[0]]),
+                                                             ScanMeasurement::ofRecord(scans[chosen[1]])));
+    } else {
+        comparison_ = CardPieces::caption(DisplayText::own(
+            chosen.empty() ? TrendsPresentation::chooseHint : TrendsPresentation::chooseSecondHint));
+    }
+    content()->addWidget(comparison_);
+    ReadingOrder::follow(*this);
+    comparison_->show();
 }
 
 ChartPicture TrendChartCard::picture() const {

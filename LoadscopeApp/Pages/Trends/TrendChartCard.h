@@ -23,8 +23,11 @@ public:
     [[nodiscard]] ChartPicture picture() const;
 
 private:
+    void showChosen();
+
     TrendChart* chart_;
     ChartLegend* legend_;
+    QWidget* comparison_ = nullptr; ///< of the chosen scans, or how to choose them
 };
 
 } // namespace loadscope
