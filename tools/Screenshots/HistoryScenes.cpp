@@ -135,6 +135,14 @@ std::vector<Scene> historyScenes() {
          },
          demo(false)},
         {QStringLiteral("trends-windows"), showTrends, demo(true)},
+        {QStringLiteral("trends-chosen"),
+         [](Stage& stage) {
+             showTrends(stage);
+             auto* chart = stage.view.findChild<TrendChart*>();
+             for (const std::size_t scan : {std::size_t{0}, std::size_t{3}})
+                 chart->choose(scan);
+         },
+         demo(false)},
         {QStringLiteral("trends-method"),
          [](Stage& stage) {
              showTrends(stage);
