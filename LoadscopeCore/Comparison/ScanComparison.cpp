@@ -126,12 +126,13 @@ bool differ(const std::optional<T>& before, const std::optional<T>& after) {
 }
 
 std::vector<Warning> warningsFor(const ScanMeasurement& before, const ScanMeasurement& after) {
+    const bool isOneTool = before.tool == after.tool; // versions and windows of two tools say nothing
     const std::pair<Warning, bool> all[] = {
-        {Warning::otherTool, before.tool != after.tool},
+        {Warning::otherTool, !isOneTool},
         {Warning::otherRepository, before.repositoryPath != after.repositoryPath},
-        {Warning::otherModel, differ(before.model, after.model)},
-        {Warning::otherWindow, differ(before.contextWindow, after.contextWindow)},
-        {Warning::otherVersion, differ(before.toolVersion, after.toolVersion)},
+        {Warning::otherModel, isOneTool && differ(before.model, after.model)},
+        {Warning::otherWindow, isOneTool && differ(before.contextWindow, after.contextWindow)},
+        {Warning::otherVersion, isOneTool && differ(before.toolVersion, after.toolVersion)},
         {Warning::otherSource, differ(before.totalSource, after.totalSource)},
         {Warning::estimate, before.isEstimate || after.isEstimate},
     };

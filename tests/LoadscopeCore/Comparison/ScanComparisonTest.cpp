@@ -87,7 +87,9 @@ TEST(ScanComparison, WarnsWhereTheTwoAreNotAlike) {
     } cases[] = {
         {[](auto&) {}, {}, true},
         {[](auto& m) { m.model = m.toolVersion = {}, m.contextWindow = {}, m.totalSource = {}; }, {}, true},
-        {[](auto& m) { m.tool = RecordedScan::codexTool; }, {Warning::otherTool}, false},
+        {[](auto& m) { m.tool = RecordedScan::codexTool, m.toolVersion = "0.1", m.model = "g"; },
+         {Warning::otherTool},
+         false},
         {[](auto& m) { m.repositoryPath = "/b"; }, {Warning::otherRepository}, true},
         {[](auto& m) { m.model = "n"; }, {Warning::otherModel}, false},
         {[](auto& m) { m.contextWindow = 1; }, {Warning::otherWindow}, true},
