@@ -3,6 +3,7 @@
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
+#include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
@@ -12,6 +13,19 @@
 
 namespace loadscope::screenshots {
 namespace {
+
+CodexItems codexItems() {
+    CodexItems items;
+    items.items = {{CodexItemKind::systemPrompt, 24'000},
+                   {CodexItemKind::skills, 4'100},
+                   {CodexItemKind::permissions, 900},
+                   {CodexItemKind::instructions, 33'100},
+                   {CodexItemKind::environment, 400}};
+    items.model = "gpt-5.2-codex";
+    items.contextWindow = 272'000;
+    items.instructions.files = {{"/home/dev/src/web-app/AGENTS.md", 34'886, 32'768}};
+    return items;
+}
 
 struct Case {
     QString name;
@@ -47,8 +61,16 @@ void show(Stage& stage, const Case& report) {
         result.missingServers = {"figma", "sentry"};
     };
     stage.scan(report.probe);
+    if (report.opensRows && !report.codex) { // its items are estimated instead
+        stage.tools.codex->items = codexItems();
+        stage.codexEstimates.estimate(folder.toStdString());
+        stage.settle([&stage] { return stage.codexEstimates.items().has_value(); });
+    }
     for (auto* section : stage.view.findChildren<CollapsibleSection*>())
         section->setExpanded(true);
+    if (report.opensRows)
+        for (auto* line : stage.view.findChild<OverviewReport*>()->findChildren<DisclosureButton*>())
+            line->setExpanded(true);
     stage.settle();
     for (auto* table : stage.view.findChildren<ReportTable*>()) {
         for (std::size_t row = 0; report.opensRows && row < table->rows().size(); ++row)
@@ -72,6 +94,9 @@ ProbeResult without(std::optional<std::int64_t> window, std::int64_t total) {
 Case details(const QString& name, int tools) {
     Case result{name, testing::detailedResult(tools)};
     result.opensRows = true;
+    CodexProbeResult codex{41'200, 272'000, 20.0};
+    codex.items = codexItems();
+    if (tools < 100) result.codex = CodexScanOutcome::measured(codex);
     return result;
 }
 

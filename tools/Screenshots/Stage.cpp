@@ -30,8 +30,10 @@ testing::FakeTools withHistory(const QTemporaryDir& folder, const std::vector<Re
 Stage::Stage(const std::vector<RecordedScan>& history)
     : tools(withHistory(folder, history)),
       model(uiThread, tools.collaborators()),
+      codexEstimates(uiThread, tools.codex),
       readiness(uiThread, [this](std::stop_token) { return readinessAnswer; }),
       view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {
+    view.setCodexEstimates(codexEstimates);
     settle([this] { return model.historyActivity() == HistoryActivity::none; });
 }
 

@@ -5,6 +5,7 @@
 #include "LoadscopeApp/App/QtUIThread.h"
 #include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
+#include "LoadscopeCore/Scan/CodexEstimateModel.h"
 #include "tests/LoadscopeApp/Support/FakeTools.h"
 
 #include <QString>
@@ -32,6 +33,7 @@ public:
     ReadinessChecker::Result readinessAnswer{ToolReadiness::ready, ToolReadiness::ready};
     QtUIThread uiThread;
     ScanModel model;
+    CodexEstimateModel codexEstimates;
     ReadinessModel readiness;
     ContentView view;
 };
