@@ -4,6 +4,7 @@
 
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/Folder.h"
+#include "LoadscopeCLI/HistoryTransfer.h"
 #include "LoadscopeCLI/ScanText.h"
 #include "LoadscopeCLI/Table.h"
 #include "LoadscopeCore/History/ScanHistory.h"
@@ -31,12 +32,16 @@ struct Options {
     std::string tool;
     bool json = false;
     bool yes = false;
+    std::vector<std::string> imported;
+    std::string output;
 };
 
 constexpr const char* examples = R"(Examples:
   loadscope history                                  every recorded scan, newest first
   loadscope history --repository . --tool claude     those of the current folder
   loadscope history --json | jq '.scans[-1].total'   the newest total, for scripts
+  loadscope history export --output scans.json       keep the history, or take it along
+  loadscope history import scans.json */context.json   add histories and reports of `scan --json`
   loadscope history clear --yes                      delete the history without asking)";
 
 /// The largest categories of a record in one line; its rows come largest first.
@@ -128,12 +133,18 @@ bool confirmed(Terminal& errors, std::size_t scans) {
     return answer == "y" || answer == "Y" || answer == "yes";
 }
 
+/// False, with a word to the user, when options of the list were given to a command of the whole history.
+bool concernsAll(const Options& options, const char* what) {
+    if (options.repository.empty() && options.tool.empty() && !options.json) return true;
+    Terminal errors(STDERR_FILENO);
+    showFailure(errors, what, "");
+    return false;
+}
+
 ExitCode clearHistory(const Options& options) {
     Terminal errors(STDERR_FILENO);
-    if (!options.repository.empty() || !options.tool.empty() || options.json) {
-        showFailure(errors, "`history clear` deletes the whole history and takes --yes only.", "");
+    if (!concernsAll(options, "`history clear` deletes the whole history and takes --yes only."))
         return ExitCode::wrongUsage;
-    }
     ScanHistoryStore store(ScanHistoryStore::defaultDirectory());
     if (!options.yes) {
         if (isatty(STDIN_FILENO) != 1 || !errors.isTerminal()) {
@@ -166,8 +177,31 @@ void addHistoryCommand(CLI::App& app, ExitCode& exitCode) {
     command->footer(examples);
     CLI::App* clear = command->add_subcommand("clear", "Delete the history");
     clear->add_flag("--yes", options->yes, "Do not ask");
-    command->callback([options, command, clear, &exitCode] {
-        exitCode = command->got_subcommand(clear) ? clearHistory(*options) : showHistory(*options);
+    CLI::App* import =
+        command->add_subcommand("import", "Add the scans of reports and histories that are not there yet");
+    import
+        ->add_option("FILE", options->imported,
+                     "Reports of `scan --json` and other histories; - is the standard input")
+        ->required();
+    CLI::App* exported = command->add_subcommand("export", "Write the history as a file for `import`");
+    exported->add_option("--output", options->output, "Write to this file, which is replaced")
+        ->option_text("FILE")
+        ->check([](const std::string& file) { return file.empty() ? "FILE is empty" : ""; });
+    command->require_subcommand(0, 1);
+    command->callback([options, command, clear, import, exported, &exitCode] {
+        if (command->got_subcommand(clear))
+            exitCode = clearHistory(*options);
+        else if (command->got_subcommand(import))
+            exitCode = concernsAll(*options, "`history import` takes files only.")
+                           ? importHistory(options->imported)
+                           : ExitCode::wrongUsage;
+        else if (command->got_subcommand(exported))
+            exitCode =
+                concernsAll(*options, "`history export` writes the whole history and takes --output only.")
+                    ? exportHistory(options->output)
+                    : ExitCode::wrongUsage;
+        else
+            exitCode = showHistory(*options);
     });
 }
 

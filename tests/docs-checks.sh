@@ -25,7 +25,7 @@ done < <(find . -name '*.md' -not -path './build/*' -not -path './demo/repositor
     xargs -0 grep -oHE '\]\([^) ]+\)' | sed 's/:\](/:/; s/)$//' | grep -vE ':(https?|mailto):')
 
 # Every option of the command that the README names is in its help.
-help=$(for command in '' scan status history 'history clear' leaderboard open; do
+help=$(for command in '' scan status history 'history clear' 'history export' leaderboard open; do
     # shellcheck disable=SC2086
     "$loadscope" $command --help
 done) || fail 'the command prints no help'

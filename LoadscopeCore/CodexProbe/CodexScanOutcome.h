@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/CodexProbe/CodexItems.h"
+#include "LoadscopeCore/Platform/UUID.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -21,6 +22,7 @@ struct CodexProbeResult {
     std::optional<std::string> model{};
     bool keepsRecord = false;          ///< this version cannot be told to keep no record of the session
     std::optional<CodexItems> items{}; ///< asked for after the session; not recorded
+    std::optional<UUID> id{};          ///< that of its record, recorded or not
 
     /// What the total leaves beside the items, never below 0; nothing when Codex does not tell them.
     [[nodiscard]] std::optional<std::int64_t> rest() const {

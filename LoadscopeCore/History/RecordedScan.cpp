@@ -20,35 +20,43 @@ std::optional<std::string> recordedWord(const std::optional<std::string>& word) 
 
 } // namespace
 
+RecordedScan RecordedScan::recordable(RecordedScan scan) {
+    for (RecordedCategory& category : scan.categories)
+        category.name = RecordedCategoryName::recorded(category.name);
+    scan.toolVersion = recordedWord(scan.toolVersion);
+    scan.model = recordedWord(scan.model);
+    return scan;
+}
+
 RecordedScan RecordedScan::ofReport(const ScanReport& report, Timestamp date, UUID id) {
     std::vector<RecordedCategory> categories;
     categories.reserve(report.rows.size());
     for (const SlabAttribution& row : report.rows)
-        categories.push_back({RecordedCategoryName::recorded(row.name), row.tokens});
-    return {.id = std::move(id),
-            .repositoryName = report.repositoryName,
-            .repositoryPath = report.repositoryPath,
-            .date = date,
-            .total = report.total,
-            .categories = std::move(categories),
-            .tool = claudeTool,
-            .contextWindow = report.contextWindow,
-            .toolVersion = recordedWord(report.conditions.toolVersion),
-            .model = recordedWord(report.conditions.model)};
+        categories.push_back({row.name, row.tokens});
+    return recordable({.id = std::move(id),
+                       .repositoryName = report.repositoryName,
+                       .repositoryPath = report.repositoryPath,
+                       .date = date,
+                       .total = report.total,
+                       .categories = std::move(categories),
+                       .tool = claudeTool,
+                       .contextWindow = report.contextWindow,
+                       .toolVersion = report.conditions.toolVersion,
+                       .model = report.conditions.model});
 }
 
 RecordedScan RecordedScan::ofCodex(const CodexProbeResult& result, const RepoSelection& selection,
                                    Timestamp date, UUID id) {
-    return {.id = std::move(id),
-            .repositoryName = selection.displayName,
-            .repositoryPath = selection.path,
-            .date = date,
-            .total = result.total,
-            .categories = {},
-            .tool = codexTool,
-            .contextWindow = result.contextWindow,
-            .toolVersion = recordedWord(result.toolVersion),
-            .model = recordedWord(result.model)};
+    return recordable({.id = std::move(id),
+                       .repositoryName = selection.displayName,
+                       .repositoryPath = selection.path,
+                       .date = date,
+                       .total = result.total,
+                       .categories = {},
+                       .tool = codexTool,
+                       .contextWindow = result.contextWindow,
+                       .toolVersion = result.toolVersion,
+                       .model = result.model});
 }
 
 namespace RecordedCategoryName {

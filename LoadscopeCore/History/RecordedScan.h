@@ -50,6 +50,10 @@ struct RecordedScan {
     /// Dated more than a day after `now`: by a clock that was wrong.
     [[nodiscard]] bool isDatedAhead(Timestamp now) const { return date > now + clockTolerance; }
 
+    /// The record without what no record may hold: names of categories that could be a path, words that are
+    /// too long for a version or a model.
+    [[nodiscard]] static RecordedScan recordable(RecordedScan scan);
+
     [[nodiscard]] static RecordedScan ofReport(const ScanReport& report, Timestamp date, UUID id);
     [[nodiscard]] static RecordedScan ofCodex(const CodexProbeResult& result, const RepoSelection& selection,
                                               Timestamp date, UUID id);

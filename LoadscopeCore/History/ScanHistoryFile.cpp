@@ -132,6 +132,8 @@ void appendScan(std::string& file, const RecordedScan& scan) {
 
 } // namespace
 
+std::optional<RecordedScan> record(const Json::Value& object) { return decodedScan(object); }
+
 std::variant<std::vector<RecordedScan>, Unreadable> decode(std::string_view file) {
     const std::optional<Json::Value> root = Json::parse(file, Json::Extent::any);
     if (!root || !root->is_object()) return Unreadable::corrupt;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/History/RecordedScan.h"
+#include "LoadscopeCore/Platform/Json.h"
 
 #include <optional>
 #include <string>
@@ -20,6 +21,9 @@ enum class Unreadable { corrupt, version };
 
 /// The records of a file's text in file order, or why it cannot be read. Never throws.
 [[nodiscard]] std::variant<std::vector<RecordedScan>, Unreadable> decode(std::string_view text);
+
+/// One record as the file holds it, or nothing. Unknown members are passed over. Never throws.
+[[nodiscard]] std::optional<RecordedScan> record(const Json::Value& object);
 
 /// The whole file: indented, keys sorted, "/" escaped, dates in UTC to the second.
 [[nodiscard]] std::string encode(const std::vector<RecordedScan>& scans);

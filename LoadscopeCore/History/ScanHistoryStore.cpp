@@ -17,6 +17,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <limits>
+#include <set>
 #include <sys/stat.h>
 #include <system_error>
 #include <tuple>
@@ -91,10 +92,9 @@ Identity identity(const std::string& path) {
     return {status.st_ino, status.st_size, written.time_since_epoch().count()};
 }
 
-/// The records with one more, without the oldest beyond the limit. What is dated ahead of the clock counts as
+/// The records without the oldest beyond the limit. What is dated ahead of the clock counts as
 /// of now, and of the records of this day goes first: else it would push out every scan that is made.
-std::vector<RecordedScan> newest(std::vector<RecordedScan> scans, const RecordedScan& added) {
-    scans.push_back(added);
+std::vector<RecordedScan> newest(std::vector<RecordedScan> scans) {
     const Timestamp now = std::chrono::system_clock::now();
     const auto age = [now](const RecordedScan& scan) {
         return scan.isDatedAhead(now) ? now - RecordedScan::clockTolerance : scan.date;
@@ -165,29 +165,61 @@ std::vector<RecordedScan> ScanHistoryStore::load() {
     return std::move(reading.scans);
 }
 
-std::vector<RecordedScan> ScanHistoryStore::append(const RecordedScan& scan) {
+ScanHistoryStore::Update ScanHistoryStore::update(const Change& change) {
     const std::lock_guard guard(mutex_);
     createFolders(directory_);
     AtomicFile::removeAbandoned(FilePath::parent(FilePath::resolved(filePath())), abandonedAfter);
     for (int attempt = 1;; ++attempt) {
         const std::lock_guard hold(folderLock_);
         Identity expected = identity(filePath());
-        Reading reading = readHistory(filePath());
+        const Reading reading = readHistory(filePath());
+        std::vector<RecordedScan> scans = change(reading.scans);
+        if (scans == reading.scans) return {std::move(scans), true};
         bool mayWrite = reading.state != Reading::State::unavailable;
         if (reading.state == Reading::State::unreadable) {
             mayWrite = setAside(*this, reading.reason, highestBackupNumber);
             expected = {};
         }
-        std::vector<RecordedScan> scans = newest(std::move(reading.scans), scan);
-        if (!mayWrite) return scans;
+        if (!mayWrite) return {std::move(scans), false};
         // The lock is only advisory: who gave up waiting for it, or held it and was stopped, looks again.
         bool isOvertaken = false;
         const bool isWritten = AtomicFile::write(filePath(), ScanHistoryFile::encode(scans), [&] {
             isOvertaken = attempt < maximumAttempts && identity(filePath()) != expected;
             return !isOvertaken;
         });
-        if (isWritten || !isOvertaken) return scans;
+        if (isWritten || !isOvertaken) return {std::move(scans), isWritten};
     }
+}
+
+std::vector<RecordedScan> ScanHistoryStore::append(const RecordedScan& scan) {
+    return update([&](std::vector<RecordedScan> scans) {
+               scans.push_back(scan);
+               return newest(std::move(scans));
+           })
+        .scans;
+}
+
+ScanHistoryStore::Merge ScanHistoryStore::merge(const std::vector<RecordedScan>& added) {
+    Merge merge;
+    if (added.empty()) return merge;
+    const Update result = update([&](const std::vector<RecordedScan>& stored) {
+        merge = {};
+        std::set<UUID> known;
+        for (const RecordedScan& scan : stored)
+            known.insert(scan.id);
+        std::set<UUID> fresh;
+        std::vector<RecordedScan> scans = stored;
+        for (const RecordedScan& scan : added)
+            if (!known.contains(scan.id) && fresh.insert(scan.id).second) scans.push_back(scan);
+        if (!fresh.empty()) scans = newest(std::move(scans));
+        merge.taken = static_cast<std::size_t>(std::count_if(
+            scans.begin(), scans.end(), [&](const RecordedScan& scan) { return fresh.contains(scan.id); }));
+        merge.tooOld = fresh.size() - merge.taken;
+        merge.known = added.size() - fresh.size();
+        return merge.taken > 0 ? scans : stored;
+    });
+    merge.isStored = result.isStored;
+    return merge;
 }
 
 bool ScanHistoryStore::clear() {

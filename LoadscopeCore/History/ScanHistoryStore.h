@@ -5,6 +5,8 @@
 #include "LoadscopeCore/History/FolderLock.h"
 #include "LoadscopeCore/History/RecordedScan.h"
 
+#include <cstddef>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -42,6 +44,17 @@ public:
     /// be moved, nothing is written.
     virtual std::vector<RecordedScan> append(const RecordedScan& scan);
 
+    /// What became of records that were to be merged.
+    struct Merge {
+        std::size_t taken = 0;
+        std::size_t known = 0;  ///< a record with the identifier was there already
+        std::size_t tooOld = 0; ///< not among the newest `maximumScans`
+        bool isStored = true;   ///< the file could be written, or nothing was to be
+    };
+
+    /// Adds the records whose identifiers are not there yet, as `append` would, but with one writing.
+    Merge merge(const std::vector<RecordedScan>& scans);
+
     /// Deletes the file and every unreadable file set aside. True when all that was there is gone. A folder
     /// is deleted only when empty. Of a history behind a symbolic link the target is deleted and the link
     /// stays; any other link goes and its target stays.
@@ -61,6 +74,16 @@ public:
     [[nodiscard]] static std::vector<RecordedScan> ordered(std::vector<RecordedScan> scans);
 
 private:
+    struct Update {
+        std::vector<RecordedScan> scans;
+        bool isStored = false;
+    };
+    using Change = std::function<std::vector<RecordedScan>(const std::vector<RecordedScan>&)>;
+
+    /// Writes what `change`, which may be asked more than once, makes of the records; nothing when it leaves
+    /// them as they are.
+    Update update(const Change& change);
+
     std::string directory_;
     std::mutex mutex_;
     FolderLock folderLock_; ///< used while `mutex_` is held

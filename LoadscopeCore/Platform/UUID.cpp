@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <random>
 #include <unistd.h>
 
@@ -31,11 +32,28 @@ std::array<unsigned char, 16> randomBytes() {
     return bytes;
 }
 
+/// FNV-1a with a start of one's own.
+std::uint64_t hash(std::string_view content, std::uint64_t value) {
+    constexpr std::uint64_t prime = 0x100000001B3;
+    for (const char character : content)
+        value = (value ^ static_cast<unsigned char>(character)) * prime;
+    return value;
+}
+
 } // namespace
 
-UUID UUID::generate() {
-    std::array<unsigned char, 16> bytes = randomBytes();
-    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40); // version 4
+UUID UUID::generate() { return ofBytes(randomBytes(), 4); }
+
+UUID UUID::derived(std::string_view content) {
+    constexpr std::array<std::uint64_t, 2> starts{0xCBF29CE484222325, 0x9AE16A3B2F90404F};
+    std::array<unsigned char, 16> bytes{};
+    for (std::size_t index = 0; index < bytes.size(); ++index)
+        bytes[index] = static_cast<unsigned char>(hash(content, starts[index / 8]) >> (index % 8 * 8));
+    return ofBytes(bytes, 8);
+}
+
+UUID UUID::ofBytes(std::array<unsigned char, 16> bytes, unsigned char version) {
+    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | (version << 4));
     bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80); // the variant of RFC 4122
     std::string text;
     text.reserve(textSize);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <compare>
 #include <optional>
 #include <string>
@@ -15,6 +16,10 @@ public:
     /// A new random (version 4) identifier from the operating system's generator.
     [[nodiscard]] static UUID generate();
 
+    /// One that only the content decides (version 8), the same on every machine. For telling apart what was
+    /// kept, not for what must withstand an attack.
+    [[nodiscard]] static UUID derived(std::string_view content);
+
     /// From the canonical text in any letter case; nothing for any other text.
     [[nodiscard]] static std::optional<UUID> parse(std::string_view text);
 
@@ -24,6 +29,7 @@ public:
 
 private:
     explicit UUID(std::string text) : text_(std::move(text)) {}
+    [[nodiscard]] static UUID ofBytes(std::array<unsigned char, 16> bytes, unsigned char version);
     std::string text_;
 };
 

@@ -51,6 +51,7 @@ Object instructions(const CodexItems& all) {
 
 Object measured(const CodexScanOutcome& outcome, const CodexProbeResult& result) {
     Object object = {{"status", "measured"},
+                     {"id", result.id ? Object(result.id->text()) : Object(nullptr)},
                      {"total", result.total},
                      {"contextWindow", orNull(result.contextWindow)},
                      {"duration", result.duration},

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
+#include "LoadscopeCore/History/PathBytes.h"
+#include "LoadscopeCore/Platform/InternetDate.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/BudgetPresentation.h"
@@ -120,42 +122,44 @@ Object notes(const ScanReport& report) {
 std::string report(const ScanReport& report, const std::vector<BudgetResult>& budgets) {
     const LocaleFormat::EnglishScope english; // the summary and the notes hold numbers
     const MeasurementConditions& conditions = report.conditions;
-    const Object object = {
-        {"schemaVersion", schemaVersion},
-        {"repositoryName", Text::repaired(report.repositoryName)},
-        {"repositoryPath", Text::repaired(report.repositoryPath)},
-        {"total", report.total},
-        {"totalSource", rawValue(report.totalSource)},
-        {"sessionID", Text::repaired(report.sessionID)},
-        {"resolvedCLIPath", Text::repaired(report.resolvedCLIPath)},
-        {"duration", report.duration},
-        {"contextWindow", orNull(report.contextWindow)},
-        {"toolVersion", textOrNull(conditions.toolVersion)},
-        {"requestedModel", Text::repaired(conditions.requestedModel)},
-        {"model", textOrNull(conditions.model)},
-        {"estimated", conditions.isEstimate},
-        {"mayBeEstimated", conditions.mayBeEstimate},
-        {"reservedTakenOff", reservedTakenOff(conditions.takenOff)},
-        {"environment", environment(conditions)},
-        {"band", OpinionBands::rawValue(report.band)},
-        {"score", HealthScore::value(report.total)},
-        {"rows", rows(report)},
-        {"remainder", report.remainder},
-        {"overAttributed", report.overAttributed},
-        {"categoriesSelfReported", report.categoriesSelfReported},
-        {"details", {{"members", members(report.details)}}},
-        {"onDemand", categories(report.details.deferred)},
-        {"reserved", categories(report.details.reserved)},
-        {"files", filesByTier(report)},
-        {"loadedElsewhere", loadedElsewhere(report)},
-        {"unreadablePaths", texts(report.unreadablePaths())},
-        {"codex", CodexJson::outcome(report.codex)},
-        {"codexInstructions", report.codexInstructions
-                                  ? CheckPresentation::codexInstructions(*report.codexInstructions)
-                                  : Object(nullptr)},
-        {"budgets", BudgetPresentation::json(budgets)},
-        {"summary", texts(ScanPresentation::summaryLines(report))},
-        {"notes", notes(report)}};
+    Object object = {{"schemaVersion", schemaVersion},
+                     {"repositoryName", Text::repaired(report.repositoryName)},
+                     {"repositoryPath", Text::repaired(report.repositoryPath)},
+                     {"id", report.id ? Object(report.id->text()) : Object(nullptr)},
+                     {"date", report.date ? Object(InternetDate::text(*report.date)) : Object(nullptr)},
+                     {"total", report.total},
+                     {"totalSource", rawValue(report.totalSource)},
+                     {"sessionID", Text::repaired(report.sessionID)},
+                     {"resolvedCLIPath", Text::repaired(report.resolvedCLIPath)},
+                     {"duration", report.duration},
+                     {"contextWindow", orNull(report.contextWindow)},
+                     {"toolVersion", textOrNull(conditions.toolVersion)},
+                     {"requestedModel", Text::repaired(conditions.requestedModel)},
+                     {"model", textOrNull(conditions.model)},
+                     {"estimated", conditions.isEstimate},
+                     {"mayBeEstimated", conditions.mayBeEstimate},
+                     {"reservedTakenOff", reservedTakenOff(conditions.takenOff)},
+                     {"environment", environment(conditions)},
+                     {"band", OpinionBands::rawValue(report.band)},
+                     {"score", HealthScore::value(report.total)},
+                     {"rows", rows(report)},
+                     {"remainder", report.remainder},
+                     {"overAttributed", report.overAttributed},
+                     {"categoriesSelfReported", report.categoriesSelfReported},
+                     {"details", {{"members", members(report.details)}}},
+                     {"onDemand", categories(report.details.deferred)},
+                     {"reserved", categories(report.details.reserved)},
+                     {"files", filesByTier(report)},
+                     {"loadedElsewhere", loadedElsewhere(report)},
+                     {"unreadablePaths", texts(report.unreadablePaths())},
+                     {"codex", CodexJson::outcome(report.codex)},
+                     {"codexInstructions", report.codexInstructions ? CheckPresentation::codexInstructions(
+                                                                          *report.codexInstructions)
+                                                                    : Object(nullptr)},
+                     {"budgets", BudgetPresentation::json(budgets)},
+                     {"summary", texts(ScanPresentation::summaryLines(report))},
+                     {"notes", notes(report)}};
+    if (const auto bytes = PathBytes::encoded(report.repositoryPath)) object["repositoryPathBytes"] = *bytes;
     return object.dump(indent);
 }
 

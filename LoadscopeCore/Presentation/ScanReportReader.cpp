@@ -77,7 +77,8 @@ std::optional<std::vector<ContextMember>> members(const Json::Value& report) {
     return found;
 }
 
-/// Why an object is no report, if it is none.
+} // namespace
+
 std::optional<Unreadable> objection(const Json::Value& object) {
     if (const Json::Value* error = Json::objectMember(object, "error"))
         return Unreadable{"is the report of a scan that failed: " + text(*error, "headline").value_or("")};
@@ -89,8 +90,6 @@ std::optional<Unreadable> objection(const Json::Value& object) {
         return Unreadable{"is not a report of `loadscope scan --json`: it has no \"total\"."};
     return std::nullopt;
 }
-
-} // namespace
 
 std::variant<ScanMeasurement, Unreadable> read(std::string_view json) {
     if (json.size() > Json::maximumSize) return Unreadable{"is larger than a report can be (16 MB)."};

@@ -3,7 +3,9 @@
 #pragma once
 
 #include "LoadscopeCore/Comparison/ScanMeasurement.h"
+#include "LoadscopeCore/Platform/Json.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -20,5 +22,8 @@ struct Unreadable {
 };
 
 [[nodiscard]] std::variant<ScanMeasurement, Unreadable> read(std::string_view text);
+
+/// Why an object is no report of a scan, if it is none.
+[[nodiscard]] std::optional<Unreadable> objection(const Json::Value& object);
 
 } // namespace loadscope::ScanReportReader

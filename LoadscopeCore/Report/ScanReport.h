@@ -8,6 +8,8 @@
 #include "LoadscopeCore/Instructions/Attribution.h"
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
 #include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Platform/UUID.h"
 #include "LoadscopeCore/Report/ChangeableGroup.h"
 #include "LoadscopeCore/Report/MemoryFiles.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
@@ -48,7 +50,9 @@ struct ScanReport {
     std::vector<ChangeableGroup> largestChangeable{}; ///< at most three, largest first
     std::vector<std::string> missingServers{};        ///< configured ones that the tool does not list
     std::optional<CodexInstructions>
-        codexInstructions{}; ///< what Codex would read, known from the disk alone
+        codexInstructions{};         ///< what Codex would read, known from the disk alone
+    std::optional<UUID> id{};        ///< that of its record, recorded or not
+    std::optional<Timestamp> date{}; ///< when the scan ended
 
     /// Every instruction file: the repository's, then the inherited, then the personal ones.
     [[nodiscard]] std::vector<InstructionFileEstimate> files() const { return fileSet.allFiles(); }

@@ -18,6 +18,17 @@ constexpr const char* readyStage = "Ready to scan";
 constexpr const char* stoppingStage = "Stopping scan…";
 constexpr const char* cancelledStage = "Scan cancelled. Ready to try again.";
 
+/// The report and its records have these in common, so that one who imports the report knows the record.
+void identify(ScanReport& report) {
+    report.date = std::chrono::system_clock::now();
+    report.id = UUID::generate();
+    if (const CodexProbeResult* codex = report.codex.result()) {
+        CodexProbeResult identified = *codex;
+        identified.id = UUID::generate();
+        report.codex = CodexScanOutcome::measured(identified);
+    }
+}
+
 } // namespace
 
 std::shared_ptr<const ScanReport> ScanState::report() const {
@@ -119,14 +130,13 @@ void ScanModel::Implementation::finish(const RepoSelection& scanned, ScanStages:
 }
 
 void ScanModel::Implementation::accept(const RepoSelection& scanned, ScanReport report) {
+    identify(report);
     std::vector<RecordedScan> scans;
     if (collaborators.historyStore) {
         if (!report.conditions.isEstimate)
-            scans.push_back(
-                RecordedScan::ofReport(report, std::chrono::system_clock::now(), UUID::generate()));
+            scans.push_back(RecordedScan::ofReport(report, *report.date, *report.id));
         if (const CodexProbeResult* codex = report.codex.result())
-            scans.push_back(
-                RecordedScan::ofCodex(*codex, scanned, std::chrono::system_clock::now(), UUID::generate()));
+            scans.push_back(RecordedScan::ofCodex(*codex, scanned, *report.date, *codex->id));
     }
     previous = previousOf(report);
     state = ScanState::result(std::move(report));

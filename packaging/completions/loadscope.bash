@@ -10,7 +10,7 @@ _loadscope() {
         word=${COMP_WORDS[index]}
         case $command:$word in
         :scan | :status | :history | :leaderboard | :diff | :check | :open) command=$word ;;
-        history:clear) command='history clear' ;;
+        history:clear | history:import | history:export) command+=" $word" ;;
         esac
     done
 
@@ -32,7 +32,7 @@ _loadscope() {
         mapfile -t COMPREPLY < <(compgen -W 'text markdown json junit' -- "$current")
         return
         ;;
-    --baseline | --budget)
+    --baseline | --budget | --output)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
@@ -51,8 +51,9 @@ _loadscope() {
         options+=' --baseline --budget --no-budget --format'
         ;;
     status) options+=' --json' ;;
-    history) words='clear' options+=' --repository --tool --json' ;;
+    history) words='clear export import' options+=' --repository --tool --json' ;;
     'history clear') options+=' --yes' ;;
+    'history export') options+=' --output' ;;
     leaderboard) options+=' --tool --json' ;;
     diff) options+=' --repository --since --tool --format --json' ;;
     check) options+=' --budget --no-budget --format --json' ;;
@@ -60,7 +61,7 @@ _loadscope() {
 
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
-    elif [[ $command == diff ]]; then
+    elif [[ $command == diff || $command == 'history import' ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
     elif [[ $command == scan || $command == check || $command == open ]]; then

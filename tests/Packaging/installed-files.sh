@@ -68,7 +68,7 @@ compopt() { :; }
 source share/bash-completion/completions/loadscope
 
 all_options=
-for command in '' scan status history 'history clear' leaderboard open; do
+for command in '' scan status history 'history clear' 'history import' 'history export' leaderboard open; do
     # shellcheck disable=SC2086 # one word each
     options=$(words_of_help Options $command)
     all_options+=" $options"
@@ -83,7 +83,7 @@ done
 commands=$(words_of_help Subcommands)
 same 'bash: commands' "$commands" "$(words_of_bash loadscope '')"
 same 'bash: commands of history' "$(words_of_help Subcommands history)" "$(words_of_bash loadscope history '')"
-same 'page: commands' "$commands history clear" "$(sed -n 's/^\.SS //p' share/man/man1/loadscope.1)"
+same 'page: commands' "$commands history clear import export" "$(sed -n 's/^\.SS //p' share/man/man1/loadscope.1)"
 same 'zsh: commands' "$commands" \
     "$(sed -n '/commands=(/,/^ *)/s/^ *.\([a-z]*\):.*/\1/p' share/zsh/site-functions/_loadscope)"
 same 'zsh: options' "$(tr ' ' '\n' <<<"$all_options" | grep '^-')" \

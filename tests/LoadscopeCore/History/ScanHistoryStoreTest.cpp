@@ -177,6 +177,47 @@ TEST_F(ScanHistoryStoreTest, LosesNoRecordOfTwoProcesses) {
     EXPECT_EQ(store.load().size(), 200U);
 }
 
+TEST_F(ScanHistoryStoreTest, MergesWhatIsNotThereYet) {
+    const auto figures = [](const ScanHistoryStore::Merge& merge) {
+        return std::tuple(merge.taken, merge.known, merge.tooOld, merge.isStored);
+    };
+    EXPECT_EQ(figures(store.merge({})), std::tuple(0U, 0U, 0U, true));
+    EXPECT_FALSE(fs::exists(folder.path("data")));
+    const RecordedScan other = record(2, "other", day(2), 7);
+    RecordedScan same = other;
+    same.total = 8;
+    EXPECT_EQ(figures(store.merge({other, scan, same})), std::tuple(2U, 1U, 0U, true));
+    EXPECT_THAT(store.load(), ElementsAre(scan, other)) << "in the store's order, the first of an identifier";
+    const auto before = fs::last_write_time(path);
+    EXPECT_EQ(figures(store.merge({other, scan})), std::tuple(0U, 2U, 0U, true));
+    EXPECT_EQ(fs::last_write_time(path), before) << "nothing to write";
+    std::vector<RecordedScan> many;
+    for (int number = 10; number < 10 + 205; ++number)
+        many.push_back(record(number, "app", day(10) + std::chrono::seconds(number), number));
+    EXPECT_EQ(figures(store.merge(many)), std::tuple(200U, 0U, 5U, true));
+    EXPECT_EQ(store.load().front().total, 15);
+    EXPECT_EQ(figures(store.merge({scan})), std::tuple(0U, 0U, 1U, true));
+    writeFile(path, "?");
+    EXPECT_EQ(figures(store.merge({scan})), std::tuple(1U, 0U, 0U, true));
+    EXPECT_THAT(names(), UnorderedElementsAre("scan-history.json", "scan-history.unreadable-corrupt.json"));
+    EXPECT_TRUE(holdsForOrdinaryUser(
+        [] { return !ScanHistoryStore("/no").merge({record(1, "a", day(1), 1)}).isStored; }));
+}
+
+TEST_F(ScanHistoryStoreTest, LosesNothingWhenTwoProcessesMerge) {
+    const pid_t child = fork();
+    std::vector<RecordedScan> part;
+    for (int number = 0; number < 100; ++number) {
+        part.push_back(record(number + (child == 0 ? 1000 : 0), "app", day(1), number));
+        if (part.size() < 10) continue;
+        ScanHistoryStore(store.directory()).merge(part);
+        part.clear();
+    }
+    if (child == 0) _exit(0);
+    EXPECT_EQ(waitpid(child, nullptr, 0), child);
+    EXPECT_EQ(store.load().size(), 200U);
+}
+
 TEST_F(ScanHistoryStoreTest, GoesOnWhenTheLockIsNeverFreed) {
     store.append(scan);
     FolderLock holder(store.directory());

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
+#include "LoadscopeCore/Platform/InternetDate.h"
 #include "LoadscopeCore/Platform/Json.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 #include "tests/Support/Testing.h"
@@ -144,6 +145,9 @@ TEST_F(ScanPresentationTest, BuildsReportsFromTheirParts) {
 TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
     ScanReport report = reportOf(5, {}, 0, 1);
     report.repositoryName = "a\xff\"\x1b";
+    report.repositoryPath = "/a\xff";
+    report.id = UUID::parse("9c1d7a52-0b3e-4c8e-8f6a-2b7d5e4f1a90");
+    report.date = InternetDate::parse("2026-01-02T03:04:05Z");
     report.codex = CodexScanOutcome::measured({7, 200000, 1.5, "0.58.0", "m\xff", true});
     const std::string text = ScanReportJson::report(report);
     EXPECT_TRUE(
@@ -158,7 +162,8 @@ TEST_F(ScanPresentationTest, WritesOneJSONObjectWhoseTextsAreRepaired) {
         "estimatedTokens": 1, "reportedTokens": null}], "inherited": [], "personal": []}, "unreadablePaths": [], "rows": [{"name":
         "Startup context (categories not self-reported)", "tokens": 5, "provenance": "claudeReported", "ordinal": 0,
         "share": 1.0
-}], "codex": {"status": "measured", "total": 7, "contextWindow": 200000, "duration": 1.5,
+}], "date": "2026-01-02T03:04:05Z", "id": "9C1D7A52-0B3E-4C8E-8F6A-2B7D5E4F1A90", "repositoryPathBytes": "/a%FF",
+        "codex": {"status": "measured", "id": null, "total": 7, "contextWindow": 200000, "duration": 1.5,
         "toolVersion": "0.58.0", "model": "m\uFFFD", "note":
         "This version of Codex keeps a record of the session: it does not know the flag against it."}
 })json")
