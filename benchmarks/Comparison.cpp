@@ -23,8 +23,11 @@ double secondsOf(const std::function<void()>& work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+bool hasGoal(const Comparison& comparison) { return comparison.factor > 0 || comparison.seconds > 0; }
+
 std::string goalOf(const Comparison& comparison) {
-    if (comparison.factor <= 0) return "-";
+    if (!hasGoal(comparison)) return "-";
+    if (!comparison.reference) return "<= " + number(comparison.seconds * 1000, 0) + " ms";
     std::string goal = "<= " + number(comparison.factor, 2);
     if (comparison.seconds > 0) goal += " + " + number(comparison.seconds * 1000, 0) + " ms";
     return goal;
@@ -37,19 +40,20 @@ bool runComparison(const Comparison& comparison) {
     std::vector<double> reference;
     for (int round = 0; round <= comparison.rounds; ++round) {
         const double first = secondsOf(comparison.ours);
-        const double second = secondsOf(comparison.reference);
+        const double second = comparison.reference ? secondsOf(comparison.reference) : 0;
         if (round == 0) continue; // warms the caches
         ours.push_back(first);
         reference.push_back(second);
     }
     const double limit = median(reference) * comparison.factor + comparison.seconds;
-    const bool holds = comparison.factor <= 0 || median(ours) <= limit;
-    std::cout << comparison.what << '\t' << number(median(ours) * 1000, 2) << '\t'
-              << number(median(reference) * 1000, 2) << '\t' << number(median(ours) / median(reference), 2)
+    const bool holds = !hasGoal(comparison) || median(ours) <= limit;
+    const std::string other = comparison.reference ? number(median(reference) * 1000, 2) : "-";
+    const std::string ratio = comparison.reference ? number(median(ours) / median(reference), 2) : "-";
+    std::cout << comparison.what << '\t' << number(median(ours) * 1000, 2) << '\t' << other << '\t' << ratio
               << '\t' << goalOf(comparison) << '\t'
-              << (comparison.factor <= 0 ? "-"
-                  : holds                ? "yes"
-                                         : "NO")
+              << (!hasGoal(comparison) ? "-"
+                  : holds              ? "yes"
+                                       : "NO")
               << std::endl;
     return holds;
 }

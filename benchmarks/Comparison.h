@@ -14,14 +14,14 @@ struct Comparison {
     std::string what;
     std::function<void()> ours;
     std::function<void()> reference;
-    double factor = 0;  ///< ours may take this often the reference's time; 0 when nothing is promised
-    double seconds = 0; ///< and this much more
+    double factor = 0;  ///< ours may take this often the reference's time; 0 when nothing is promised of it
+    double seconds = 0; ///< and this much more, or this much without a reference
     int rounds = 9;
 };
 
-/// Runs both ways in turn, after one unmeasured round, and prints a line of six fields with tabs between
-/// them: what, both medians in milliseconds, their ratio, the goal, and whether it is met. Returns whether it
-/// is.
+/// Runs both ways, or ours alone where there is no reference, in turn, after one unmeasured round, and prints
+/// a line of six fields with tabs between them: what, both medians in milliseconds, their ratio, the goal,
+/// and whether it is met. Returns whether it is.
 bool runComparison(const Comparison& comparison);
 
 /// Runs a program without a shell, its output discarded, in a folder, and waits for it. Ends this program

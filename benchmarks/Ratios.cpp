@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Budget/RepositoryCheck.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/Geometry/TreemapLayout.h"
+#include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/Instructions/InstructionFileScanner.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/PipeDrain.h"
@@ -15,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -150,6 +153,68 @@ Comparison wholeScan(const TemporaryFolder& folder) {
             11};
 }
 
+/// `check`, which is to cost what its own reads cost, however large the repository is.
+Comparison check(const TemporaryFolder& folder) {
+    const std::string repository = folder.path("checked");
+    const std::vector<std::string> paths = Samples::fillWithImports(repository, 256);
+    Samples::fillWithTranscripts(repository + "/src", 50'000);
+    return {"check of 256 imports among 50,000 files / open and read them",
+            [=] {
+                const RepositoryCheck result = RepositoryCheck::of(repository, Budget());
+                require(result.files.allFiles().size() == paths.size(), "check");
+            },
+            [=] {
+                for (const std::string& path : paths) {
+                    require(!readAll(path).empty(), "checked file");
+                }
+            },
+            1.5,
+            0,
+            31};
+}
+
+Comparison diff(const TemporaryFolder& folder) {
+    const std::string before = writeFile(folder.path("before.json"), Samples::scanReport(5'000, 0));
+    const std::string after = writeFile(folder.path("after.json"), Samples::scanReport(5'000, 7));
+    return {"loadscope diff of two reports of 5,000 members",
+            [=] {
+                runProgram({LOADSCOPE_COMMAND, "diff", before, after});
+            },
+            {},
+            0,
+            0.030,
+            31};
+}
+
+/// Of records that are all new, into a history that is not there.
+Comparison import(const std::string& what, const std::string& home, std::vector<std::string> files) {
+    std::vector<std::string> command = {LOADSCOPE_COMMAND, "history", "import"};
+    command.insert(command.end(), files.begin(), files.end());
+    return {"loadscope history import of " + what,
+            [=] {
+                std::filesystem::remove_all(home + "/.local/share/Loadscope");
+                runProgram(command);
+            },
+            {},
+            0,
+            0.050,
+            15};
+}
+
+Comparison importHistory(const TemporaryFolder& folder) {
+    const std::string file =
+        writeFile(folder.path("history.json"), ScanHistoryFile::encode(Samples::history(200, 20)));
+    return import("200 records", folder.path("home"), {file});
+}
+
+Comparison importReports(const TemporaryFolder& folder) {
+    std::vector<std::string> files;
+    for (int i = 0; i < 200; ++i)
+        files.push_back(
+            writeFile(folder.path("reports/" + std::to_string(i) + ".json"), Samples::scanReport(20, i)));
+    return import("200 reports", folder.path("home"), files);
+}
+
 /// Points this process and its children at a home folder of their own.
 void useHome(const std::string& home) {
     setenv("HOME", home.c_str(), 1);
@@ -174,6 +239,10 @@ int run(std::string_view chosen, std::size_t eventMegabytes) {
     compare("events", [&] { return eventStream(folder, eventMegabytes); });
     compare("readiness", readiness);
     compare("scan", [&] { return wholeScan(folder); });
+    compare("check", [&] { return check(folder); });
+    compare("diff", [&] { return diff(folder); });
+    compare("import", [&] { return importHistory(folder); });
+    compare("reports", [&] { return importReports(folder); });
     return allHold ? 0 : 2;
 }
 

@@ -3,6 +3,7 @@
 #include "benchmarks/SampleTexts.h"
 
 #include "LoadscopeCore/Platform/Json.h"
+#include "LoadscopeCore/Presentation/ScanReportJson.h"
 
 #include <chrono>
 #include <cmath>
@@ -77,6 +78,26 @@ std::vector<RecordedScan> history(std::size_t records, std::size_t categories) {
         scans.push_back(scan);
     }
     return scans;
+}
+
+std::string scanReport(std::size_t members, std::int64_t growth) {
+    ScanReport report;
+    report.repositoryName = "app";
+    report.repositoryPath = "/home/someone/src/app";
+    report.id = UUID::derived(std::to_string(growth));
+    report.date = Timestamp(std::chrono::hours(490'000));
+    for (std::size_t i = 0; i < members; ++i) {
+        const auto tokens = static_cast<std::int64_t>(100 + i % 900) + growth;
+        ContextMember member;
+        member.table = "MCP Tools";
+        member.group = "server-" + std::to_string(i % 40);
+        member.name = "mcp__server-" + std::to_string(i % 40) + "__tool-" + std::to_string(i);
+        member.tokens = tokens;
+        report.details.members.push_back(member);
+        report.total += tokens;
+    }
+    report.rows.push_back({"MCP tools", report.total, Provenance::claudeReported, 0});
+    return ScanReportJson::report(report);
 }
 
 std::vector<double> weights(std::size_t count) {

@@ -27,6 +27,9 @@ namespace loadscope::Samples {
 /// Records of some repositories and both tools, oldest first.
 [[nodiscard]] std::vector<RecordedScan> history(std::size_t records, std::size_t categories);
 
+/// What `loadscope scan --json` prints of a context with this many members, each `growth` tokens larger.
+[[nodiscard]] std::string scanReport(std::size_t members, std::int64_t growth);
+
 /// Weights that differ up to a million-fold, always the same.
 [[nodiscard]] std::vector<double> weights(std::size_t count);
 
