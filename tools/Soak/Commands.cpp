@@ -31,6 +31,7 @@ std::string joined(const std::vector<std::string>& arguments) {
 }
 
 std::vector<std::string> scanArguments(const SoakHome& home, Dice& dice) {
+    if (dice.oneIn(8)) return {"scan", "--codex-estimate", "--no-history", "--", home.anyFolder(dice)};
     std::vector<std::string> arguments{"scan"};
     for (const char* option : {"--json", "--include-codex", "--skip-check", "--no-history"})
         if (dice.oneIn(3)) arguments.emplace_back(option);

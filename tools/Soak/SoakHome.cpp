@@ -28,7 +28,7 @@ constexpr std::array<std::string_view, 41> claudeWords{
     "ignore-term",   "stopped",         "closed-outputs",  "grandchild",     "slow",
     "flood",         "flood-both",      "crash",           "hang",           "ignore-term",
     "grandchild"};
-constexpr std::array<std::string_view, 25> codexWords{"turn-completed",
+constexpr std::array<std::string_view, 32> codexWords{"turn-completed",
                                                       "payload",
                                                       "usage-only",
                                                       "on-stderr",
@@ -52,7 +52,14 @@ constexpr std::array<std::string_view, 25> codexWords{"turn-completed",
                                                       "flood",
                                                       "crash",
                                                       "grandchild",
-                                                      "hostile-text"};
+                                                      "hostile-text",
+                                                      "items-with-tools",
+                                                      "items-refused",
+                                                      "items-other-form",
+                                                      "items-hostile",
+                                                      "items-hang",
+                                                      "items-flood",
+                                                      "items-crash"};
 
 constexpr int wellBehavedOneIn = 2;
 constexpr int hangingStatusOneIn = 60; ///< blocks scans for many seconds
