@@ -215,7 +215,7 @@ void addCodexEstimate(CLI::App& command, bool& isAsked) {
         "Only estimate Codex, without a session; starts the servers of its configuration, records nothing");
     for (const char* const measuring :
          {"--include-codex", "--max-tokens", "--baseline", "--budget", "--model", "--wait-for-servers",
-          "--keep-environment", "--accept-estimate"})
+          "--keep-environment", "--accept-estimate", "--details", "--top"})
         estimate->excludes(command.get_option(measuring));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "tests/LoadscopeCLI/DemoHome.h"
+#include "tests/Support/JsonSchema.h"
 
 #include <csignal>
 #include <future>
@@ -22,6 +23,10 @@ std::vector<std::string> kinds(const json& codex) {
     for (const json& item : codex["items"])
         list.push_back(item["kind"]);
     return list;
+}
+
+std::vector<std::string> schemaProblems(const json& report) {
+    return JsonSchema(json::parse(readFile(LOADSCOPE_SCHEMA))).problems(report);
 }
 
 /// What the stand-in's items say, each in words that stand nowhere else.
@@ -60,6 +65,7 @@ TEST(CodexItems, StandBesideTheMeasuredTotal) {
     const json inside =
         home.run({"scan", "--include-codex", "--json"}, {behaviour("items-with-tools")}).json();
     EXPECT_EQ(kinds(inside["codex"])[1], "tools");
+    EXPECT_THAT(schemaProblems(inside), IsEmpty());
     EXPECT_THAT(text.output + text.errors + codex.dump() + inside.dump(), tellsNoText());
     EXPECT_THAT(readFile(home.path() + "/.local/share/Loadscope/scan-history.json"),
                 AllOf(tellsNoText(), Not(HasSubstr("AGENTS.md")), Not(HasSubstr("skills"))));
@@ -81,6 +87,7 @@ TEST(CodexItems, FailNoScanWhenTheyCannotBeHad) {
         EXPECT_EQ(run.exitCode, 0) << word << run.errors;
         const json codex = run.json()["codex"];
         EXPECT_EQ(codex["total"], whole["codex"]["total"]) << word;
+        EXPECT_THAT(schemaProblems(run.json()), IsEmpty()) << word;
         EXPECT_EQ(codex["items"], nullptr) << word;
         EXPECT_EQ(codex["rest"], nullptr) << word;
         EXPECT_EQ(codex["itemsReason"], "This version of Codex does not tell.") << word;
@@ -107,6 +114,7 @@ TEST(CodexEstimate, NeedsNoSessionAndRecordsNothing) {
     EXPECT_EQ(codex["status"], "estimated");
     EXPECT_EQ(codex["contextWindow"], 500'000);
     EXPECT_FALSE(codex.contains("total"));
+    EXPECT_THAT(schemaProblems(run.json()), IsEmpty());
     std::int64_t sum = 0;
     for (const json& item : codex["items"])
         sum += item["estimatedTokens"].get<std::int64_t>();
@@ -125,7 +133,7 @@ TEST(CodexEstimate, SaysWhyThereIsNone) {
     EXPECT_EQ(home.run({"scan", "--codex-estimate", home.path() + "/gone", "--json"}).json()["error"]["case"],
               "repositoryUnreadable");
     for (const char* const other : {"--include-codex", "--max-tokens=9", "--model=opus", "--wait-for-servers",
-                                    "--keep-environment", "--accept-estimate"})
+                                    "--keep-environment", "--accept-estimate", "--details", "--top=3"})
         EXPECT_EQ(home.run({"scan", "--codex-estimate", other}).exitCode, 2) << other;
     const CommandRun stopped =
         home.runAndSignal({"scan", "--codex-estimate"}, {behaviour("items-hang")}, "sleep", {SIGINT});
