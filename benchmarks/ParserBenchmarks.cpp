@@ -5,6 +5,7 @@
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/History/ScanHistoryFile.h"
+#include "LoadscopeCore/Presentation/MemberTreemap.h"
 #include "benchmarks/SampleTexts.h"
 
 #include <benchmark/benchmark.h>
@@ -29,6 +30,29 @@ void contextReport(benchmark::State& state) {
             [](const std::string& text) { return ContextBreakdownParser::parse(text); });
 }
 BENCHMARK(contextReport)->Unit(benchmark::kMillisecond);
+
+void contextDetails(benchmark::State& state) {
+    measure(state, Samples::contextDetails(megabyte),
+            [](const std::string& text) { return ContextDetailsParser::parse(text); });
+}
+BENCHMARK(contextDetails)->Unit(benchmark::kMillisecond);
+
+/// What a report of 20 categories and 5,000 members takes before it can be opened and drawn.
+void categoryMembers(benchmark::State& state) {
+    const std::string text = Samples::contextDetails(5000 * 46);
+    ProbeResult probe;
+    probe.details = ContextDetailsParser::parse(text);
+    probe.selfReportedSlabs = ContextBreakdownParser::categories(text);
+    probe.selfReportedSlabs.push_back({"MCP tools", 2'000'000});
+    probe.authoritativeTotal = 3'000'000;
+    const ScanReport report = ScanReportBuilder::build(
+        RepoSelection("/r"), probe, {}, CodexScanOutcome::unavailable(CodexScanOutcome::notIncludedReason));
+    for (auto _ : state) {
+        const CategoryMembers members(report);
+        benchmark::DoNotOptimize(MemberTreemap(report, members).nodes().size());
+    }
+}
+BENCHMARK(categoryMembers)->Unit(benchmark::kMillisecond);
 
 void resultObject(benchmark::State& state) {
     measure(state, Samples::resultObject(Samples::contextReport(20'000)),

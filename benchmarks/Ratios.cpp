@@ -23,6 +23,7 @@
 #include <iostream>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 namespace loadscope {
 namespace {
@@ -49,6 +50,24 @@ Comparison treemap() {
                 std::vector<double> sorted = weights;
                 std::sort(sorted.begin(), sorted.end(), std::greater<>());
                 require(sorted.front() >= sorted.back(), "sort");
+            },
+            3,
+            0,
+            31};
+}
+
+/// The reference makes a text of each cell, which is the least that a reading of a table does.
+Comparison details() {
+    const std::string text = Samples::contextDetails(1'000'000);
+    return {"1 MB of members / split into texts of its cells",
+            [text] { require(ContextDetailsParser::parse(text).members.size() > 10'000, "details"); },
+            [text] {
+                std::vector<std::string> cells;
+                for (std::size_t from = 0, to = 0; from < text.size(); from = to + 1) {
+                    to = std::min(text.find_first_of("|\n", from), text.size());
+                    cells.push_back(text.substr(from, to - from));
+                }
+                require(cells.size() > 30'000, "cells");
             },
             3,
             0,
@@ -233,6 +252,7 @@ int run(std::string_view chosen, std::size_t eventMegabytes) {
         if (chosen.empty() || chosen == name) allHold = runComparison(make()) && allHold;
     };
     compare("treemap", treemap);
+    compare("details", details);
     compare("drain", drain);
     compare("transcript", [&] { return transcriptSearch(folder); });
     compare("imports", [&] { return imports(folder); });

@@ -22,6 +22,16 @@ std::string contextReport(std::size_t categories) {
                   "1.2k |\n";
 }
 
+std::string contextDetails(std::size_t bytes) {
+    std::string text = contextReport(20) + "\n### MCP Tools\n\n| Tool | Server | Tokens |\n|---|---|---|\n";
+    for (std::size_t i = 0; text.size() < bytes; ++i) {
+        const std::string server = "server-" + std::to_string(i / 250);
+        text += "| mcp__" + server + "__tool_" + std::to_string(i) + " | " + server + " | " +
+                std::to_string(i % 900) + " |\n";
+    }
+    return text;
+}
+
 std::string resultObject(const std::string& report) {
     std::string escaped;
     for (const char c : report) {

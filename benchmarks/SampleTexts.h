@@ -15,6 +15,9 @@ namespace loadscope::Samples {
 /// What `/context` prints, with this many category rows.
 [[nodiscard]] std::string contextReport(std::size_t categories);
 
+/// A report of about this many bytes, nearly all of them members of its categories.
+[[nodiscard]] std::string contextDetails(std::size_t bytes);
+
 /// The result object that carries a report.
 [[nodiscard]] std::string resultObject(const std::string& report);
 

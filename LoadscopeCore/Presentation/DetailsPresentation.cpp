@@ -19,12 +19,15 @@ struct Nouns {
     const char* member;
 };
 
+bool isTable(const MemberList& list, std::string_view name) {
+    return Text::lowercased(list.table) == Text::lowercased(name);
+}
+
 Nouns nounsOf(const MemberList& list) {
-    const std::string name = Text::lowercased(list.table);
-    if (name == Text::lowercased(ContextDetailsParser::toolsTable)) return {"server", "tool"};
-    if (name == Text::lowercased(ContextDetailsParser::agentsTable)) return {"source", "agent"};
-    if (name == Text::lowercased(ContextDetailsParser::skillsTable)) return {"source", "skill"};
-    const bool isFiles = name.empty() || name == Text::lowercased(ContextDetailsParser::memoryFilesTable);
+    if (isTable(list, ContextDetailsParser::toolsTable)) return {"server", "tool"};
+    if (isTable(list, ContextDetailsParser::agentsTable)) return {"source", "agent"};
+    if (isTable(list, ContextDetailsParser::skillsTable)) return {"source", "skill"};
+    const bool isFiles = list.table.empty() || isTable(list, ContextDetailsParser::memoryFilesTable);
     return isFiles ? Nouns{"type", "file"} : Nouns{"group", "item"};
 }
 
@@ -149,7 +152,11 @@ Line line(const ScanReport& report, const MemberList& list, const MemberGroup& g
 }
 
 Line line(const ScanReport& report, const MemberList& list, const CategoryMember& member) {
-    return lineOf(report, list, member.name, member.count(), sourceOf(report, member));
+    std::string source = sourceOf(report, member);
+    // The tool says 0 of a server's tool whose tokens it did not count.
+    if (member.tokens == 0 && isTable(list, ContextDetailsParser::toolsTable))
+        source += std::string(" · ") + notCounted;
+    return lineOf(report, list, member.name, member.count(), std::move(source));
 }
 
 std::vector<Line> restLines(const ScanReport& report, const MemberList& list) {
@@ -158,10 +165,6 @@ std::vector<Line> restLines(const ScanReport& report, const MemberList& list) {
         lines.push_back(lineOf(report, list, estimateDifference, *list.estimateDifference, {}));
     if (list.notItemised) lines.push_back(lineOf(report, list, notItemised, *list.notItemised, {}));
     return lines;
-}
-
-Line line(const ScanReport& report, const CategoryMember& member) {
-    return line(report, MemberList(), member);
 }
 
 Line moreLine(const ScanReport& report, const MemberList& list, const MemberGroup& group, std::size_t shown) {

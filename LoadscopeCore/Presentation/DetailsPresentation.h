@@ -24,6 +24,7 @@ inline constexpr const char* loadedElsewhere = "loaded, not found here";
 inline constexpr const char* foundNotListed = "found, not listed by the tool";
 inline constexpr const char* estimateDifference =
     "Claude Code's counts of the files found, less their estimates";
+inline constexpr const char* notCounted = "not counted";
 inline constexpr const char* onDemand = "on demand, not counted";
 inline constexpr const char* withoutCategory = "listed without a category";
 inline constexpr const char* noDetails = "Claude Code's report lists nothing below its categories.";
@@ -62,9 +63,6 @@ struct Line {
 /// A group or a member of `list`. What is no part of the total has no share.
 [[nodiscard]] Line line(const ScanReport& report, const MemberList& list, const MemberGroup& group);
 [[nodiscard]] Line line(const ScanReport& report, const MemberList& list, const CategoryMember& member);
-
-/// A member of a row of the report: part of the total.
-[[nodiscard]] Line line(const ScanReport& report, const CategoryMember& member);
 
 /// The lines below the groups: the difference of the estimates, what is not itemised.
 [[nodiscard]] std::vector<Line> restLines(const ScanReport& report, const MemberList& list);

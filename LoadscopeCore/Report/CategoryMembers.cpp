@@ -141,7 +141,9 @@ public:
         std::vector<MemberList> lists;
         for (const Table& table : tables_) {
             // What local estimates explain as a whole has no row, but a category.
-            if (table.isPlaced || categories_.contains(table.normalizedName)) continue;
+            const bool hasCategory =
+                !table.normalizedName.empty() && categories_.contains(table.normalizedName);
+            if (table.isPlaced || hasCategory) continue;
             lists.push_back(table.list());
             lists.back().isInTotal = false;
         }

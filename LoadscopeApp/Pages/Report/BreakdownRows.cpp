@@ -27,7 +27,7 @@ void BreakdownRows::add(const ScanReport& report, const MemberList& list, std::s
     for (const MemberGroup& group : list.groups) {
         if (list.isGrouped()) rows.push_back(rowOf(DetailsPresentation::line(report, list, group), 1));
         for (const CategoryMember& member : group.members)
-            rows.push_back(rowOf(DetailsPresentation::line(report, member), level));
+            rows.push_back(rowOf(DetailsPresentation::line(report, list, member), level));
     }
     for (const DetailsPresentation::Line& line : DetailsPresentation::restLines(report, list))
         rows.push_back(rowOf(line, 1));

@@ -69,6 +69,25 @@ TEST(ContextDetails, HoldWhatTheCategoriesLeaveOutAndEveryMember) {
     EXPECT_EQ(slabs(ContextBreakdownParser::categories(report)), "System prompt=1300;");
 }
 
+TEST(ContextDetails, TellWhatIsOnDemandByTheCategories) {
+    const std::string table =
+        "### MCP Tools\n| Tool | Server | Tokens |\n|---|---|---|\n| a | s | 7 |\n| b | s | 0 |\n\n"
+        "### Skills\n| Skill | Source | Tokens |\n|---|---|---|\n| c | User | < 20 |\n";
+    const auto onDemand = [&](const std::string& categories) {
+        std::string text;
+        for (const ContextMember& member :
+             ContextDetailsParser::parse("| Category | Tokens | % |\n|---|---|---|\n" + categories + "\n" +
+                                         table)
+                 .members)
+            text += member.onDemand ? member.name : "";
+        return text;
+    };
+    EXPECT_EQ(onDemand("| MCP tools (deferred) | 7 | 1% |\n| Skills | 20 | 1% |\n"), "ab");
+    EXPECT_EQ(onDemand("| MCP tools (Deferred) | 7 | 1% |\n| skills (deferred) | 20 | 1% |\n"), "abc");
+    EXPECT_EQ(onDemand("| MCP tools (deferred) | 7 | 1% |\n| MCP tools | 7 | 1% |\n"), "");
+    EXPECT_EQ(onDemand("| System tools (deferred) | 7 | 1% |\n"), "");
+}
+
 TEST(ContextDetails, TakeNamesForDataWhateverTheyHold) {
     struct Case {
         std::string name;

@@ -103,7 +103,7 @@ TEST_F(DetailsPresentationTest, SaysWhatARowIsMadeOf) {
     EXPECT_EQ(
         lines(report, "MCP tools"),
         "2 servers, 3 tools\na|900|9.0%|2 tools\nmcp__a__x|900|9.0%|reported by Claude Code\n"
-        "mcp__a__y|0|0.0%|reported by Claude Code\nb|200|2.0%|1 tool\n"
+        "mcp__a__y|0|0.0%|reported by Claude Code · not counted\nb|200|2.0%|1 tool\n"
         "mcp__b__z|200|2.0%|reported by Claude Code\nnot itemised by the tool|~400|4.0%|\nring 900 200 400");
     EXPECT_EQ(lines(report, "Skills"), "2 sources, 2 skills\nBuilt-in|~480|4.8%|1 skill\n"
                                        "charts|~480|4.8%|reported by Claude Code\nUser|< 20|0.2%|1 skill\n"

@@ -95,6 +95,10 @@ TEST(CategoryMembers, OpenTheRowsWhoseTablesTheToolPrints) {
          {{"Skills", "7"}},
          toolsHead + "| a | s | 0 |\n",
          "no category MCP Tools: s=0 exact[a=0 exact,] \n"},
+        {"a heading without letters is that of no category",
+         {{"***", "9"}},
+         "### !\n| Name | Tokens |\n|---|---|\n| a | 4 |\n",
+         "no category !: =4 exact[a=4 exact,] \n"},
         {"two tables of one name are one",
          {{"Hooks", "9"}},
          "### Hooks\n| Name | Tokens |\n|---|---|\n| a | 4 |\n\n### HOOKS\n| Name | Tokens |\n|---|---|\n| b "
