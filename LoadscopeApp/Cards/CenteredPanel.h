@@ -8,17 +8,19 @@ class QVBoxLayout;
 
 namespace loadscope {
 
-/// A column of limited width in the middle of the space that it is given.
+class CenteredColumn;
+
+/// A column of limited width in the middle of the space that it is given, also from top to bottom.
 class CenteredPanel : public QWidget {
     Q_OBJECT
 
 public:
     explicit CenteredPanel(int widest, QWidget* parent = nullptr);
 
-    [[nodiscard]] QVBoxLayout* column() const { return column_; }
+    [[nodiscard]] QVBoxLayout* column() const;
 
 private:
-    QVBoxLayout* column_;
+    CenteredColumn* middle_;
 };
 
 } // namespace loadscope

@@ -3,44 +3,34 @@
 #include "LoadscopeApp/Cards/PageFrame.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
+#include "LoadscopeApp/Cards/CenteredColumn.h"
 #include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeApp/Motion/PageAppear.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace loadscope {
-namespace {
 
-constexpr int eagerness = 1000;
-
-} // namespace
-
-PageFrame::PageFrame(QWidget* parent) : QScrollArea(parent), column_(new QVBoxLayout) {
+PageFrame::PageFrame(QWidget* parent)
+    : QScrollArea(parent), middle_(new CenteredColumn(Metrics::blockSpacing)) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
     setFocusPolicy(Qt::NoFocus);
 
-    auto* middle = new QWidget;
-    column_->setContentsMargins(0, 0, 0, 0);
-    column_->setSpacing(Metrics::blockSpacing);
-    middle->setLayout(column_);
-    middle->setMaximumWidth(Metrics::pageMaximumWidth - 2 * Metrics::pageMargin);
+    middle_->setWidest(Metrics::pageMaximumWidth - 2 * Metrics::pageMargin);
+    middle_->setContentsMargins(Metrics::pageMargin, Metrics::pageMargin, Metrics::pageMargin,
+                                Metrics::pageMargin);
     auto* canvas = new ShadowCanvas;
-    auto* row = new QHBoxLayout(canvas);
-    row->setContentsMargins(Metrics::pageMargin, Metrics::pageMargin, Metrics::pageMargin,
-                            Metrics::pageMargin);
-    row->setSpacing(0);
-    row->addStretch(1);
-    row->addWidget(middle, eagerness);
-    row->addStretch(1);
+    canvas->setLayout(middle_);
     setWidget(canvas);
     canvas->setAutoFillBackground(false);
 }
+
+QVBoxLayout* PageFrame::column() const { return middle_->column(); }
 
 void PageFrame::showEvent(QShowEvent* event) {
     QScrollArea::showEvent(event);

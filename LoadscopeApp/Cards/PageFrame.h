@@ -8,6 +8,7 @@ class QVBoxLayout;
 
 namespace loadscope {
 
+class CenteredColumn;
 class TextLabel;
 
 /// A page that scrolls: one column of blocks, of limited width, in the middle of the window. It comes into
@@ -19,13 +20,13 @@ public:
     explicit PageFrame(QWidget* parent = nullptr);
 
     /// The column; 20 points between its blocks. Keep a stretch at its end.
-    [[nodiscard]] QVBoxLayout* column() const { return column_; }
+    [[nodiscard]] QVBoxLayout* column() const;
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    QVBoxLayout* column_;
+    CenteredColumn* middle_;
     bool hasAppeared_ = false;
 };
 
