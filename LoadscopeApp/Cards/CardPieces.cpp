@@ -20,22 +20,14 @@ QVBoxLayout* CardPieces::header(const QString& title, const QString& detail, QWi
     row->setSpacing(Metrics::rowSpacing);
     row->addWidget(heading, 1);
     row->addWidget(control);
-    auto* sentence = new TextLabel(detail, TextStyle::subheadline, ThemeColor::secondaryText);
-    sentence->setWraps();
     auto* column = new QVBoxLayout;
     column->setSpacing(0);
     // The control is higher than the title, which must stand where it stands on the other cards.
     const int excess = control->sizeHint().height() - heading->sizeHint().height();
     column->setContentsMargins(0, -std::max(excess, 0) / 2, 0, 0);
     column->addLayout(row);
-    column->addWidget(sentence);
+    column->addWidget(TextLabel::note(detail, TextStyle::subheadline));
     return column;
-}
-
-QWidget* CardPieces::caption(const QString& text) {
-    auto* label = new TextLabel(text, TextStyle::caption, ThemeColor::secondaryText);
-    label->setWraps();
-    return label;
 }
 
 QHBoxLayout* CardPieces::inset(QWidget* content) {

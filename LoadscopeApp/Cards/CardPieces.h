@@ -14,9 +14,6 @@ namespace loadscope::CardPieces {
 /// A section header with a control at the trailing edge of its title; the sentence below has the whole width.
 [[nodiscard]] QVBoxLayout* header(const QString& title, const QString& detail, QWidget* control);
 
-/// A wrapping text in caption type and the secondary colour.
-[[nodiscard]] QWidget* caption(const QString& text);
-
 /// `content` at the card's usual distance from its sides, for cards whose rows reach from edge to edge.
 [[nodiscard]] QHBoxLayout* inset(QWidget* content);
 

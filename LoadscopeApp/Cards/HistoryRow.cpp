@@ -49,9 +49,7 @@ HistoryRow::HistoryRow(const Content& content, QWidget* accessory, QWidget* pare
     title->setWeight(QFont::Medium);
     title->setElideMode(Qt::ElideMiddle); // names alike differ at their ends
     names->addWidget(title);
-    auto* detail = new TextLabel(content.detail, TextStyle::caption, ThemeColor::secondaryText);
-    detail->setWraps();
-    names->addWidget(detail);
+    names->addWidget(TextLabel::note(content.detail));
     row->addLayout(names, 1);
     if (accessory != nullptr) row->addWidget(accessory, 0, Qt::AlignVCenter);
 

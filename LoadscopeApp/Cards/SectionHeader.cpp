@@ -17,11 +17,7 @@ SectionHeader::SectionHeader(const QString& title, const QString& detail, QWidge
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
     column->addWidget(title_);
-    if (!detail.isEmpty()) {
-        auto* below = new TextLabel(detail, TextStyle::subheadline, ThemeColor::secondaryText);
-        below->setWraps();
-        column->addWidget(below);
-    }
+    if (!detail.isEmpty()) column->addWidget(TextLabel::note(detail, TextStyle::subheadline));
 }
 
 void SectionHeader::silenceTitle() {

@@ -48,15 +48,8 @@ OnboardingStepContent::OnboardingStepContent(const OnboardingStep& step, QWidget
     AccessibleTraits::setRole(title, QAccessible::Heading, title->text());
     title->setWraps();
     column->addWidget(title);
-    auto* body = new TextLabel(DisplayText::own(step.body), TextStyle::body, ThemeColor::secondaryText);
-    body->setWraps();
-    column->addWidget(body);
-    if (step.footnote) {
-        auto* footnote =
-            new TextLabel(DisplayText::own(*step.footnote), TextStyle::caption, ThemeColor::secondaryText);
-        footnote->setWraps();
-        column->addWidget(footnote);
-    }
+    column->addWidget(TextLabel::note(DisplayText::own(step.body), TextStyle::body));
+    if (step.footnote) column->addWidget(TextLabel::note(DisplayText::own(*step.footnote)));
     if (QWidget* shown = picture(step.illustration)) {
         column->addSpacing(pictureGap);
         column->addWidget(shown);

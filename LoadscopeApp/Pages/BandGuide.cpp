@@ -46,17 +46,12 @@ QWidget* BandGuide::makeSection(std::span<const char* const> sentences) {
         rows->addWidget(
             new StatusPill(DisplayText::own(OpinionBands::title(band)), {}, ThemeColors::text(band)), line, 0,
             Qt::AlignLeading | Qt::AlignTop);
-        auto* text = new TextLabel(meaning(band), TextStyle::body, ThemeColor::secondaryText);
-        text->setWraps();
-        rows->addWidget(text, line, 1, Qt::AlignVCenter);
+        rows->addWidget(TextLabel::note(meaning(band), TextStyle::body), line, 1, Qt::AlignVCenter);
         ++line;
     }
     column->addLayout(rows);
-    for (const char* sentence : sentences) {
-        auto* text = new TextLabel(DisplayText::own(sentence), TextStyle::body, ThemeColor::secondaryText);
-        text->setWraps();
-        column->addWidget(text);
-    }
+    for (const char* sentence : sentences)
+        column->addWidget(TextLabel::note(DisplayText::own(sentence), TextStyle::body));
     return new CollapsibleSection(QStringLiteral("How to read this"),
                                   DisplayText::own(OpinionBands::opinionNote), body);
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Text/TextLabel.h"
 
+#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Text/CharacterWidths.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Text/TextWidths.h"
@@ -39,6 +40,19 @@ TextLabel::TextLabel(const QString& text, TextStyle style, ThemeColor color, QWi
 }
 
 TextLabel::~TextLabel() = default;
+
+TextLabel* TextLabel::note(const QString& text, TextStyle style) {
+    auto* label = new TextLabel(text, style, ThemeColor::secondaryText);
+    label->setWraps();
+    return label;
+}
+
+TextLabel* TextLabel::heading(const QString& text, TextStyle style, ThemeColor color) {
+    auto* label = new TextLabel(text, style, color);
+    label->setWeight(QFont::DemiBold);
+    AccessibleTraits::setRole(label, QAccessible::Heading, text);
+    return label;
+}
 
 void TextLabel::setColor(ThemeColor color) {
     if (color == color_) return;

@@ -26,6 +26,12 @@ public:
                        ThemeColor color = ThemeColor::primaryText, QWidget* parent = nullptr);
     ~TextLabel() override;
 
+    /// A sentence in the secondary colour, on as many lines as it needs.
+    [[nodiscard]] static TextLabel* note(const QString& text, TextStyle style = TextStyle::caption);
+    /// The title of what follows below, semibold, and told as one.
+    [[nodiscard]] static TextLabel* heading(const QString& text, TextStyle style = TextStyle::body,
+                                            ThemeColor color = ThemeColor::primaryText);
+
     void setColor(ThemeColor color);
     void setWeight(QFont::Weight weight);
     /// Breaks the text over as many lines as it needs.

@@ -25,12 +25,6 @@ constexpr int rowSpacing = 6;
 const QString claudeGuide = QStringLiteral("https://docs.claude.com/en/docs/claude-code/setup");
 const QString codexGuide = QStringLiteral("https://developers.openai.com/codex/cli");
 
-TextLabel* note(const QString& text) {
-    auto* label = new TextLabel(text, TextStyle::caption, ThemeColor::secondaryText);
-    label->setWraps();
-    return label;
-}
-
 } // namespace
 
 ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
@@ -39,7 +33,7 @@ ScanSetupView::ScanSetupView(ReadinessModel& readiness, ScanModel& model, QWidge
       model_(model),
       claude_(new ReadinessRow(QStringLiteral("Claude"))),
       codex_(new ReadinessRow(QStringLiteral("Codex"))),
-      removedSignIn_(note({})),
+      removedSignIn_(TextLabel::note({})),
       includeCodex_(new ToggleSwitch(QStringLiteral("Include Codex"))),
       modelPicker_(new ModelPicker),
       waitsForServers_(new ToggleSwitch(QStringLiteral("Wait for slow servers"))),
@@ -98,15 +92,17 @@ QWidget* ScanSetupView::makeHelp() {
     auto* column = new QVBoxLayout(help);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(rowSpacing);
-    column->addWidget(note(QStringLiteral(
+    column->addWidget(TextLabel::note(QStringLiteral(
         "Install and sign in through each tool, then recheck here. Status checks do not run a scan. Signed "
         "in does not guarantee available allowance.")));
     column->addWidget(new LinkButton(QStringLiteral("Claude installation and sign-in"), QUrl(claudeGuide)));
     column->addWidget(new LinkButton(QStringLiteral("Codex installation and sign-in"), QUrl(codexGuide)));
-    column->addWidget(note(QStringLiteral("If status is unknown, you can still try a scan; any problem will "
-                                          "be shown with recovery guidance.")));
-    column->addWidget(note(QStringLiteral("A folder's own hooks and servers run in a scan, without a trust "
-                                          "question of the tool.")));
+    column->addWidget(
+        TextLabel::note(QStringLiteral("If status is unknown, you can still try a scan; any problem will "
+                                       "be shown with recovery guidance.")));
+    column->addWidget(
+        TextLabel::note(QStringLiteral("A folder's own hooks and servers run in a scan, without a trust "
+                                       "question of the tool.")));
     column->addSpacing(rowSpacing);
     column->addWidget(modelPicker_);
     column->addWidget(waitsForServers_);

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Window/Sidebar.h"
 
-#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
@@ -25,10 +24,7 @@ constexpr int headingSpacing = 8;
 constexpr int pageInset = 12; ///< the rows of the pages reach nearer to the edges than the texts
 
 TextLabel* heading(const QString& title) {
-    auto* label = new TextLabel(title, TextStyle::caption, ThemeColor::secondaryText);
-    label->setWeight(QFont::DemiBold);
-    AccessibleTraits::setRole(label, QAccessible::Heading, title);
-    return label;
+    return TextLabel::heading(title, TextStyle::caption, ThemeColor::secondaryText);
 }
 
 QVBoxLayout* section(int inset) {

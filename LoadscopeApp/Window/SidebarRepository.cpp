@@ -42,9 +42,6 @@ SidebarRepository::SidebarRepository(QWidget* parent)
     path_->setAccessibleName(QStringLiteral("Repository path"));
     name_->setElideMode(Qt::ElideMiddle);
     noName_->setWraps();
-    auto* disclosure = new TextLabel(DisplayText::own(ScanModel::allowanceDisclosure), TextStyle::caption,
-                                     ThemeColor::secondaryText);
-    disclosure->setWraps();
 
     auto* title = new QHBoxLayout;
     title->setSpacing(8);
@@ -57,7 +54,7 @@ SidebarRepository::SidebarRepository(QWidget* parent)
     column->addLayout(title);
     column->addWidget(path_);
     column->addWidget(status_, 0, Qt::AlignLeading);
-    column->addWidget(disclosure);
+    column->addWidget(TextLabel::note(DisplayText::own(ScanModel::allowanceDisclosure)));
     refresh({}, {});
 }
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/LeaderboardCard.h"
 
-#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Cards/CardPieces.h"
 #include "LoadscopeApp/Cards/HistoryRow.h"
 #include "LoadscopeApp/Cards/SectionHeader.h"
@@ -22,10 +21,7 @@ namespace {
 constexpr int spaceBetweenGroups = 8;
 
 QWidget* groupLabel(const QString& text) {
-    auto* label = new TextLabel(text, TextStyle::caption, ThemeColor::secondaryText);
-    label->setWeight(QFont::DemiBold);
-    AccessibleTraits::setRole(label, QAccessible::Heading, text);
-    return label;
+    return TextLabel::heading(text, TextStyle::caption, ThemeColor::secondaryText);
 }
 
 RowButton* makeRow(const ComparePresentation::LeaderboardRow& row, const LeaderboardEntry& entry) {

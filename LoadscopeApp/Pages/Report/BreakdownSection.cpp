@@ -30,12 +30,6 @@ constexpr AdaptiveLayout::Rule ringBesideTable{.widths = AdaptiveLayout::Widths:
                                                .sideBySideFrom = 680,
                                                .equalHeights = false};
 
-TextLabel* note(const QString& text, TextStyle style) {
-    auto* label = new TextLabel(text, style, ThemeColor::secondaryText);
-    label->setWraps();
-    return label;
-}
-
 /// The ring over the line that tells what is selected in it.
 class RingColumn : public QWidget {
 public:
@@ -94,7 +88,7 @@ BreakdownSection::BreakdownSection(const ScanReport& report, QWidget* parent) : 
                                               : QStringLiteral("Claude-reported"))));
     if (report.rows.empty())
         content()->addWidget(
-            note(QStringLiteral("This session did not report category rows."), TextStyle::body));
+            TextLabel::note(QStringLiteral("This session did not report category rows."), TextStyle::body));
     else
         addRows(report, members);
     addBesides(report, members);
@@ -110,8 +104,8 @@ void BreakdownSection::addRows(const ScanReport& report, const CategoryMembers& 
                                   rows->rows, QStringLiteral("Rows by category"));
     rows->rows.clear(); // the table has its own
     if (ring == nullptr) {
-        content()->addWidget(
-            note(QStringLiteral("The attributed category rows report no tokens to chart."), TextStyle::body));
+        content()->addWidget(TextLabel::note(
+            QStringLiteral("The attributed category rows report no tokens to chart."), TextStyle::body));
         content()->addWidget(table);
         return;
     }
@@ -145,9 +139,9 @@ void BreakdownSection::connectRing(DonutChart* donut, ReportTable* table,
 
 void BreakdownSection::addBesides(const ScanReport& report, const CategoryMembers& members) {
     if (const auto line = DetailsPresentation::onDemandLine(report))
-        content()->addWidget(note(DisplayText::line(*line), TextStyle::body));
+        content()->addWidget(TextLabel::note(DisplayText::line(*line), TextStyle::body));
     if (const auto line = DetailsPresentation::spaceLine(report))
-        content()->addWidget(note(DisplayText::line(*line), TextStyle::caption));
+        content()->addWidget(TextLabel::note(DisplayText::line(*line)));
     BreakdownRows rows = BreakdownRows::besides(report, members);
     if (rows.rows.empty()) return;
     auto* table = new ReportTable({QStringLiteral("Listed besides"),
@@ -159,16 +153,14 @@ void BreakdownSection::addBesides(const ScanReport& report, const CategoryMember
 
 void BreakdownSection::addNotes(const ScanReport& report) {
     if (!report.categoriesSelfReported) {
-        content()->addWidget(
-            note(QStringLiteral(
-                     "Claude Code's `/context` reported no categories for this session. The total and band "
-                     "remain factual; instruction files are listed separately as local estimates."),
-                 TextStyle::caption));
+        content()->addWidget(TextLabel::note(QStringLiteral(
+            "Claude Code's `/context` reported no categories for this session. The total and band "
+            "remain factual; instruction files are listed separately as local estimates.")));
     }
     if (const auto text = ScanPresentation::unreadableFilesNote(report))
         content()->addWidget(new NoteLabel(DisplayText::own(*text)));
     if (const auto text = ScanPresentation::overAttributionNote(report))
-        content()->addWidget(note(DisplayText::own(*text), TextStyle::caption));
+        content()->addWidget(TextLabel::note(DisplayText::own(*text)));
 }
 
 } // namespace loadscope

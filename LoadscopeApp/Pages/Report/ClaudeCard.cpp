@@ -34,12 +34,6 @@ QHBoxLayout* lead(const ScanReport& report) {
     return row;
 }
 
-TextLabel* secondary(const QString& text) {
-    auto* label = new TextLabel(text, TextStyle::body, ThemeColor::secondaryText);
-    label->setWraps();
-    return label;
-}
-
 /// As the history would tell of the report, so that both sides name their categories alike.
 ScanComparison since(const RecordedScan& previous, const ScanReport& report) {
     const Timestamp now = std::chrono::system_clock::now();
@@ -58,18 +52,20 @@ ClaudeCard::ClaudeCard(const ScanReport& report, const std::shared_ptr<const Rec
     column->addWidget(new ToolLabel(QStringLiteral("Claude Code")));
     column->addSpacing(8);
     column->addLayout(lead(report));
-    column->addWidget(secondary(DisplayText::own(ScanPresentation::bandVerdictLine(report))));
+    column->addWidget(
+        TextLabel::note(DisplayText::own(ScanPresentation::bandVerdictLine(report)), TextStyle::body));
     column->addSpacing(8);
     column->addWidget(
         new MetricLine(DisplayText::own(LocaleFormat::grouped(report.total)), TextStyle::heroMetric));
-    column->addWidget(secondary(DisplayText::own(ScanPresentation::totalCaption(report))));
+    column->addWidget(
+        TextLabel::note(DisplayText::own(ScanPresentation::totalCaption(report)), TextStyle::body));
     if (previous) {
         column->addSpacing(8);
         column->addWidget(new SinceLine(since(*previous, report)));
     }
     column->addSpacing(12);
     if (const auto share = ScanPresentation::windowShareLine(report))
-        column->addWidget(secondary(DisplayText::own(*share)));
+        column->addWidget(TextLabel::note(DisplayText::own(*share), TextStyle::body));
     else
         column->addWidget(new BandMeter(report.total, report.band));
     column->addStretch(1);

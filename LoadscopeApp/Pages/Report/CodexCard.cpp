@@ -120,10 +120,6 @@ void CodexCard::showResult(const CodexProbeResult& result) {
     addLine(DisplayText::own(CodexPresentation::measurementNote));
 }
 
-void CodexCard::addLine(const QString& text) {
-    auto* label = new TextLabel(text, TextStyle::body, ThemeColor::secondaryText);
-    label->setWraps();
-    content()->addWidget(label);
-}
+void CodexCard::addLine(const QString& text) { content()->addWidget(TextLabel::note(text, TextStyle::body)); }
 
 } // namespace loadscope

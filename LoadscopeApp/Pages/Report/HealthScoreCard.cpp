@@ -40,19 +40,13 @@ QWidget* explanation(const ScanReport& report, int score) {
                                 ThemeColors::text(report.band),
                                 TextStyle::caption,
                                 QFont::DemiBold}));
-    auto* origin =
-        new TextLabel(QStringLiteral("Derived from where the %1 total sits on the band scale. ")
-                              .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
-                                                                : QStringLiteral("Claude-reported")) +
-                          DisplayText::own(OpinionBands::opinionNote),
-                      TextStyle::caption, ThemeColor::secondaryText);
-    origin->setWraps();
-    column->addWidget(origin);
-    if (const auto note = HealthScore::scaleNote(report.total, report.band)) {
-        auto* scale = new TextLabel(DisplayText::own(*note), TextStyle::caption, ThemeColor::secondaryText);
-        scale->setWraps();
-        column->addWidget(scale);
-    }
+    column->addWidget(
+        TextLabel::note(QStringLiteral("Derived from where the %1 total sits on the band scale. ")
+                            .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
+                                                              : QStringLiteral("Claude-reported")) +
+                        DisplayText::own(OpinionBands::opinionNote)));
+    if (const auto note = HealthScore::scaleNote(report.total, report.band))
+        column->addWidget(TextLabel::note(DisplayText::own(*note)));
     return texts;
 }
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
 
-#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 #include "LoadscopeApp/Text/DisplayText.h"
@@ -18,19 +17,10 @@ namespace {
 constexpr int groupSpacing = 16;
 constexpr int itemSpacing = 8;
 
-TextLabel* text(const QString& words, TextStyle style) {
-    auto* label = new TextLabel(words, style, ThemeColor::secondaryText);
-    label->setWraps();
-    return label;
-}
-
 QVBoxLayout* addGroup(QVBoxLayout* column, const QString& title) {
-    auto* heading = new TextLabel(title, TextStyle::body);
-    heading->setWeight(QFont::DemiBold);
-    AccessibleTraits::setRole(heading, QAccessible::Heading, title);
     auto* group = new QVBoxLayout;
     group->setSpacing(itemSpacing);
-    group->addWidget(heading);
+    group->addWidget(TextLabel::heading(title));
     column->addLayout(group);
     return group;
 }
@@ -56,30 +46,28 @@ void fill(QWidget* body, const ScanReport& report) {
     column->setSpacing(groupSpacing);
     const std::vector<FilesPresentation::File> files = FilesPresentation::files(report);
     if (const auto note = ScanPresentation::unreportedCategoryFilesNote(report))
-        column->addWidget(text(DisplayText::own(*note), TextStyle::body));
+        column->addWidget(TextLabel::note(DisplayText::own(*note), TextStyle::body));
     if (!report.unreadablePaths().empty())
         addGroup(column, QStringLiteral("Could not be read"))
             ->addWidget(unreadableList(report.unreadablePaths()));
     if (!files.empty()) {
         QVBoxLayout* group = addGroup(column, QStringLiteral("Relative size"));
         group->addWidget(InstructionFilesSection::treemap(files));
-        group->addWidget(
-            text(DisplayText::own(FilesPresentation::treemapCaption(report)), TextStyle::caption));
+        group->addWidget(TextLabel::note(DisplayText::own(FilesPresentation::treemapCaption(report))));
     }
     QVBoxLayout* inventory = addGroup(column, QStringLiteral("Largest contributors"));
     if (files.empty())
-        inventory->addWidget(
-            text(QStringLiteral("No instruction files were found for this scan."), TextStyle::body));
+        inventory->addWidget(TextLabel::note(QStringLiteral("No instruction files were found for this scan."),
+                                             TextStyle::body));
     else
         inventory->addWidget(new FileInventory(report, files));
     if (const auto note = FilesPresentation::twoNumbersNote(report))
-        column->addWidget(text(DisplayText::own(*note), TextStyle::caption));
-    column->addWidget(text(
+        column->addWidget(TextLabel::note(DisplayText::own(*note)));
+    column->addWidget(TextLabel::note(
         QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the %1 total "
                        "reported by Claude.")
             .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
-                                              : QStringLiteral("authoritative")),
-        TextStyle::caption));
+                                              : QStringLiteral("authoritative"))));
 }
 
 } // namespace

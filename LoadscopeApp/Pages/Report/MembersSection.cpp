@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/MembersSection.h"
 
-#include "LoadscopeApp/Cards/CardPieces.h"
 #include "LoadscopeApp/Charts/MemberTreemapView.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Text/DisplayText.h"
@@ -17,8 +16,7 @@ namespace loadscope {
 namespace {
 
 QLayout* copyLine(const std::shared_ptr<const ScanReport>& report) {
-    auto* message = new TextLabel({}, TextStyle::body, ThemeColor::secondaryText);
-    message->setWraps();
+    auto* message = TextLabel::note({}, TextStyle::body);
     auto* copy =
         new PushButton(PushButton::Kind::secondary, DisplayText::own(DetailsPresentation::copyButton));
     copy->setSymbol(QStringLiteral("doc.on.doc"));
@@ -39,7 +37,7 @@ void fill(QWidget* body, const std::shared_ptr<const ScanReport>& report) {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addWidget(new MemberTreemapView(report));
-    column->addWidget(CardPieces::caption(DisplayText::own(MemberTreemap::caption)));
+    column->addWidget(TextLabel::note(DisplayText::own(MemberTreemap::caption)));
     column->addLayout(copyLine(report));
 }
 

@@ -22,11 +22,8 @@ MethodologyCard::MethodologyCard(const ScanReport& report, QWidget* parent) : Re
     for (std::string& line : ConditionsPresentation::lines(report.conditions))
         lines.push_back(std::move(line));
     if (auto line = CodexPresentation::versionLine(report.codex)) lines.push_back(std::move(*line));
-    for (const std::string& line : lines) {
-        auto* label = new TextLabel(DisplayText::line(line), TextStyle::caption, ThemeColor::secondaryText);
-        label->setWraps();
-        content()->addWidget(label);
-    }
+    for (const std::string& line : lines)
+        content()->addWidget(TextLabel::note(DisplayText::line(line)));
     content()->addSpacing(2);
     for (const std::string& note : ConditionsPresentation::notes(report))
         content()->addWidget(new NoteLabel(DisplayText::line(note)));

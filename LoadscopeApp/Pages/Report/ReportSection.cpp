@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportSection.h"
 
-#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Cards/DividerLine.h"
 #include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
@@ -21,7 +20,7 @@ namespace loadscope {
 namespace {
 
 QLayout* buttons(const std::shared_ptr<const ScanReport>& report) {
-    auto* message = new TextLabel({}, TextStyle::body, ThemeColor::secondaryText);
+    auto* message = TextLabel::note({}, TextStyle::body);
     auto* save = new ExportButton(report);
     QObject::connect(save, &ExportButton::finished, message, &QLabel::setText);
     auto* copy = new PushButton(PushButton::Kind::secondary, QStringLiteral("Copy Summary"));
@@ -30,7 +29,6 @@ QLayout* buttons(const std::shared_ptr<const ScanReport>& report) {
         QGuiApplication::clipboard()->setText(DisplayText::own(ScanPresentation::copyableSummary(*report)));
         message->setText(QStringLiteral("The summary is on the clipboard."));
     });
-    message->setWraps();
     auto* row = new QHBoxLayout;
     row->setSpacing(8);
     row->addWidget(message, 1);
@@ -87,10 +85,7 @@ QWidget* ReportSection::body(const std::shared_ptr<const ScanReport>& report) {
     column->addLayout(buttons(report));
     column->addWidget(summary(*report));
     column->addWidget(new DividerLine);
-    auto* heading = new TextLabel(QStringLiteral("Session details"), TextStyle::body);
-    heading->setWeight(QFont::DemiBold);
-    AccessibleTraits::setRole(heading, QAccessible::Heading, heading->text());
-    column->addWidget(heading);
+    column->addWidget(TextLabel::heading(QStringLiteral("Session details")));
     column->addLayout(details(*report));
     return body;
 }

@@ -8,6 +8,7 @@
 #include "LoadscopeApp/Cards/SectionHeader.h"
 #include "LoadscopeApp/Controls/RowButton.h"
 #include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
@@ -45,7 +46,7 @@ PreviousRunsCard::PreviousRunsCard(const TrendsPresentation& presentation) {
     }
     content()->addLayout(rows);
     content()->addLayout(
-        CardPieces::inset(CardPieces::caption(DisplayText::own(TrendsPresentation::runsFooter))));
+        CardPieces::inset(TextLabel::note(DisplayText::own(TrendsPresentation::runsFooter))));
 }
 
 } // namespace loadscope

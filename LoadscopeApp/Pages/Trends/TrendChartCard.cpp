@@ -11,6 +11,7 @@
 #include "LoadscopeApp/Charts/TrendChartPainter.h"
 #include "LoadscopeApp/Pages/Comparison/ComparisonTable.h"
 #include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QHBoxLayout>
@@ -38,7 +39,7 @@ TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& 
     content()->addItem(tooltipRoom);
     content()->addWidget(chart_);
     content()->addWidget(legend_);
-    content()->addWidget(CardPieces::caption(DisplayText::own(presentation->chartCaption())));
+    content()->addWidget(TextLabel::note(DisplayText::own(presentation->chartCaption())));
     showChosen();
     connect(chart_, &TrendChart::chosenChanged, this, &TrendChartCard::showChosen);
     // The tooltip stands above the plot; it must not cover the header.
