@@ -44,19 +44,6 @@ constexpr const char* examples = R"(Examples:
   loadscope history import scans.json */context.json   add histories and reports of `scan --json`
   loadscope history clear --yes                      delete the history without asking)";
 
-/// The largest categories of a record in one line; its rows come largest first.
-std::string categoriesSummary(const RecordedScan& scan) {
-    constexpr std::size_t shown = 3;
-    std::string text;
-    for (std::size_t i = 0; i < std::min(shown, scan.categories.size()); ++i)
-        text += (text.empty() ? "" : ", ") + scan.categories[i].name + ' ' +
-                LocaleFormat::compact(scan.categories[i].tokens);
-    if (scan.categories.size() > shown)
-        text += " and " + LocaleFormat::grouped(static_cast<std::int64_t>(scan.categories.size() - shown)) +
-                " more";
-    return text;
-}
-
 /// One column of the table; those that nothing stands in are left out.
 struct Column {
     Table::Column head;
@@ -87,7 +74,8 @@ std::vector<Column> columnsFor(const std::vector<RecordedScan>& scans) {
          [](const Scan& scan) {
              return Table::Cell(OpinionBands::title(scan.band()), styleOf(scan.band()));
          }},
-        {{"Categories"}, categoriesSummary},
+        {{"Categories"},
+         [](const Scan& scan) { return RecordedScanPresentation::largestCategories(scan); }},
     };
 }
 

@@ -217,5 +217,20 @@ std::string bandScaleCaption(const RecordedScan& scan) {
     return OpinionBands::range(scan.band());
 }
 
+std::string largestCategories(const RecordedScan& scan) {
+    std::vector<RecordedCategory> categories = scan.categories;
+    std::stable_sort(
+        categories.begin(), categories.end(),
+        [](const RecordedCategory& a, const RecordedCategory& b) { return a.tokens > b.tokens; });
+    const std::size_t shown = std::min<std::size_t>(2, categories.size());
+    std::string text;
+    for (std::size_t i = 0; i < shown; ++i)
+        text +=
+            (i == 0 ? "" : " · ") + categories[i].name + " " + LocaleFormat::compact(categories[i].tokens);
+    if (categories.size() == shown) return text;
+    return text + " · +" + LocaleFormat::grouped(static_cast<std::int64_t>(categories.size() - shown)) +
+           " more";
+}
+
 } // namespace RecordedScanPresentation
 } // namespace loadscope

@@ -88,5 +88,8 @@ inline constexpr const char* codexToolLabel = "Codex";
 /// The window share line when there is one, else the range of the scan's band.
 [[nodiscard]] std::string bandScaleCaption(const RecordedScan& scan);
 
+/// The two largest categories in short and how many more there are; empty without any.
+[[nodiscard]] std::string largestCategories(const RecordedScan& scan);
+
 } // namespace RecordedScanPresentation
 } // namespace loadscope

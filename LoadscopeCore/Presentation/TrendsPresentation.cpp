@@ -190,18 +190,7 @@ std::string TrendsPresentation::clearConfirmationButton() const {
 std::string TrendsPresentation::categorySummary(const RecordedScan& scan) {
     if (scan.tool == RecordedScan::codexTool) return "No categories — Codex does not report a breakdown.";
     if (scan.categories.empty()) return "No category estimates";
-    std::vector<RecordedCategory> categories = scan.categories;
-    std::stable_sort(
-        categories.begin(), categories.end(),
-        [](const RecordedCategory& a, const RecordedCategory& b) { return a.tokens > b.tokens; });
-    const std::size_t shown = std::min<std::size_t>(2, categories.size());
-    std::string text;
-    for (std::size_t i = 0; i < shown; ++i) {
-        text +=
-            (i == 0 ? "" : " · ") + categories[i].name + " " + LocaleFormat::compact(categories[i].tokens);
-    }
-    if (categories.size() > shown) text += " · +" + grouped(categories.size() - shown) + " more";
-    return text;
+    return RecordedScanPresentation::largestCategories(scan);
 }
 
 } // namespace loadscope
