@@ -4,20 +4,24 @@
 
 #include "LoadscopeApp/Cards/SaveFilePanel.h"
 
+#include <QMenu>
+
 namespace loadscope {
 
 SaveChartButton::SaveChartButton(const QString& name, const std::function<ChartPicture()>& picture,
                                  QWidget* parent)
-    : MenuButton(PushButton::Kind::plain, QStringLiteral("Save Chart…"), parent) {
+    : PushButton(Kind::plain, QStringLiteral("Save Chart…"), parent) {
     const QString title = QStringLiteral("Save Chart");
-    addChoice(QStringLiteral("PNG Image…"), [this, name, title, picture] {
+    auto* choices = new QMenu(this);
+    choices->addAction(QStringLiteral("PNG Image…"), this, [this, name, title, picture] {
         SaveFilePanel::open(this, {title, name, QStringLiteral("png"), QStringLiteral("PNG image")},
                             picture().png());
     });
-    addChoice(QStringLiteral("SVG Drawing…"), [this, name, title, picture] {
+    choices->addAction(QStringLiteral("SVG Drawing…"), this, [this, name, title, picture] {
         SaveFilePanel::open(this, {title, name, QStringLiteral("svg"), QStringLiteral("SVG drawing")},
                             picture().svg());
     });
+    setMenu(choices);
 }
 
 } // namespace loadscope

@@ -3,14 +3,14 @@
 #pragma once
 
 #include "LoadscopeApp/Charts/ChartPicture.h"
-#include "LoadscopeApp/Controls/MenuButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 
 #include <functional>
 
 namespace loadscope {
 
 /// Saves a chart as a picture: "PNG Image…" or "SVG Drawing…".
-class SaveChartButton : public MenuButton {
+class SaveChartButton : public PushButton {
     Q_OBJECT
 
 public:

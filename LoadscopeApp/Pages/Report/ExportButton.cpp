@@ -27,22 +27,23 @@ void askForFile(QWidget* parent, const QString& suggestedName, std::function<voi
 } // namespace
 
 ExportButton::ExportButton(std::shared_ptr<const ScanReport> report, QWidget* parent)
-    : MenuButton(Kind::secondary, QStringLiteral("Export…"), parent),
+    : PushButton(Kind::secondary, QStringLiteral("Export…"), parent),
       report_(std::move(report)),
       chooser_(askForFile) {
+    setMenu(new QMenu(this));
     const std::pair<QString, Subject> pictures[] = {{QStringLiteral("Breakdown"), Subject::breakdown},
                                                     {QStringLiteral("Instruction Files"), Subject::files},
                                                     {QStringLiteral("Whole Report"), Subject::report}};
     for (const auto& [name, subject] : pictures) {
         add(name + QStringLiteral(" as PNG…"), subject, Format::png);
         add(name + QStringLiteral(" as SVG…"), subject, Format::svg);
-        choices()->addSeparator();
+        menu()->addSeparator();
     }
     add(QStringLiteral("Report as JSON…"), Subject::report, Format::json);
 }
 
 void ExportButton::add(const QString& title, Subject subject, Format format) {
-    QAction* choice = addChoice(title, [this, subject, format] { save(subject, format); });
+    QAction* choice = menu()->addAction(title, this, [this, subject, format] { save(subject, format); });
     choice->setEnabled(ReportExport::isOffered(*report_, subject));
 }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "LoadscopeApp/Controls/MenuButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Pages/Report/ReportExport.h"
 
 #include <functional>
@@ -11,7 +11,7 @@
 namespace loadscope {
 
 /// "Export…": offers the pictures and the data of a report, asks for a file and writes it.
-class ExportButton : public MenuButton {
+class ExportButton : public PushButton {
     Q_OBJECT
 
 public:

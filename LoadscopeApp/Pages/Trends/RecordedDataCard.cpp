@@ -4,12 +4,13 @@
 
 #include "LoadscopeApp/Cards/SaveFilePanel.h"
 #include "LoadscopeApp/Cards/SectionHeader.h"
-#include "LoadscopeApp/Controls/MenuButton.h"
+#include "LoadscopeApp/Controls/PushButton.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/History/ScanHistoryExport.h"
 
 #include <QHBoxLayout>
+#include <QMenu>
 
 namespace loadscope {
 namespace {
@@ -20,17 +21,19 @@ const QString fileName = QStringLiteral("loadscope-history");
 
 RecordedDataCard::RecordedDataCard(const std::shared_ptr<const TrendsPresentation>& presentation)
     : clear_(new PushButton(PushButton::Kind::secondary, DisplayText::own(TrendsPresentation::clearButton))) {
-    auto* save = new MenuButton(PushButton::Kind::secondary, QStringLiteral("Export…"));
+    auto* save = new PushButton(PushButton::Kind::secondary, QStringLiteral("Export…"));
     const QString title = QStringLiteral("Export Recorded Data");
-    save->addChoice(QStringLiteral("CSV Table…"), [this, title, presentation] {
+    auto* choices = new QMenu(save);
+    choices->addAction(QStringLiteral("CSV Table…"), this, [this, title, presentation] {
         SaveFilePanel::open(this, {title, fileName, QStringLiteral("csv"), QStringLiteral("CSV table")},
                             QByteArray::fromStdString(ScanHistoryExport::csv(presentation->history())));
     });
-    save->addChoice(QStringLiteral("JSON Document…"), [this, title, presentation] {
+    choices->addAction(QStringLiteral("JSON Document…"), this, [this, title, presentation] {
         SaveFilePanel::open(
             this, {title, fileName, QStringLiteral("json"), QStringLiteral("JSON document")},
             QByteArray::fromStdString(ScanHistoryExport::json(presentation->history()) + '\n'));
     });
+    save->setMenu(choices);
     clear_->setSymbol(QStringLiteral("trash"));
     connect(clear_, &PushButton::clicked, this, &RecordedDataCard::clearWanted);
 
