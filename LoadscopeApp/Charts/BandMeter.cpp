@@ -90,11 +90,7 @@ void BandMeter::resizeEvent(QResizeEvent*) { geometry_ = geometryFor(width()); }
 
 void BandMeter::showEvent(QShowEvent* event) {
     MarkedWidget::showEvent(event);
-    if (hasAppeared_) return;
-    hasAppeared_ = true;
-    if (AppTheme::current().reducedMotion()) return;
-    seconds_->jumpTo(0);
-    seconds_->animateTo(springSeconds(), static_cast<int>(springSeconds() * 1'000), QEasingCurve::Linear);
+    seconds_->appear(static_cast<int>(springSeconds() * 1'000), QEasingCurve::Linear);
 }
 
 void BandMeter::paintEvent(QPaintEvent*) {

@@ -39,7 +39,6 @@ private:
     OpinionBand band_;
     BandMeterGeometry geometry_;
     ValueAnimation* seconds_;
-    bool hasAppeared_ = false;
 };
 
 } // namespace loadscope

@@ -94,11 +94,7 @@ void DonutChart::resizeEvent(QResizeEvent*) { layOut(); }
 
 void DonutChart::showEvent(QShowEvent* event) {
     MarkedWidget::showEvent(event);
-    if (hasAppeared_) return;
-    hasAppeared_ = true;
-    if (AppTheme::current().reducedMotion()) return;
-    reveal_->jumpTo(0);
-    reveal_->animateTo(1, revealMilliseconds);
+    reveal_->appear(revealMilliseconds);
 }
 
 MarkedWidget::Mark DonutChart::mark(std::size_t index) const {

@@ -72,7 +72,6 @@ private:
     std::map<std::size_t, std::vector<std::int64_t>> parts_;     ///< of the rows that show theirs
     std::map<std::size_t, std::vector<QPainterPath>> partPaths_; ///< likewise
     ValueAnimation* reveal_;
-    bool hasAppeared_ = false;
 };
 
 } // namespace loadscope

@@ -49,11 +49,7 @@ QSize ScoreGauge::sizeHint() const {
 
 void ScoreGauge::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (hasAppeared_) return;
-    hasAppeared_ = true;
-    if (AppTheme::current().reducedMotion()) return;
-    progress_->jumpTo(0);
-    progress_->animateTo(1, countMilliseconds, QEasingCurve::Linear);
+    progress_->appear(countMilliseconds, QEasingCurve::Linear);
 }
 
 void ScoreGauge::paintEvent(QPaintEvent*) {

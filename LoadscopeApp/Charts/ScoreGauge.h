@@ -32,7 +32,6 @@ private:
     int score_;
     ThemeColor color_;
     ValueAnimation* progress_;
-    bool hasAppeared_ = false;
 };
 
 } // namespace loadscope

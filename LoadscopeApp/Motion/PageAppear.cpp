@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Motion/PageAppear.h"
 
-#include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
@@ -18,23 +17,13 @@ void PageAppear::start(QWidget* page) {
     new PageAppear(page); // owned by the page, deletes itself
 }
 
-PageAppear::PageAppear(QWidget* page)
-    : QWidget(page), page_(page), progress_(new ValueAnimation(this, 0, [this](double) { step(); })) {
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    AccessibleTraits::setDecoration(this);
-    setGeometry(page->rect());
+PageAppear::PageAppear(QWidget* page) : TransitionCover(page), page_(page) {
     page->installEventFilter(this);
-    raise();
-    show();
-    connect(progress_, &QVariantAnimation::finished, this, [this] {
-        hide();
-        deleteLater();
-    });
-    progress_->animateTo(1, Metrics::pageAppearMilliseconds, QEasingCurve::OutQuad);
+    animation()->animateTo(1, Metrics::pageAppearMilliseconds, QEasingCurve::OutQuad);
 }
 
 void PageAppear::step() {
-    if (picture_.isNull() && progress_->value() > 0) {
+    if (picture_.isNull() && progress() > 0) {
         // Only now: the page has been laid out, and the first frame did not wait for the picture.
         setVisible(false);
         picture_ = Picture::of(*page_);
@@ -46,8 +35,8 @@ void PageAppear::step() {
 void PageAppear::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), AppTheme::current().color(ThemeColor::window));
-    painter.setOpacity(progress_->value());
-    painter.drawPixmap(QPointF(0, Metrics::pageAppearShift * (1 - progress_->value())), picture_);
+    painter.setOpacity(progress());
+    painter.drawPixmap(QPointF(0, Metrics::pageAppearShift * (1 - progress())), picture_);
 }
 
 bool PageAppear::eventFilter(QObject* watched, QEvent* event) {
@@ -55,7 +44,7 @@ bool PageAppear::eventFilter(QObject* watched, QEvent* event) {
         setGeometry(page_->rect());
         picture_ = {};
     }
-    return QWidget::eventFilter(watched, event);
+    return TransitionCover::eventFilter(watched, event);
 }
 
 } // namespace loadscope

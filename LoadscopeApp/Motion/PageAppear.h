@@ -2,16 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/Motion/TransitionCover.h"
+
 #include <QPixmap>
-#include <QWidget>
 
 namespace loadscope {
 
-class ValueAnimation;
-
-/// The way in which a page comes into view: it fades in and rises a little. A picture of the page moves over
-/// the page itself, so that nothing is laid out anew while it runs; the cover removes itself when it is done.
-class PageAppear : public QWidget {
+/// The way in which a page comes into view: it fades in and rises a little.
+class PageAppear : public TransitionCover {
     Q_OBJECT
 
 public:
@@ -20,15 +18,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void step() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     explicit PageAppear(QWidget* page);
-    void step();
 
     QWidget* page_;
     QPixmap picture_;
-    ValueAnimation* progress_;
 };
 
 } // namespace loadscope

@@ -10,8 +10,23 @@ ValueAnimation::ValueAnimation(QObject* parent, double value, Step step)
     : QVariantAnimation(parent), value_(value), step_(std::move(step)) {}
 
 void ValueAnimation::animateTo(double end, int milliseconds, QEasingCurve::Type curve) {
+    run(end, AppTheme::current().reducedMotion() ? 0 : milliseconds, curve);
+}
+
+void ValueAnimation::fadeTo(double end, int milliseconds) { run(end, milliseconds, QEasingCurve::OutCubic); }
+
+void ValueAnimation::appear(int milliseconds, QEasingCurve::Type curve) {
+    if (hasAppeared_) return;
+    hasAppeared_ = true;
+    if (AppTheme::current().reducedMotion()) return;
+    const double end = value_;
+    jumpTo(0);
+    animateTo(end, milliseconds, curve);
+}
+
+void ValueAnimation::run(double end, int milliseconds, QEasingCurve::Type curve) {
     stop();
-    if (AppTheme::current().reducedMotion() || milliseconds <= 0 || value_ == end) {
+    if (milliseconds <= 0 || value_ == end) {
         jumpTo(end);
         Q_EMIT finished();
         return;

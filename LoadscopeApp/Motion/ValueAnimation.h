@@ -24,6 +24,10 @@ public:
 
     /// Goes from the present value to `end`.
     void animateTo(double end, int milliseconds, QEasingCurve::Type curve = QEasingCurve::OutCubic);
+    /// The same for what changes without moving, which is welcome everywhere.
+    void fadeTo(double end, int milliseconds);
+    /// The first time that this is asked for: goes from 0 to the present value.
+    void appear(int milliseconds, QEasingCurve::Type curve = QEasingCurve::OutCubic);
     /// Takes `value` at once.
     void jumpTo(double value);
 
@@ -31,8 +35,11 @@ protected:
     void updateCurrentValue(const QVariant& value) override;
 
 private:
+    void run(double end, int milliseconds, QEasingCurve::Type curve);
+
     double value_;
     Step step_;
+    bool hasAppeared_ = false;
 };
 
 } // namespace loadscope

@@ -20,8 +20,6 @@ namespace {
 constexpr int sheetWidth = 544;
 constexpr int stageHeight = 330;
 constexpr int inset = 27;
-constexpr int slideMilliseconds = 220;
-constexpr int reducedSlideMilliseconds = 120;
 
 } // namespace
 
@@ -113,9 +111,7 @@ void OnboardingView::showStep() {
 }
 
 void OnboardingView::slide(const QPixmap& before) {
-    const bool reduced = AppTheme::current().reducedMotion();
-    SlideCover::start(stage_, before, flow_.direction() == OnboardingFlow::Direction::forward, !reduced,
-                      reduced ? reducedSlideMilliseconds : slideMilliseconds);
+    SlideCover::start(stage_, before, flow_.direction() == OnboardingFlow::Direction::forward);
 }
 
 } // namespace loadscope

@@ -25,5 +25,27 @@ TEST(ValueAnimation, MovesThroughTheValuesBetweenAndRestsAtTheEnd) {
     EXPECT_EQ(animation.state(), QAbstractAnimation::Stopped);
 }
 
+TEST(ValueAnimation, StandsStillWhereMotionIsUnwelcomeButFades) {
+    AppTheme::current().force(Appearance::light, true);
+    ValueAnimation animation(nullptr, 1, [](double) {});
+    animation.appear(10'000);
+    EXPECT_EQ(animation.value(), 1);
+    animation.animateTo(0, 10'000);
+    EXPECT_EQ(animation.value(), 0);
+    animation.fadeTo(1, 10'000);
+    EXPECT_EQ(animation.state(), QAbstractAnimation::Running);
+}
+
+TEST(ValueAnimation, AppearsOnce) {
+    AppTheme::current().force(Appearance::light, false);
+    ValueAnimation animation(nullptr, 1, [](double) {});
+    animation.appear(10'000);
+    EXPECT_EQ(animation.value(), 0);
+    animation.jumpTo(1);
+    animation.appear(10'000);
+    AppTheme::current().force(Appearance::light, true);
+    EXPECT_EQ(animation.value(), 1);
+}
+
 } // namespace
 } // namespace loadscope
