@@ -10,6 +10,7 @@
 #include "LoadscopeApp/App/QtUIThread.h"
 #include "LoadscopeApp/App/SettingsStore.h"
 #include "LoadscopeApp/App/TerminationSignals.h"
+#include "LoadscopeApp/App/WindowArguments.h"
 #include "LoadscopeApp/Controls/AppStyle.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/DesktopAppearance.h"
@@ -36,7 +37,7 @@ namespace {
     std::fputs("Loadscope cannot open its window: there is no display to show it on.\n"
                "Run it in a desktop session, or use \"loadscope scan\" in a terminal.\n",
                stderr);
-    std::_Exit(LoadscopeApp::noDisplay);
+    std::_Exit(WindowArguments::noDisplay);
 }
 
 /// While the application connects to the display: the toolkit says in many lines what we say in two.

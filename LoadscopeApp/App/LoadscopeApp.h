@@ -12,18 +12,6 @@ namespace loadscope {
 /// other. Only one may exist.
 class LoadscopeApp {
 public:
-    /// Exit codes of the process.
-    enum ExitCode { done = 0, noDisplay = 1, wrongUsage = 2 };
-
-    /// What the command line asks for.
-    struct Arguments {
-        std::optional<std::string> folder; ///< absolute
-        std::optional<std::string> text;   ///< to print instead of opening the window
-        ExitCode exitCode = done;          ///< with which to end after printing
-    };
-    /// Reads the arguments that the toolkit has left over.
-    [[nodiscard]] static Arguments parse(int argumentCount, char** arguments);
-
     /// Ends the process with one clear message when there is no display to open a window on.
     LoadscopeApp(int& argumentCount, char** arguments);
     ~LoadscopeApp();

@@ -4,7 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Cards/CenteredColumn.h"
-#include "LoadscopeApp/Cards/ReportSurface.h"
+#include "LoadscopeApp/Cards/ShadowCanvas.h"
 #include "LoadscopeApp/Motion/PageAppear.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Cards/ReportSurface.h"
 
+#include "LoadscopeApp/Cards/ShadowCanvas.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Cards/ShadowCanvas.h"
+
 #include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"

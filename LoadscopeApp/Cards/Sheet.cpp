@@ -3,7 +3,7 @@
 #include "LoadscopeApp/Cards/Sheet.h"
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
-#include "LoadscopeApp/Cards/ReportSurface.h"
+#include "LoadscopeApp/Cards/ShadowCanvas.h"
 #include "LoadscopeApp/Icons/Picture.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

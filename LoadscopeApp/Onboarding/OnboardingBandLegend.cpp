@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Onboarding/OnboardingBandLegend.h"
+
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
-#include "LoadscopeApp/Onboarding/OnboardingPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"

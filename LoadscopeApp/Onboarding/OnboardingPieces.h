@@ -40,18 +40,4 @@ public:
     explicit OnboardingScanCallout(QWidget* parent = nullptr);
 };
 
-/// What the three bands mean; the rows come in one after the other.
-class OnboardingBandLegend : public QWidget {
-    Q_OBJECT
-
-public:
-    explicit OnboardingBandLegend(QWidget* parent = nullptr);
-
-protected:
-    void showEvent(QShowEvent* event) override;
-
-private:
-    bool hasAppeared_ = false;
-};
-
 } // namespace loadscope

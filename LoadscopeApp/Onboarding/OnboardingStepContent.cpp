@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Icons/StateIcon.h"
+#include "LoadscopeApp/Onboarding/OnboardingBandLegend.h"
 #include "LoadscopeApp/Onboarding/OnboardingPieces.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"

@@ -11,6 +11,7 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeApp/Window/FolderDrop.h"
 #include "LoadscopeApp/Window/Sidebar.h"
 #include "LoadscopeApp/Window/WindowSplitter.h"
 #include "LoadscopeApp/Window/WindowToolbar.h"
@@ -46,11 +47,13 @@ ContentView::ContentView(ScanModel& model, ReadinessModel& readiness, Onboarding
       pages_(new QStackedWidget),
       overview_(new OverviewView) {
     setWindowTitle(QStringLiteral("Loadscope"));
-    setAcceptDrops(true);
     setMinimumSize(Metrics::minimumWindowWidth, Metrics::minimumWindowHeight);
     resize(firstSize(screen()->availableSize()));
     layOut();
     connectAll();
+    new FolderDrop(
+        this, [this] { return !model_.state().isScanning() && content_->isEnabled(); },
+        [this](const std::string& folder) { selectFolder(folder); });
     AppTheme::bind(this, [this] {
         setPalette(AppTheme::current().palette());
         update();

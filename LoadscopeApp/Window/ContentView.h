@@ -71,9 +71,6 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dragLeaveEvent(QDragLeaveEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
 private:
     void layOut();
@@ -83,7 +80,6 @@ private:
     [[nodiscard]] CodexCard::Estimate codexEstimate() const;
     /// Says so when the history could not be deleted.
     void followClearing();
-    void setDropTarget(bool visible);
 
     ScanModel& model_;
     ReadinessModel& readiness_;
@@ -102,7 +98,6 @@ private:
     TrendsView* trends_ = nullptr;   ///< made when it is first selected
     CompareView* compare_ = nullptr; ///< likewise
     QPointer<Sheet> sheet_;
-    QPointer<QWidget> dropTarget_;
     Subscription modelSubscription_;
     Subscription readinessSubscription_;
     CodexEstimateModel* codexEstimates_ = nullptr;

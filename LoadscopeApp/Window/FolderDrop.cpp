@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-// How a folder that is dropped on the window becomes the selection.
+#include "LoadscopeApp/Window/FolderDrop.h"
+
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
-#include "LoadscopeApp/Window/ContentView.h"
-#include "LoadscopeCore/Scan/ScanModel.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QUrl>
+#include <QWidget>
 
 #include <filesystem>
 #include <system_error>
@@ -34,9 +34,9 @@ std::optional<std::string> draggedFolder(const QMimeData& data) {
 }
 
 /// A frame around the window that shows where the folder will go.
-class DropTarget : public QWidget {
+class DropFrame : public QWidget {
 public:
-    explicit DropTarget(QWidget* window) : QWidget(window) {
+    explicit DropFrame(QWidget* window) : QWidget(window) {
         setAttribute(Qt::WA_TransparentForMouseEvents);
         AccessibleTraits::setDecoration(this);
         setGeometry(window->rect());
@@ -59,26 +59,49 @@ protected:
 
 } // namespace
 
-void ContentView::dragEnterEvent(QDragEnterEvent* event) {
-    if (model_.state().isScanning() || !content_->isEnabled() || !draggedFolder(*event->mimeData())) return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    setDropTarget(true);
+FolderDrop::FolderDrop(QWidget* window, std::function<bool()> isWelcome,
+                       std::function<void(const std::string& folder)> dropped)
+    : QObject(window), window_(window), isWelcome_(std::move(isWelcome)), dropped_(std::move(dropped)) {
+    window->setAcceptDrops(true);
+    window->installEventFilter(this);
 }
 
-void ContentView::dragLeaveEvent(QDragLeaveEvent*) { setDropTarget(false); }
-
-void ContentView::dropEvent(QDropEvent* event) {
-    setDropTarget(false);
-    if (const auto folder = draggedFolder(*event->mimeData())) {
-        event->acceptProposedAction();
-        selectFolder(*folder);
+bool FolderDrop::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::DragEnter:
+        enter(*static_cast<QDragEnterEvent*>(event));
+        return true;
+    case QEvent::DragLeave:
+        showFrame(false);
+        return true;
+    case QEvent::Drop:
+        drop(*static_cast<QDropEvent*>(event));
+        return true;
+    default:
+        return QObject::eventFilter(watched, event);
     }
 }
 
-void ContentView::setDropTarget(bool visible) {
-    delete dropTarget_;
-    if (visible) dropTarget_ = new DropTarget(this);
+void FolderDrop::enter(QDragEnterEvent& event) {
+    const bool isWelcome = isWelcome_() && draggedFolder(*event.mimeData());
+    event.setAccepted(isWelcome);
+    if (!isWelcome) return;
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    showFrame(true);
+}
+
+void FolderDrop::drop(QDropEvent& event) {
+    showFrame(false);
+    if (const auto folder = draggedFolder(*event.mimeData())) {
+        event.acceptProposedAction();
+        dropped_(*folder);
+    }
+}
+
+void FolderDrop::showFrame(bool visible) {
+    delete frame_;
+    if (visible) frame_ = new DropFrame(window_);
 }
 
 } // namespace loadscope

@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Window/ReadinessRow.h"
+
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Text/TextWidths.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
-#include "LoadscopeApp/Window/ScanSetupView.h"
 
 #include <QFontMetrics>
 #include <QPainter>

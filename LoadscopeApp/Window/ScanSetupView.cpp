@@ -12,6 +12,7 @@
 #include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Window/ModelPicker.h"
+#include "LoadscopeApp/Window/ReadinessRow.h"
 #include "LoadscopeCore/Presentation/ConditionsPresentation.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
 #include "LoadscopeCore/ToolRun/ProbeEnvironment.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "LoadscopeCore/Platform/Observers.h"
-#include "LoadscopeCore/Readiness/ToolReadiness.h"
 
 #include <QWidget>
 
@@ -11,33 +10,11 @@ namespace loadscope {
 
 class ModelPicker;
 class PushButton;
+class ReadinessModel;
+class ReadinessRow;
 class ScanModel;
 class TextLabel;
 class ToggleSwitch;
-
-/// One tool and whether it is ready; read out as one element.
-class ReadinessRow : public QWidget {
-    Q_OBJECT
-
-public:
-    explicit ReadinessRow(const QString& tool, QWidget* parent = nullptr);
-
-    void setReadiness(ToolReadiness readiness);
-
-    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
-    [[nodiscard]] int heightForWidth(int width) const override;
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    [[nodiscard]] bool isStacked(int width) const;
-
-    QString tool_;
-    QString value_;
-};
 
 /// What a scan needs: both tools, the switch for Codex, help with what is chosen more rarely, and a way to
 /// check again.

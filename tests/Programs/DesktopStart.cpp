@@ -4,6 +4,7 @@
 // that may be done, and closes the window once the report has been recorded, or after a while.
 
 #include "LoadscopeApp/App/LoadscopeApp.h"
+#include "LoadscopeApp/App/WindowArguments.h"
 
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 
@@ -39,5 +40,5 @@ int main(int argumentCount, char** arguments) {
     });
     hand.start(20);
     QTimer::singleShot(30'000, qApp, &QApplication::quit);
-    return application.run(LoadscopeApp::parse(argumentCount, arguments).folder);
+    return application.run(WindowArguments::parse(argumentCount, arguments).folder);
 }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
-#include "LoadscopeApp/App/LoadscopeApp.h"
+#include "LoadscopeApp/App/WindowArguments.h"
 
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
@@ -24,17 +24,17 @@ constexpr const char* usage =
     "LOADSCOPE_APPEARANCE=light|dark and LOADSCOPE_REDUCED_MOTION=0|1 win over what\n"
     "the desktop asks for.\n";
 
-LoadscopeApp::Arguments wrong(const std::string& reason) {
-    LoadscopeApp::Arguments result;
+WindowArguments wrong(const std::string& reason) {
+    WindowArguments result;
     result.text = reason + "\n\n" + usage;
-    result.exitCode = LoadscopeApp::wrongUsage;
+    result.exitCode = WindowArguments::wrongUsage;
     return result;
 }
 
 } // namespace
 
-LoadscopeApp::Arguments LoadscopeApp::parse(int argumentCount, char** arguments) {
-    Arguments result;
+WindowArguments WindowArguments::parse(int argumentCount, char** arguments) {
+    WindowArguments result;
     bool optionsEnded = false;
     for (int index = 1; index < argumentCount; ++index) {
         const std::string_view argument = arguments[index];
