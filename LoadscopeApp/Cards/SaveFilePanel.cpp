@@ -13,11 +13,6 @@
 #include <QWidget>
 
 namespace loadscope {
-namespace {
-
-constexpr int longestName = 60;
-
-} // namespace
 
 void SaveFilePanel::choose(QWidget* anchor, const Request& request,
                            std::function<void(const QString& path)> chosen) {
@@ -54,15 +49,6 @@ void SaveFilePanel::open(QWidget* anchor, const Request& request, const QByteArr
                            "written to and that there is space left, then try again.")
                 .arg(DisplayText::line(QFile::encodeName(path).toStdString())));
     });
-}
-
-QString SaveFilePanel::fileNamePart(std::string_view name) {
-    QString part = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())).left(longestName);
-    for (QChar& character : part) {
-        if (!character.isLetterOrNumber() && character != QLatin1Char('.') && character != QLatin1Char('_'))
-            character = QLatin1Char('-');
-    }
-    return part;
 }
 
 } // namespace loadscope

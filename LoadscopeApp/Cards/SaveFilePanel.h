@@ -6,7 +6,6 @@
 #include <QString>
 
 #include <functional>
-#include <string_view>
 
 class QWidget;
 
@@ -30,8 +29,5 @@ void choose(QWidget* anchor, const Request& request, std::function<void(const QS
 /// Asks over the window of `anchor` and writes `contents`. Says so when they could not be written. `anchor`
 /// may go in the meantime.
 void open(QWidget* anchor, const Request& request, const QByteArray& contents);
-
-/// `name` as part of a file's name: what file systems or shells take amiss becomes a dash.
-[[nodiscard]] QString fileNamePart(std::string_view name);
 
 } // namespace loadscope::SaveFilePanel

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Theme/ThemeColor.h"
 
+#include "LoadscopeCore/Geometry/ChartPalette.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>

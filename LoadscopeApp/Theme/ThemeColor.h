@@ -43,8 +43,6 @@ enum class ThemeColor {
 
 namespace ThemeColors {
 
-inline constexpr std::size_t chartPaletteSize = 5;
-
 [[nodiscard]] QColor color(ThemeColor name, Appearance appearance);
 
 /// Entry `index` modulo the palette's size.

@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Platform/FilePath.h"
 
 #include "LoadscopeCore/Platform/FileDescriptor.h"
+#include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 
 #include <algorithm>
@@ -178,6 +179,21 @@ std::string FilePath::parent(std::string_view path) {
     const std::size_t separator = path.rfind('/');
     if (separator == std::string_view::npos) return {};
     return std::string(withoutTrailingSeparators(path.substr(0, std::max<std::size_t>(separator, 1))));
+}
+
+std::string FilePath::namePiece(std::string_view text) {
+    constexpr std::size_t longest = 120; // of the 255 bytes that a name may have
+    constexpr std::string_view forbidden = "/\\:*?\"<>|";
+    std::string piece = Text::visible(text);
+    std::replace_if(
+        piece.begin(), piece.end(), [](char one) { return forbidden.find(one) != std::string_view::npos; },
+        '-');
+    if (piece.size() <= longest) return piece;
+    std::size_t end = longest;
+    while ((static_cast<unsigned char>(piece[end]) & 0xC0U) == 0x80U) // inside of a character
+        --end;
+    piece.resize(end);
+    return piece;
 }
 
 bool FilePath::isExecutableFile(const std::string& path) {

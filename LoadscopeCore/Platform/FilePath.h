@@ -37,6 +37,10 @@ namespace loadscope::FilePath {
 /// The path without its last component; the root is its own parent, and a single name has an empty one.
 [[nodiscard]] std::string parent(std::string_view path);
 
+/// A text as a piece of a file's name, on any system: what no name may hold becomes "-", and what cannot be
+/// seen is written out. Not empty for a text that is not, and short enough to leave room for more.
+[[nodiscard]] std::string namePiece(std::string_view text);
+
 /// True when a regular file is there (links followed) and the user may execute it.
 [[nodiscard]] bool isExecutableFile(const std::string& path);
 

@@ -12,9 +12,6 @@
 
 namespace loadscope {
 
-/// Number of colours that series are told apart by; more series than that begin anew.
-inline constexpr std::size_t chartPaletteSize = 5;
-
 struct EmptyStateText {
     std::string title;
     std::string detail;

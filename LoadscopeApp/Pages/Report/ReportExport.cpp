@@ -11,6 +11,7 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
 #include <QBuffer>
@@ -139,15 +140,11 @@ bool isOffered(const ScanReport& report, Subject subject) {
 }
 
 QString fileName(const ScanReport& report, Subject subject, Format format) {
-    constexpr int longest = 80;
-    QString name = DisplayText::line(report.repositoryName).left(longest);
-    for (QChar& character : name) {
-        if (QStringLiteral("/\\:*?\"<>|").contains(character)) character = QLatin1Char('-');
-    }
     const QString what = subject == Subject::breakdown ? QStringLiteral("-breakdown")
                          : subject == Subject::files   ? QStringLiteral("-instruction-files")
                                                        : QStringLiteral("-context-report");
-    return name + what + QLatin1Char('.') + suffix(format);
+    return DisplayText::own(FilePath::namePiece(report.repositoryName)) + what + QLatin1Char('.') +
+           suffix(format);
 }
 
 QByteArray bytes(const std::shared_ptr<const ScanReport>& report, Subject subject, Format format) {

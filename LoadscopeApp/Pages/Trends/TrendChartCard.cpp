@@ -4,7 +4,6 @@
 
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Cards/CardPieces.h"
-#include "LoadscopeApp/Cards/SaveFilePanel.h"
 #include "LoadscopeApp/Charts/ChartLegend.h"
 #include "LoadscopeApp/Charts/SaveChartButton.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
@@ -13,6 +12,7 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
+#include "LoadscopeCore/Platform/FilePath.h"
 
 #include <QHBoxLayout>
 
@@ -24,9 +24,8 @@ namespace loadscope {
 TrendChartCard::TrendChartCard(const std::shared_ptr<const TrendsPresentation>& presentation)
     : chart_(new TrendChart(this)), legend_(new ChartLegend) {
     const std::string& repository = presentation->scans().back().repositoryName;
-    auto* save =
-        new SaveChartButton(QStringLiteral("startup-tokens-") + SaveFilePanel::fileNamePart(repository),
-                            [this] { return picture(); });
+    auto* save = new SaveChartButton(DisplayText::own("startup-tokens-" + FilePath::namePiece(repository)),
+                                     [this] { return picture(); });
     chart_->setPresentation(presentation);
     std::vector<ChartLegend::Entry> entries;
     for (const TrendsPresentation::ToolSeries& series : presentation->series())

@@ -102,6 +102,26 @@ TEST(FilePath, CallsOnlyRegularFilesExecutable) {
     EXPECT_FALSE(holdsForOrdinaryUser([&] { return FilePath::isExecutableFile(tool); }));
 }
 
+TEST(FilePath, MakesPiecesOfNamesThatEverySystemTakes) {
+    const auto days = [](int count) {
+        std::string text = "a";
+        for (int day = 0; day < count; ++day)
+            text += "日";
+        return text;
+    };
+    const std::pair<std::string, std::string> cases[] = {
+        {"web-app", "web-app"},
+        {"..", ".."},
+        {"a/b\\c:d*e?f\"g<h>i|j", "a-b-c-d-e-f-g-h-i-j"},
+        {"two\nlines\x1b", "two-nlines-x1b"},
+        {"\xff", "-xff"},
+        {std::string(300, 'a'), std::string(120, 'a')},
+        {days(100), days(39)},
+    };
+    for (const auto& [text, piece] : cases)
+        EXPECT_EQ(FilePath::namePiece(text), piece);
+}
+
 TEST(UserFolders, TakesOnlyAbsoluteFoldersFromTheEnvironment) {
     const ScopedEnvironment home("HOME", "/home/me//"), temporary("TMPDIR", "relative");
     EXPECT_EQ(UserFolders::home(), "/home/me");
