@@ -5,7 +5,6 @@
 #include "LoadscopeCLI/LoopUIThread.h"
 #include "LoadscopeCLI/Readiness.h"
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
-#include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Scan/FolderAccess.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
@@ -31,19 +30,14 @@ public:
     explicit UnavailableCodex(ToolReadiness readiness) : readiness_(readiness) {}
 
     CodexScanOutcome run(const std::string& /*repository*/, std::stop_token /*stop*/) override {
-        return CodexScanOutcome::unavailable(reason());
+        return CodexScanOutcome::unavailable(codexBlocker(readiness_));
     }
 
     CodexItems estimate(const std::string& /*repository*/, std::stop_token /*stop*/) override {
-        return CodexItems::unavailable(reason());
+        return CodexItems::unavailable(codexBlocker(readiness_));
     }
 
 private:
-    [[nodiscard]] std::string reason() const {
-        return readiness_ == ToolReadiness::notInstalled ? CodexProbe::notInstalledReason
-                                                         : CodexProbe::signedOutReason();
-    }
-
     ToolReadiness readiness_;
 };
 

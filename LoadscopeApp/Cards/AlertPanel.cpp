@@ -4,8 +4,10 @@
 
 #include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Icons/StateIcon.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/SelectableText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
+#include "LoadscopeCore/Presentation/Notices.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -72,9 +74,9 @@ Sheet* AlertPanel::present(QWidget* anchor, AlertPanel* panel, PushButton* focus
     return sheet;
 }
 
-Sheet* AlertPanel::tell(QWidget* anchor, const QString& title, const QString& message) {
-    auto* panel =
-        new AlertPanel(QStringLiteral("exclamationmark.triangle"), ThemeColor::bandHeavy, title, message);
+Sheet* AlertPanel::tell(QWidget* anchor, const Notice& notice) {
+    auto* panel = new AlertPanel(QStringLiteral("exclamationmark.triangle"), ThemeColor::bandHeavy,
+                                 DisplayText::own(notice.title), DisplayText::line(notice.message));
     PushButton* close = panel->addButton(PushButton::Kind::primary, QStringLiteral("OK"));
     return present(anchor, panel, close);
 }

@@ -12,6 +12,7 @@ class QHBoxLayout;
 namespace loadscope {
 
 class Sheet;
+struct Notice;
 
 /// A short message with its buttons, shown as a sheet over the window of whoever asks. Texts are plain text
 /// and may come from outside once they are made visible.
@@ -31,7 +32,7 @@ public:
     /// The child of the window in which `anchor` lies, or null: it lasts as long as the window.
     [[nodiscard]] static QWidget* backdropOf(QWidget* anchor);
     /// A message with nothing to decide.
-    static Sheet* tell(QWidget* anchor, const QString& title, const QString& message);
+    static Sheet* tell(QWidget* anchor, const Notice& notice);
 
 private:
     QString title_;

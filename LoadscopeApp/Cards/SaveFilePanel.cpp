@@ -3,9 +3,9 @@
 #include "LoadscopeApp/Cards/SaveFilePanel.h"
 
 #include "LoadscopeApp/Cards/AlertPanel.h"
-#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
+#include "LoadscopeCore/Presentation/Notices.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -21,7 +21,8 @@ void SaveFilePanel::choose(QWidget* anchor, const Request& request,
     panel->setAcceptMode(QFileDialog::AcceptSave);
     panel->setFileMode(QFileDialog::AnyFile);
     panel->setSupportedSchemes({QStringLiteral("file")});
-    panel->setNameFilter(QStringLiteral("%1 (*.%2)").arg(request.kind, request.suffix));
+    const QStringList filter{request.kind, QStringLiteral("(*.%1)").arg(request.suffix)};
+    panel->setNameFilter(filter.join(QLatin1Char(' ')));
     panel->setDefaultSuffix(request.suffix);
     panel->selectFile(request.suggestedName + QLatin1Char('.') + request.suffix);
     panel->setPalette(AppTheme::current().palette());
@@ -43,11 +44,7 @@ void SaveFilePanel::open(QWidget* anchor, const Request& request, const QByteArr
     QWidget* base = AlertPanel::backdropOf(anchor);
     choose(base != nullptr ? base : anchor, request, [base, contents](const QString& path) {
         if (write(path, contents) || base == nullptr) return;
-        AlertPanel::tell(
-            base, QStringLiteral("The file could not be saved"),
-            QStringLiteral("Nothing was written to %1. Check that the file and its folder can be "
-                           "written to and that there is space left, then try again.")
-                .arg(DisplayText::line(QFile::encodeName(path).toStdString())));
+        AlertPanel::tell(base, Notice::fileNotSaved(QFile::encodeName(path).toStdString()));
     });
 }
 

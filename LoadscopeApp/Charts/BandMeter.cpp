@@ -10,7 +10,7 @@
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Geometry/Motion.h"
-#include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -70,8 +70,7 @@ MarkedWidget::Mark BandMeter::mark(std::size_t index) const {
     if (index == 0) {
         const QPointF center = ChartShapes::point(geometry_.markerCenter(shownPosition()));
         constexpr double radius = BandMeterGeometry::markerDiameter / 2;
-        return {DisplayText::own(LocaleFormat::grouped(total_) + " tokens"),
-                DisplayText::own(OpinionBands::title(band_)),
+        return {DisplayText::own(TokenTexts::count(total_)), DisplayText::own(OpinionBands::title(band_)),
                 QRectF(center.x() - radius, center.y() - radius, 2 * radius, 2 * radius)};
     }
     if (--index < geometry_.labels().size()) {

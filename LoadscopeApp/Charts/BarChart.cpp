@@ -12,6 +12,7 @@
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <QHelpEvent>
 #include <QPaintEvent>
@@ -65,13 +66,10 @@ QSize BarChart::sizeHint() const { return {300, static_cast<int>(std::ceil(geome
 
 QSize BarChart::minimumSizeHint() const { return {narrowest, sizeHint().height()}; }
 
-QString BarChart::nameOf(const BarChartGeometry::Mark& mark) const {
-    const QString category = DisplayText::own(data_.slotLabels.at(mark.slot));
-    return kind_ == Kind::column ? category : series_.at(mark.series).name + QStringLiteral(" · ") + category;
-}
-
-QString BarChart::numberOf(const BarChartGeometry::Mark& mark) const {
-    return DisplayText::own(LocaleFormat::grouped(mark.tokens)) + QStringLiteral(" tokens");
+std::string BarChart::nameOf(const BarChartGeometry::Mark& mark) const {
+    const std::string& category = data_.slotLabels.at(mark.slot);
+    if (kind_ == Kind::column) return category;
+    return TokenTexts::within(series_.at(mark.series).name.toStdString(), category);
 }
 
 QRectF BarChart::areaOf(std::size_t item) const { return ChartShapes::rect(geometry_.marks().at(item).rect); }
@@ -79,7 +77,8 @@ QRectF BarChart::areaOf(std::size_t item) const { return ChartShapes::rect(geome
 MarkedWidget::Mark BarChart::mark(std::size_t index) const {
     const std::size_t item = order_.at(index);
     const BarChartGeometry::Mark& bar = geometry_.marks().at(item);
-    return {nameOf(bar) + QStringLiteral(": ") + numberOf(bar), {}, areaOf(item), QAccessible::ListItem};
+    const std::string spoken = TokenTexts::named(nameOf(bar), LocaleFormat::grouped(bar.tokens));
+    return {DisplayText::own(spoken), {}, areaOf(item), QAccessible::ListItem};
 }
 
 MarkedWidget::Item BarChart::stopOf(std::size_t item) const {
@@ -108,7 +107,8 @@ void BarChart::activeMoved(Item before, std::optional<QPointF> place) {
     QWidget* surface = parentWidget() != nullptr ? parentWidget() : this;
     if (tip_ == nullptr) tip_ = new ChartTip(surface);
     const BarChartGeometry::Mark& bar = geometry_.marks().at(*active());
-    tip_->showAt(mapTo(surface, place.value_or(areaOf(*active()).bottomRight())), nameOf(bar), numberOf(bar));
+    tip_->showAt(mapTo(surface, place.value_or(areaOf(*active()).bottomRight())),
+                 DisplayText::own(nameOf(bar)), DisplayText::own(TokenTexts::count(bar.tokens)));
 }
 
 void BarChart::paintLabels(QPainter& painter, const BarChartGeometry& geometry, const QRectF& visible) const {

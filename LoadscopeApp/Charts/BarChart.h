@@ -53,8 +53,7 @@ protected:
 private:
     void layOut();
     void paintLabels(QPainter& painter, const BarChartGeometry& geometry, const QRectF& visible) const;
-    [[nodiscard]] QString nameOf(const BarChartGeometry::Mark& mark) const;
-    [[nodiscard]] QString numberOf(const BarChartGeometry::Mark& mark) const;
+    [[nodiscard]] std::string nameOf(const BarChartGeometry::Mark& mark) const;
     [[nodiscard]] QRectF areaOf(std::size_t item) const;
     [[nodiscard]] QString labelAt(QPoint position) const;
 

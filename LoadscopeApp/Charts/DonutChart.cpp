@@ -6,10 +6,12 @@
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Charts/ChartText.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -99,7 +101,7 @@ void DonutChart::showEvent(QShowEvent* event) {
 
 MarkedWidget::Mark DonutChart::mark(std::size_t index) const {
     if (index == 0) {
-        return {total_ + QStringLiteral(" tokens"),
+        return {DisplayText::own(TokenTexts::count(total_.toStdString())),
                 {},
                 QRectF(ChartShapes::point(ring_.center()), QSizeF()),
                 QAccessible::StaticText};
@@ -189,7 +191,8 @@ void DonutChart::paintMiddle(QPainter& painter) const {
     painter.setFont(words);
     painter.setPen(theme.color(ThemeColor::secondaryText));
     const QRectF line(center.x() - room / 2, baseline + wordGap, room, wordMetrics.height());
-    ReadingText::draw(painter, line, Qt::AlignCenter | Qt::TextSingleLine, QStringLiteral("tokens"));
+    ReadingText::draw(painter, line, Qt::AlignCenter | Qt::TextSingleLine,
+                      DisplayText::own(TokenTexts::unit));
 }
 
 } // namespace loadscope

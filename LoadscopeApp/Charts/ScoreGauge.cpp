@@ -5,10 +5,12 @@
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Charts/ChartShapes.h"
 #include "LoadscopeApp/Motion/ValueAnimation.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/NumberLabel.h"
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeCore/Geometry/GaugeGeometry.h"
+#include "LoadscopeCore/Scoring/HealthScore.h"
 
 #include <QPainter>
 
@@ -33,7 +35,7 @@ ScoreGauge::ScoreGauge(int score, OpinionBand band, QWidget* parent)
       color_(ThemeColors::fill(band)),
       progress_(new ValueAnimation(this, 1, [this](double) { update(); })) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    AccessibleTraits::setRole(this, QAccessible::Graphic, QStringLiteral("%1 of 100").arg(score));
+    AccessibleTraits::setRole(this, QAccessible::Graphic, DisplayText::own(HealthScore::label(score)));
     AppTheme::bind(this, [this] {
         updateGeometry();
         update();

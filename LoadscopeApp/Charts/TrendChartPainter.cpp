@@ -8,6 +8,7 @@
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -149,7 +150,7 @@ void paintSelection(QPainter& painter, const Geometry& geometry, const Geometry:
 TipCard tooltip(const TrendsPresentation::Tooltip& tooltip) {
     std::vector<TipCard::Text> texts{{DisplayText::own(tooltip.heading)},
                                      {DisplayText::own(tooltip.total), TextStyle::headline, QFont::DemiBold,
-                                      ThemeColor::primaryText, QStringLiteral("tokens")},
+                                      ThemeColor::primaryText, DisplayText::own(TokenTexts::unit)},
                                      {DisplayText::own(tooltip.bandTitle), TextStyle::caption, QFont::Medium,
                                       ThemeColors::text(tooltip.band)}};
     for (const std::string& line : tooltip.conditions)

@@ -18,7 +18,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    bool hitButton(const QPoint& position) const override;
+    [[nodiscard]] bool hitButton(const QPoint& position) const override;
 };
 
 } // namespace loadscope

@@ -20,7 +20,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    bool hitButton(const QPoint& position) const override;
+    [[nodiscard]] bool hitButton(const QPoint& position) const override;
 
 private:
     ValueAnimation* knob_;

@@ -34,7 +34,7 @@ public:
           tint_(ThemeColors::text(entry.band)),
           appear_(new ValueAnimation(this, 1, [this](double) { update(); })) {
         setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-        AccessibleTraits::setRole(this, QAccessible::StaticText, title_ + QStringLiteral(": ") + detail_);
+        AccessibleTraits::setRole(this, QAccessible::StaticText, DisplayText::own(entry.spoken()));
         AppTheme::bind(this, [this] {
             updateGeometry();
             update();

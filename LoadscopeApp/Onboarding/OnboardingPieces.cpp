@@ -61,13 +61,12 @@ OnboardingStepDots::OnboardingStepDots(int stepCount, QWidget* parent)
     : QWidget(parent), stepCount_(stepCount) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     AccessibleTraits::setRole(this, QAccessible::StaticText);
-    setCurrentIndex(0);
     AppTheme::bind(this, [this] { update(); });
 }
 
-void OnboardingStepDots::setCurrentIndex(int index) {
+void OnboardingStepDots::setCurrent(int index, const QString& text) {
     currentIndex_ = index;
-    setAccessibleName(QStringLiteral("Step %1 of %2").arg(index + 1).arg(stepCount_));
+    setAccessibleName(text);
     update();
 }
 

@@ -13,7 +13,8 @@ class OnboardingStepDots : public QWidget {
 public:
     explicit OnboardingStepDots(int stepCount, QWidget* parent = nullptr);
 
-    void setCurrentIndex(int index);
+    /// `text` tells the same in words.
+    void setCurrent(int index, const QString& text);
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:

@@ -98,7 +98,7 @@ void OnboardingView::skip() {
 
 void OnboardingView::showStep() {
     const OnboardingStep& step = flow_.currentStep();
-    dots_->setCurrentIndex(flow_.currentIndex());
+    dots_->setCurrent(flow_.currentIndex(), DisplayText::own(flow_.progressText()));
     skip_->setVisible(step.showsSkip());
     back_->setVisible(step.showsBack());
     primary_->setTitle(DisplayText::own(step.primaryTitle));

@@ -6,31 +6,12 @@
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
-#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Scoring/OpinionBand.h"
 
 #include <QGridLayout>
 #include <QVBoxLayout>
 
 namespace loadscope {
-namespace {
-
-QString meaning(OpinionBand band) {
-    const QString heavy = DisplayText::own(LocaleFormat::grouped(OpinionBands::heavyThreshold));
-    const QString excessive = DisplayText::own(LocaleFormat::grouped(OpinionBands::excessiveThreshold));
-    switch (band) {
-    case OpinionBand::lean:
-        return QStringLiteral("Below %1 tokens; below 15% of a reported context window.").arg(heavy);
-    case OpinionBand::heavy:
-        return QStringLiteral("From %1 to %2 tokens; 15% to 30% of a reported context window.")
-            .arg(heavy, excessive);
-    case OpinionBand::excessive:
-        break;
-    }
-    return QStringLiteral("Above %1 tokens; above 30% of a reported context window.").arg(excessive);
-}
-
-} // namespace
 
 QWidget* BandGuide::makeSection(std::span<const char* const> sentences) {
     auto* body = new QWidget;
@@ -46,7 +27,8 @@ QWidget* BandGuide::makeSection(std::span<const char* const> sentences) {
         rows->addWidget(
             new StatusPill(DisplayText::own(OpinionBands::title(band)), {}, ThemeColors::text(band)), line, 0,
             Qt::AlignLeading | Qt::AlignTop);
-        rows->addWidget(TextLabel::note(meaning(band), TextStyle::body), line, 1, Qt::AlignVCenter);
+        rows->addWidget(TextLabel::note(DisplayText::own(OpinionBands::meaning(band)), TextStyle::body), line,
+                        1, Qt::AlignVCenter);
         ++line;
     }
     column->addLayout(rows);

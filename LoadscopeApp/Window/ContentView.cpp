@@ -15,6 +15,7 @@
 #include "LoadscopeApp/Window/Sidebar.h"
 #include "LoadscopeApp/Window/WindowSplitter.h"
 #include "LoadscopeApp/Window/WindowToolbar.h"
+#include "LoadscopeCore/Presentation/Notices.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "LoadscopeCore/Scan/CodexEstimateModel.h"
@@ -154,18 +155,12 @@ void ContentView::openRepository(const std::string& path) {
         return;
     }
     if (model_.state().isScanning()) {
-        AlertPanel::tell(
-            pages_, QStringLiteral("A scan is running"),
-            QStringLiteral("Another repository can be opened when the scan has ended. The Overview "
-                           "page can cancel it."));
+        AlertPanel::tell(pages_, Notice::scanIsRunning());
         return;
     }
     std::error_code error;
     if (!std::filesystem::is_directory(path, error)) {
-        AlertPanel::tell(pages_, QStringLiteral("This folder is gone"),
-                         QStringLiteral("Nothing is at %1 any more. Its recorded scans stay; to scan it "
-                                        "again, choose the folder where it is now.")
-                             .arg(DisplayText::line(path)));
+        AlertPanel::tell(pages_, Notice::folderIsGone(path));
         return;
     }
     selectFolder(path);
@@ -175,9 +170,7 @@ void ContentView::followClearing() {
     const bool isClearing = model_.historyActivity() == HistoryActivity::clearing;
     const bool hasEnded = std::exchange(isClearing_, isClearing) && !isClearing;
     if (!hasEnded || !model_.couldNotClearHistory()) return;
-    AlertPanel::tell(pages_, QStringLiteral("The recorded scans could not be deleted"),
-                     QStringLiteral("The folder with the recorded data cannot be written to. Nothing was "
-                                    "changed on this page."));
+    AlertPanel::tell(pages_, Notice::historyNotDeleted());
 }
 
 void ContentView::refresh() {

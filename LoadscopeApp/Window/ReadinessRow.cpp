@@ -39,7 +39,7 @@ ReadinessRow::ReadinessRow(const QString& tool, QWidget* parent) : QWidget(paren
 
 void ReadinessRow::setReadiness(ToolReadiness readiness) {
     value_ = DisplayText::own(label(readiness));
-    setAccessibleName(tool_ + QStringLiteral(": ") + value_);
+    setAccessibleName(DisplayText::own(label(tool_.toStdString(), readiness)));
     AccessibleTraits::setValue(this, value_);
     updateGeometry();
     update();

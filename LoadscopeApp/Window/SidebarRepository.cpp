@@ -18,17 +18,15 @@ namespace {
 constexpr int symbolSize = 17;
 
 void showStatus(StatusPill& pill, const ScanState& state) {
+    const QString words = DisplayText::own(state.label());
     if (state.isScanning())
-        pill.setStatus(QStringLiteral("Scanning"), QStringLiteral("arrow.triangle.2.circlepath"),
-                       ThemeColor::accent);
+        pill.setStatus(words, QStringLiteral("arrow.triangle.2.circlepath"), ThemeColor::accent);
     else if (state.error() != nullptr)
-        pill.setStatus(QStringLiteral("Scan failed"), QStringLiteral("exclamationmark.triangle.fill"),
-                       ThemeColor::bandExcessive);
+        pill.setStatus(words, QStringLiteral("exclamationmark.triangle.fill"), ThemeColor::bandExcessive);
     else if (state.report() != nullptr)
-        pill.setStatus(QStringLiteral("Scan complete"), QStringLiteral("checkmark.circle.fill"),
-                       ThemeColor::bandLean);
+        pill.setStatus(words, QStringLiteral("checkmark.circle.fill"), ThemeColor::bandLean);
     else
-        pill.setStatus(QStringLiteral("Ready to scan"), QStringLiteral("circle"), ThemeColor::secondaryText);
+        pill.setStatus(words, QStringLiteral("circle"), ThemeColor::secondaryText);
 }
 
 } // namespace

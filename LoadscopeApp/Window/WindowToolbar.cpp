@@ -33,7 +33,8 @@ WindowToolbar::WindowToolbar(QWidget* parent)
     scan_->setSymbol(QStringLiteral("waveform.path.ecg"));
     scan_->setShortcut(Qt::CTRL | Qt::Key_R);
     PlainToolTip::set(*choose_, choose_->shortcut().toString(QKeySequence::NativeText));
-    PlainToolTip::set(*scan_, scan_->shortcut().toString(QKeySequence::NativeText) + QStringLiteral(", F5"));
+    const QStringList keys{scan_->shortcut().toString(QKeySequence::NativeText), QStringLiteral("F5")};
+    PlainToolTip::set(*scan_, keys.join(QStringLiteral(", ")));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(inset, verticalInset, inset, verticalInset + 1);
     row->setSpacing(buttonSpacing);

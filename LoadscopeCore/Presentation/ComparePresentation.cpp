@@ -5,6 +5,7 @@
 #include "LoadscopeCore/Geometry/ChartPalette.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <algorithm>
 #include <map>
@@ -96,9 +97,16 @@ std::vector<ComparePresentation::LeaderboardRow> ComparePresentation::rows(const
 
 ComparePresentation::ColumnText ComparePresentation::text(const Column& column) {
     const RecordedScan& scan = column.scan;
-    return {"Scanned " + LocaleFormat::date(scan.date), LocaleFormat::grouped(scan.total),
-            OpinionBands::title(scan.band()) + " · " + RecordedScanPresentation::bandScaleCaption(scan),
-            scan.band()};
+    const std::string scanned = "Scanned " + LocaleFormat::date(scan.date);
+    const std::string pill =
+        OpinionBands::title(scan.band()) + " · " + RecordedScanPresentation::bandScaleCaption(scan);
+    return {scanned,
+            LocaleFormat::grouped(scan.total),
+            pill,
+            scan.band(),
+            "Latest scan of " + column.label,
+            "Categories of " + column.label,
+            {column.label, scanned, TokenTexts::count(scan.total), pill}};
 }
 
 std::string ComparePresentation::longestPill() const {

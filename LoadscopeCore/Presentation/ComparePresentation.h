@@ -62,6 +62,9 @@ public:
         std::string total;   ///< to be followed by "tokens"
         std::string pill;
         OpinionBand band = OpinionBand::lean;
+        std::string cardName;             ///< of the whole column
+        std::string chartName;            ///< of its chart
+        std::vector<std::string> summary; ///< what is copied of it above its categories
     };
 
     explicit ComparePresentation(const std::vector<RecordedScan>& history);

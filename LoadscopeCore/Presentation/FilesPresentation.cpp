@@ -89,6 +89,11 @@ std::string treemapCaption(const ScanReport& report) {
                : "Tile sizes use estimated token counts.";
 }
 
+std::string shareNote(const ScanReport& report) {
+    return std::string("Estimated tokens use 4 bytes per token. Share is calculated against the ") +
+           (report.conditions.isEstimate ? "estimated" : "authoritative") + " total reported by Claude.";
+}
+
 std::optional<std::string> twoNumbersNote(const ScanReport& report) {
     if (report.memoryFiles.reported.empty()) return {};
     CountSum reported;

@@ -42,6 +42,9 @@ struct File {
 /// Whether the tool tells of any file, so that the list has numbers of two kinds.
 [[nodiscard]] bool hasReported(const ScanReport& report);
 
+/// How the estimates are made and what the shares are of.
+[[nodiscard]] std::string shareNote(const ScanReport& report);
+
 /// How the two numbers of the files differ and why; absent when no file has two.
 [[nodiscard]] std::optional<std::string> twoNumbersNote(const ScanReport& report);
 

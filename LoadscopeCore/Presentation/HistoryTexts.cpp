@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ConditionTexts.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 namespace loadscope {
 
@@ -23,6 +24,13 @@ TrendPillText TrendPillText::of(std::optional<TrendDirection> trend, std::option
 TrendPillText TrendPillText::of(const LeaderboardEntry& entry) {
     if (entry.followsOtherModel()) return {ConditionTexts::otherModel, "", std::nullopt};
     return of(entry.trend(), entry.delta());
+}
+
+std::string HistoryRowText::spoken(const std::string& pill) const {
+    const std::string number = TokenTexts::count(value);
+    if (!rank) return title + ", " + detail + ", " + pill + ", " + number + ", " + valueCaption;
+    return LocaleFormat::grouped(static_cast<std::int64_t>(*rank)) + ". " + title + ", " + detail + ", " +
+           number + ", " + valueCaption + ", " + pill;
 }
 
 } // namespace loadscope

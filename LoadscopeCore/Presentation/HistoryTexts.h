@@ -47,6 +47,9 @@ struct HistoryRowText {
     std::string valueCaption;
     std::string repositoryPath; ///< which repository the row opens
 
+    /// The row in one line, for assistive technologies, with what stands on its pill.
+    [[nodiscard]] std::string spoken(const std::string& pill) const;
+
     bool operator==(const HistoryRowText&) const = default;
 };
 

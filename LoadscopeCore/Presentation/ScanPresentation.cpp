@@ -55,6 +55,20 @@ std::string overAttributionLead(const ScanReport& report) {
 
 } // namespace
 
+std::string headline(const ScanReport& report) {
+    return OpinionBands::title(report.band) + " startup context" +
+           (report.conditions.isEstimate ? " (estimated)" : "");
+}
+
+std::string breakdownDetail(const ScanReport& report) {
+    return std::string("Category rows come from Claude Code's `/context` report; shares use the ") +
+           (report.conditions.isEstimate ? "estimated" : "Claude-reported") + " total.";
+}
+
+std::string durationText(const ScanReport& report) {
+    return LocaleFormat::oneDecimal(report.duration) + " seconds";
+}
+
 std::string totalCaption(const ScanReport& report) {
     return report.conditions.isEstimate ? "Estimate · not counted by Claude"
                                         : "Authoritative · measured by Claude";

@@ -27,6 +27,17 @@ inline constexpr const char* splitsEstimateNote =
     "The category totals below are reported by Claude Code's `/context`; the file splits are estimates "
     "derived locally from file sizes.";
 
+inline constexpr const char* completeLabel = "Scan complete";
+
+/// "Heavy startup context", and that it is an estimate.
+[[nodiscard]] std::string headline(const ScanReport& report);
+
+/// Where the rows of the breakdown come from and what their shares are of.
+[[nodiscard]] std::string breakdownDetail(const ScanReport& report);
+
+/// "12.3 seconds".
+[[nodiscard]] std::string durationText(const ScanReport& report);
+
 /// What stands below the total: who measured it, or that it is an estimate.
 [[nodiscard]] std::string totalCaption(const ScanReport& report);
 

@@ -156,6 +156,10 @@ TrendsPresentation::Metric TrendsPresentation::driftMetric() const {
             change <= 0 ? OpinionBand::lean : OpinionBand::heavy};
 }
 
+std::string TrendsPresentation::pictureTitle() const {
+    return scans_.back().repositoryName + " — " + chartTitle;
+}
+
 std::string TrendsPresentation::runsDetail() const {
     if (history_.size() <= maximumListedRuns)
         return "Every recorded scan, newest first, across every repository.";

@@ -101,6 +101,9 @@ public:
     [[nodiscard]] const std::vector<RecordedScan>& history() const { return history_; }
     [[nodiscard]] const std::vector<ToolSeries>& series() const { return series_; }
 
+    /// What a saved picture of the chart is headed with.
+    [[nodiscard]] std::string pictureTitle() const;
+
     /// The scans of all series by date; on equal dates Claude Code comes first.
     [[nodiscard]] const std::vector<RecordedScan>& scans() const { return scans_; }
 

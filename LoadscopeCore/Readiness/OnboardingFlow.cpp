@@ -82,6 +82,10 @@ const std::vector<OnboardingLegendEntry>& OnboardingFlow::legend() {
     return legend;
 }
 
+std::string OnboardingFlow::progressText() const {
+    return "Step " + std::to_string(currentIndex_ + 1) + " of " + std::to_string(stepCount());
+}
+
 void OnboardingFlow::advance() {
     if (currentStep().isLast()) {
         finish();

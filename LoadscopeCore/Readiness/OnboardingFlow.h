@@ -39,6 +39,8 @@ struct OnboardingLegendEntry {
 
     [[nodiscard]] std::string id() const { return OpinionBands::rawValue(band); }
     [[nodiscard]] std::string title() const { return OpinionBands::title(band); }
+    /// "Lean: fine as-is", for assistive technologies.
+    [[nodiscard]] std::string spoken() const { return title() + ": " + detail; }
     bool operator==(const OnboardingLegendEntry&) const = default;
 };
 
@@ -81,6 +83,8 @@ public:
         return steps()[static_cast<std::size_t>(currentIndex_)];
     }
     [[nodiscard]] int stepCount() const { return static_cast<int>(steps().size()); }
+    /// "Step 1 of 4".
+    [[nodiscard]] std::string progressText() const;
     [[nodiscard]] bool shouldPresent() const { return completion_.shouldPresent(); }
 
     /// To the next step; on the last one marks the walkthrough completed and finishes.

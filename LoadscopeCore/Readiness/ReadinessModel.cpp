@@ -71,8 +71,8 @@ void ReadinessModel::recheck() {
 
 std::optional<std::string> ReadinessModel::scanBlocker(bool includeCodex) const {
     if (isChecking()) return label(ToolReadiness::checking);
-    if (blocksScan(claude())) return "Claude: " + label(claude());
-    if (includeCodex && blocksScan(codex())) return "Codex: " + label(codex());
+    if (blocksScan(claude())) return label("Claude", claude());
+    if (includeCodex && blocksScan(codex())) return label("Codex", codex());
     return {};
 }
 

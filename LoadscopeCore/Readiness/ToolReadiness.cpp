@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 
+#include "LoadscopeCore/CodexProbe/CodexProbe.h"
+
 #include <algorithm>
 #include <array>
 
@@ -30,6 +32,15 @@ const ReadinessTexts& textsOf(ToolReadiness readiness) {
 } // namespace
 
 std::string label(ToolReadiness readiness) { return std::string(textsOf(readiness).label); }
+
+std::string label(std::string_view tool, ToolReadiness readiness) {
+    return std::string(tool) + ": " + label(readiness);
+}
+
+std::string codexBlocker(ToolReadiness readiness) {
+    return readiness == ToolReadiness::notInstalled ? CodexProbe::notInstalledReason
+                                                    : CodexProbe::signedOutReason();
+}
 
 std::optional<ToolReadiness> toolReadinessFromLabel(std::string_view label) {
     const auto* const found = std::ranges::find(readinesses, label, &ReadinessTexts::label);

@@ -23,6 +23,12 @@ enum class ToolReadiness { checking, notInstalled, signedOut, ready, unknown };
 /// For example "Sign-in needed".
 [[nodiscard]] std::string label(ToolReadiness readiness);
 
+/// With the tool that it is of, for example "Claude: Sign-in needed".
+[[nodiscard]] std::string label(std::string_view tool, ToolReadiness readiness);
+
+/// Why a Codex in this state, which blocks its scan, is not asked.
+[[nodiscard]] std::string codexBlocker(ToolReadiness readiness);
+
 [[nodiscard]] std::optional<ToolReadiness> toolReadinessFromLabel(std::string_view label);
 
 /// The case's name as scripts see it, for example "signedOut".

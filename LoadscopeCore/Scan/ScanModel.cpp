@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Scan/HistoryWorker.h"
 #include "LoadscopeCore/Scan/ScanStages.h"
@@ -34,6 +35,12 @@ void identify(ScanReport& report) {
 std::shared_ptr<const ScanReport> ScanState::report() const {
     const auto* report = std::get_if<std::shared_ptr<const ScanReport>>(&value_);
     return report ? *report : nullptr;
+}
+
+std::string ScanState::label() const {
+    if (isScanning()) return "Scanning";
+    if (error() != nullptr) return "Scan failed";
+    return report() != nullptr ? ScanPresentation::completeLabel : "Ready to scan";
 }
 
 bool ScanState::operator==(const ScanState& other) const {

@@ -47,6 +47,9 @@ public:
     /// The error of a scan that failed, else null.
     [[nodiscard]] const ProbeError* error() const { return std::get_if<ProbeError>(&value_); }
 
+    /// "Scanning", "Scan failed", "Scan complete" or "Ready to scan".
+    [[nodiscard]] std::string label() const;
+
     bool operator==(const ScanState& other) const;
 
 private:

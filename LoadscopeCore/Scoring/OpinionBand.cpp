@@ -23,6 +23,9 @@ std::int64_t roundedShare(std::int64_t window, double fraction) {
     return std::llround(static_cast<double>(window) * fraction);
 }
 
+/// A whole number of percent.
+std::string percent(double fraction) { return LocaleFormat::grouped(std::llround(fraction * 100)) + "%"; }
+
 } // namespace
 
 OpinionBand band(std::int64_t total, std::optional<std::int64_t> window) {
@@ -74,6 +77,23 @@ std::string range(OpinionBand band) {
         break;
     }
     return "over " + upper;
+}
+
+std::string meaning(OpinionBand band) {
+    const std::string lower = LocaleFormat::grouped(heavyThreshold);
+    const std::string upper = LocaleFormat::grouped(excessiveThreshold);
+    const std::string lowerShare = percent(heavyWindowFraction);
+    const std::string upperShare = percent(excessiveWindowFraction);
+    const std::string ofWindow = " of a reported context window.";
+    switch (band) {
+    case OpinionBand::lean:
+        return "Below " + lower + " tokens; below " + lowerShare + ofWindow;
+    case OpinionBand::heavy:
+        return "From " + lower + " to " + upper + " tokens; " + lowerShare + " to " + upperShare + ofWindow;
+    case OpinionBand::excessive:
+        break;
+    }
+    return "Above " + upper + " tokens; above " + upperShare + ofWindow;
 }
 
 } // namespace OpinionBands

@@ -38,6 +38,9 @@ inline constexpr const char* opinionNote = "These bands are this app's opinion, 
 /// For example "30,000–60,000", in the user's locale.
 [[nodiscard]] std::string range(OpinionBand band);
 
+/// Where a band begins and ends, against the fixed thresholds and against a context window.
+[[nodiscard]] std::string meaning(OpinionBand band);
+
 } // namespace OpinionBands
 
 /// The growing scale on which a band meter draws a total: 90,000, or the next multiple of 30,000 above the

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
 
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
+
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -37,10 +40,8 @@ QSize CategoryTable::minimumSizeHint() const { return {narrowest, sizeHint().hei
 
 MarkedWidget::Mark CategoryTable::mark(std::size_t index) const {
     const TableRow& row = rows().at(index);
-    return {row.name + QStringLiteral(": ") + row.cells.front() + QStringLiteral(" tokens"),
-            {},
-            QRectF(rowArea(index)),
-            QAccessible::ListItem};
+    const std::string spoken = TokenTexts::named(row.name.toStdString(), row.cells.front().toStdString());
+    return {DisplayText::own(spoken), {}, QRectF(rowArea(index)), QAccessible::ListItem};
 }
 
 DataTable::Selected CategoryTable::selected(std::size_t row) const {

@@ -13,6 +13,7 @@
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -42,7 +43,8 @@ QHBoxLayout* totalLine(const QString& total) {
     auto* row = new QHBoxLayout;
     row->setSpacing(unitGap);
     row->addWidget(number);
-    row->addWidget(new TextLabel(QStringLiteral("tokens"), TextStyle::body, ThemeColor::secondaryText), 1);
+    row->addWidget(
+        new TextLabel(DisplayText::own(TokenTexts::unit), TextStyle::body, ThemeColor::secondaryText), 1);
     return row;
 }
 
@@ -54,9 +56,10 @@ ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePre
     const ComparePresentation::ColumnText text = ComparePresentation::text(column);
     const QString label = DisplayText::line(column.label);
     const QString pill = DisplayText::own(text.pill);
-    summary_ = QStringList{label, DisplayText::own(text.scanned),
-                           DisplayText::own(text.total) + QStringLiteral(" tokens"), pill}
-                   .join(QLatin1Char('\n'));
+    QStringList summary;
+    for (const std::string& line : text.summary)
+        summary.append(DisplayText::line(line));
+    summary_ = summary.join(QLatin1Char('\n'));
     auto* heading = new ElidedLabel(label, TextStyle::headline);
     heading->setElideMode(Qt::ElideMiddle); // names alike differ at their ends
     heading->setWeight(QFont::DemiBold);
@@ -67,10 +70,10 @@ ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePre
     scanned->setSelectable();
     auto* chart = new BarChart(BarChart::Kind::column, presentation.columnChart(column),
                                {{label, column.paletteIndex}});
-    chart->setAccessibleName(QStringLiteral("Categories of %1").arg(label));
+    chart->setAccessibleName(DisplayText::line(text.chartName));
 
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(QStringLiteral("Latest scan of %1").arg(label));
+    setAccessibleName(DisplayText::line(text.cardName));
     setAccessibleDescription(QStringLiteral("The key for Copy copies all of it."));
 
     content()->addWidget(heading);

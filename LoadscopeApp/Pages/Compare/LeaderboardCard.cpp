@@ -10,7 +10,6 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
-#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include <QHBoxLayout>
@@ -34,9 +33,7 @@ RowButton* makeRow(const ComparePresentation::LeaderboardRow& row, const Leaderb
     auto* button = new RowButton(
         new HistoryRow({rank, title, detail, entry.latest.total, ThemeColors::text(text.band), band},
                        new TrendPill(row.trend)),
-        QStringLiteral("%1. %2, %3, %4 tokens, %5, %6")
-            .arg(QString::fromStdString(LocaleFormat::grouped(rank.value_or(0))), title, detail,
-                 DisplayText::own(text.value), band, DisplayText::own(row.trend.text)));
+        DisplayText::line(text.spoken(row.trend.text)));
     button->setAccessibleDescription(QStringLiteral("Opens the repository"));
     return button;
 }

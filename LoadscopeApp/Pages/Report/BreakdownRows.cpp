@@ -6,11 +6,10 @@
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/DetailsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 namespace loadscope {
 namespace {
-
-QString percent(double share) { return DisplayText::own(LocaleFormat::oneDecimal(share * 100) + "%"); }
 
 TableRow rowOf(const DetailsPresentation::Line& line, int level) {
     return {{},
@@ -39,12 +38,12 @@ BreakdownRows BreakdownRows::loaded(const ScanReport& report, const CategoryMemb
     for (std::size_t category = 0; category < report.rows.size(); ++category) {
         const SlabAttribution& row = report.rows[category];
         all.tops.push_back(all.rows.size());
-        all.rows.push_back(
-            {category,
-             DisplayText::line(row.name),
-             {},
-             {DisplayText::own(LocaleFormat::grouped(row.tokens)), percent(report.categoryShare(row)),
-              DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))}});
+        all.rows.push_back({category,
+                            DisplayText::line(row.name),
+                            {},
+                            {DisplayText::own(LocaleFormat::grouped(row.tokens)),
+                             DisplayText::own(TokenTexts::percent(report.categoryShare(row))),
+                             DisplayText::own(ScanPresentation::sourceLabel(report, row.provenance))}});
         all.add(report, members.rows().at(category), category);
     }
     return all;

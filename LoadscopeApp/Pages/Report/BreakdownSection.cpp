@@ -14,6 +14,7 @@
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/DetailsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
+#include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -58,7 +59,8 @@ private:
         for (const std::size_t top : rows.tops) {
             const TableRow& row = rows.rows[top];
             result.push_back({row.name, report.rows[result.size()].tokens,
-                              row.cells[0] + QStringLiteral(" tokens, ") + row.cells[1]});
+                              DisplayText::own(TokenTexts::withShare(row.cells[0].toStdString(),
+                                                                     row.cells[1].toStdString()))});
         }
         return result;
     }
@@ -81,11 +83,8 @@ bool hasTokens(const ScanReport& report) {
 
 BreakdownSection::BreakdownSection(const ScanReport& report, QWidget* parent) : ReportSurface(parent) {
     const CategoryMembers members(report);
-    content()->addWidget(new SectionHeader(
-        QStringLiteral("Breakdown by category"),
-        QStringLiteral("Category rows come from Claude Code's `/context` report; shares use the %1 total.")
-            .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
-                                              : QStringLiteral("Claude-reported"))));
+    content()->addWidget(new SectionHeader(QStringLiteral("Breakdown by category"),
+                                           DisplayText::own(ScanPresentation::breakdownDetail(report))));
     if (report.rows.empty())
         content()->addWidget(
             TextLabel::note(QStringLiteral("This session did not report category rows."), TextStyle::body));

@@ -25,9 +25,8 @@ QHBoxLayout* lead(const ScanReport& report) {
     auto* row = new QHBoxLayout;
     row->setSpacing(8);
     row->addWidget(new IconView(QStringLiteral("scalemass"), leadSymbol, color), 0, Qt::AlignTop);
-    auto* title = new TextLabel(DisplayText::own(OpinionBands::title(report.band) + " startup context" +
-                                                 (report.conditions.isEstimate ? " (estimated)" : "")),
-                                TextStyle::title, color);
+    auto* title =
+        new TextLabel(DisplayText::own(ScanPresentation::headline(report)), TextStyle::title, color);
     AccessibleTraits::setRole(title, QAccessible::Heading, title->text());
     title->setWraps();
     row->addWidget(title, 1);

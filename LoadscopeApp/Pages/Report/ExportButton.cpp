@@ -3,11 +3,11 @@
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
 
 #include "LoadscopeApp/Cards/SaveFilePanel.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeCore/Presentation/Notices.h"
 
 #include <QFileInfo>
 #include <QMenu>
-
-#include <utility>
 
 namespace loadscope {
 namespace {
@@ -18,8 +18,9 @@ using Subject = ReportExport::Subject;
 void askForFile(QWidget* parent, const QString& suggestedName, std::function<void(QString)> done) {
     const QFileInfo name(suggestedName);
     const QString suffix = name.suffix();
-    const QString kind = suffix == QStringLiteral("json") ? QStringLiteral("JSON file")
-                                                          : suffix.toUpper() + QStringLiteral(" image");
+    const QString kind = suffix == QStringLiteral("json")  ? QStringLiteral("JSON file")
+                         : suffix == QStringLiteral("png") ? QStringLiteral("PNG image")
+                                                           : QStringLiteral("SVG image");
     SaveFilePanel::choose(parent, {QStringLiteral("Export"), name.completeBaseName(), suffix, kind},
                           std::move(done));
 }
@@ -31,14 +32,15 @@ ExportButton::ExportButton(std::shared_ptr<const ScanReport> report, QWidget* pa
       report_(std::move(report)),
       chooser_(askForFile) {
     setMenu(new QMenu(this));
-    const std::pair<QString, Subject> pictures[] = {{QStringLiteral("Breakdown"), Subject::breakdown},
-                                                    {QStringLiteral("Instruction Files"), Subject::files},
-                                                    {QStringLiteral("Whole Report"), Subject::report}};
-    for (const auto& [name, subject] : pictures) {
-        add(name + QStringLiteral(" as PNG…"), subject, Format::png);
-        add(name + QStringLiteral(" as SVG…"), subject, Format::svg);
-        menu()->addSeparator();
-    }
+    add(QStringLiteral("Breakdown as PNG…"), Subject::breakdown, Format::png);
+    add(QStringLiteral("Breakdown as SVG…"), Subject::breakdown, Format::svg);
+    menu()->addSeparator();
+    add(QStringLiteral("Instruction Files as PNG…"), Subject::files, Format::png);
+    add(QStringLiteral("Instruction Files as SVG…"), Subject::files, Format::svg);
+    menu()->addSeparator();
+    add(QStringLiteral("Whole Report as PNG…"), Subject::report, Format::png);
+    add(QStringLiteral("Whole Report as SVG…"), Subject::report, Format::svg);
+    menu()->addSeparator();
     add(QStringLiteral("Report as JSON…"), Subject::report, Format::json);
 }
 
@@ -51,12 +53,10 @@ void ExportButton::save(Subject subject, Format format) {
     chooser_(this, ReportExport::fileName(*report_, subject, format),
              [this, subject, format](const QString& path) {
                  const QByteArray bytes = ReportExport::bytes(report_, subject, format);
-                 const QString name = QFileInfo(path).fileName();
+                 const std::string name = QFileInfo(path).fileName().toStdString();
                  const bool saved = SaveFilePanel::write(path, bytes);
-                 Q_EMIT finished(saved ? QStringLiteral("Saved “%1”.").arg(name)
-                                       : QStringLiteral("“%1” could not be saved. Check that the folder can "
-                                                        "be written to and that there is space left.")
-                                             .arg(name));
+                 Q_EMIT finished(
+                     DisplayText::line(saved ? Notice::exported(name) : Notice::notExported(name)));
              });
 }
 

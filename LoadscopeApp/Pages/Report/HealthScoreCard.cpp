@@ -8,7 +8,6 @@
 #include "LoadscopeApp/Charts/ScoreGauge.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
-#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Scoring/HealthScore.h"
 
 #include <QVBoxLayout>
@@ -23,28 +22,19 @@ constexpr AdaptiveLayout::Rule gaugeBesideText{.widths = AdaptiveLayout::Widths:
                                                .equalHeights = false,
                                                .centersFirst = true};
 
-QString meaning(int score, std::int64_t maximum) {
-    return DisplayText::own(std::to_string(score) + " of 100 — how much of the " +
-                            LocaleFormat::grouped(maximum) + "-token band scale is still free.");
-}
-
-QWidget* explanation(const ScanReport& report, int score) {
+QWidget* explanation(const ScanReport& report) {
     auto* texts = new QWidget;
     auto* column = new QVBoxLayout(texts);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addWidget(new SectionHeader(QStringLiteral("Context headroom"),
-                                        meaning(score, BandScale::maximum(report.total))));
+                                        DisplayText::own(HealthScore::meaning(report.total))));
     column->addWidget(new Pill({QStringLiteral("Illustrative score — not a measurement"),
                                 {},
                                 ThemeColors::text(report.band),
                                 TextStyle::caption,
                                 QFont::DemiBold}));
-    column->addWidget(
-        TextLabel::note(QStringLiteral("Derived from where the %1 total sits on the band scale. ")
-                            .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
-                                                              : QStringLiteral("Claude-reported")) +
-                        DisplayText::own(OpinionBands::opinionNote)));
+    column->addWidget(TextLabel::note(DisplayText::own(HealthScore::origin(report.conditions.isEstimate))));
     if (const auto note = HealthScore::scaleNote(report.total, report.band))
         column->addWidget(TextLabel::note(DisplayText::own(*note)));
     return texts;
@@ -57,7 +47,7 @@ HealthScoreCard::HealthScoreCard(const ScanReport& report, QWidget* parent) : Re
     auto* body = new QWidget;
     auto* pair = new AdaptiveLayout(gaugeBesideText, body);
     pair->addWidget(new ScoreGauge(score, report.band));
-    pair->addWidget(explanation(report, score));
+    pair->addWidget(explanation(report));
     content()->addWidget(body);
 }
 

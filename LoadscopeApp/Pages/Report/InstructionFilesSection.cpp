@@ -63,11 +63,7 @@ void fill(QWidget* body, const ScanReport& report) {
         inventory->addWidget(new FileInventory(report, files));
     if (const auto note = FilesPresentation::twoNumbersNote(report))
         column->addWidget(TextLabel::note(DisplayText::own(*note)));
-    column->addWidget(TextLabel::note(
-        QStringLiteral("Estimated tokens use 4 bytes per token. Share is calculated against the %1 total "
-                       "reported by Claude.")
-            .arg(report.conditions.isEstimate ? QStringLiteral("estimated")
-                                              : QStringLiteral("authoritative"))));
+    column->addWidget(TextLabel::note(DisplayText::own(FilesPresentation::shareNote(report))));
 }
 
 } // namespace

@@ -14,7 +14,9 @@
 #include "LoadscopeApp/Pages/Report/MembersSection.h"
 #include "LoadscopeApp/Pages/Report/MethodologyCard.h"
 #include "LoadscopeApp/Pages/Report/ReportSection.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <QHBoxLayout>
 
@@ -36,8 +38,8 @@ QWidget* header() {
             QStringLiteral("Overview"),
             QStringLiteral("Everything this startup-context scan measured, in Claude Code and in Codex.")),
         1);
-    row->addWidget(new StatusPill(QStringLiteral("Scan complete"), QStringLiteral("checkmark.circle.fill"),
-                                  ThemeColor::bandLean),
+    row->addWidget(new StatusPill(DisplayText::own(ScanPresentation::completeLabel),
+                                  QStringLiteral("checkmark.circle.fill"), ThemeColor::bandLean),
                    0, Qt::AlignTop);
     return header;
 }

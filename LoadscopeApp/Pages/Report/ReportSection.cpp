@@ -8,7 +8,6 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/SelectableText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
-#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <QClipboard>
@@ -51,7 +50,7 @@ QLayout* details(const ScanReport& report) {
         {"Repository path", report.repositoryPath},
         {"Claude executable", report.resolvedCLIPath},
         {"Session ID", report.sessionID},
-        {"Duration", LocaleFormat::oneDecimal(report.duration) + " seconds"},
+        {"Duration", ScanPresentation::durationText(report)},
     };
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(24);

@@ -36,8 +36,7 @@ PreviousRunsCard::PreviousRunsCard(const TrendsPresentation& presentation) {
                                                   ThemeColors::text(text.band),
                                                   band},
                                                  new ProvenancePill(tool)),
-                                  QStringLiteral("%1, %2, %3, %4 tokens, %5")
-                                      .arg(title, detail, tool, DisplayText::own(text.value), band));
+                                  DisplayText::line(text.spoken(runs[index].toolLabel)));
         row->setAccessibleDescription(QStringLiteral("Opens the repository"));
         if (index > 0) row->setDivided();
         connect(row, &RowButton::clicked, this,

@@ -72,8 +72,7 @@ void TrendChartCard::showChosen() {
 
 ChartPicture TrendChartCard::picture() const {
     const QSizeF size = chart_->size();
-    const QString repository = DisplayText::line(chart_->presentation().scans().back().repositoryName);
-    return {repository + QStringLiteral(" — ") + DisplayText::own(TrendsPresentation::chartTitle),
+    return {DisplayText::line(chart_->presentation().pictureTitle()),
             {size,
              [this, size](QPainter& painter) {
                  TrendChartPainter::paint(painter, chart_->geometryFor(size), chart_->palette());

@@ -42,6 +42,8 @@ TEST(OpinionBand, IsNamedAndParsed) {
         EXPECT_EQ(OpinionBands::fromRawValue(OpinionBands::rawValue(band)), band);
         texts += OpinionBands::title(band) + " " + OpinionBands::range(band) + ". ";
     }
+    EXPECT_EQ(OpinionBands::meaning(OpinionBand::heavy),
+              "From 30,000 to 60,000 tokens; 15% to 30% of a reported context window.");
     EXPECT_EQ(texts, "Lean under 30,000. Heavy 30,000–60,000. Excessive over 60,000. ");
     EXPECT_STREQ(OpinionBands::opinionNote, "These bands are this app's opinion, not an industry standard.");
     EXPECT_FALSE(OpinionBands::fromRawValue("Lean"));
