@@ -63,6 +63,17 @@ unknown_icons() {
     done
 }
 
+# Literals with a space or a percent sign that are joined with something: words around what was measured. The
+# core makes such sentences, so that they are tested without a window. Shown values are joined by layouts.
+composed_sentences() {
+    local words='"(?=[^"\n]*(?: |%(?![1-9])))(?:[^"\\\n]|\\.)*"'
+    local more='(?:\s*"(?:[^"\\\n]|\\.)*")*+'
+    local made='(?:\b(?:QStringLiteral|QLatin1String|QString|DisplayText::own|std::string)\(\s*)?'
+    # The usage of the program is printed, not shown.
+    grep -rlPz "${code[@]}" --exclude=WindowArguments.cpp \
+        "$words$more\s*\)?\s*(?:\.arg\(|\+(?!\+))|\+=?\s*$made$words" LoadscopeApp
+}
+
 none 'the core includes no Qt' grep -rnE "${code[@]}" '#include [<"](Q[A-Z]|Qt)' LoadscopeCore LoadscopeCLI
 none 'each folder of the core includes only those before it' includes_of_later_folders
 none 'the core includes neither the command nor the window' grep -rnE "${code[@]}" 'Loadscope(CLI|App)/' LoadscopeCore
@@ -86,6 +97,7 @@ none 'TextLabel holds every text for plain' grep -L 'setTextFormat(Qt::PlainText
 none 'nothing is shown as markup' grep -rnE "${code[@]}" 'setHtml|setMarkdown|insertHtml|QTextBrowser|Qt::(RichText|AutoText|MarkdownText)' LoadscopeApp
 none 'tool tips go through PlainToolTip' grep -rlPz "${code[@]}" --exclude='PlainToolTip.*' \
     'QToolTip::showText|setToolTip\((?!\s*PlainToolTip::escaped)' LoadscopeApp
+none 'widgets compose no sentences: the core does' composed_sentences
 none 'every icon has a key in the resources and in the code' unused_icons
 none 'every icon key has a file' unknown_icons
 if [[ -n ${1-} ]]; then
