@@ -18,6 +18,7 @@
 #include <csignal>
 #include <exception>
 #include <fcntl.h>
+#include <memory>
 #include <unistd.h>
 
 namespace loadscope {
@@ -38,6 +39,16 @@ constexpr const char* examples = R"(Examples:
   loadscope check                budgets and instruction files, without starting a tool
 
 `loadscope COMMAND --help` tells more about a command.)";
+
+/// Help without the lists of what an option excludes: whoever gives both is told.
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_option_opts(const CLI::Option* option) const override {
+        const bool isFlag = option->get_items_expected_max() == 0;
+        return isFlag && option->get_option_text().empty() ? std::string()
+                                                           : CLI::Formatter::make_option_opts(option);
+    }
+};
 
 /// A standard stream that the caller closed would be taken by the first file that is opened, and results
 /// written into it.
@@ -63,6 +74,7 @@ ExitCode openWindowOrHelp(const CLI::App& app) {
 
 int run(int argumentCount, const char* const* arguments) {
     CLI::App app(description, "loadscope");
+    app.formatter(std::make_shared<HelpFormatter>());
     ExitCode exitCode = ExitCode::success;
     app.set_version_flag("--version", versionText(), "Print the version and those of the libraries");
     app.footer(examples);

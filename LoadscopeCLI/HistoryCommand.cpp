@@ -74,8 +74,7 @@ std::vector<Column> columnsFor(const std::vector<RecordedScan>& scans) {
          [](const Scan& scan) {
              return Table::Cell(OpinionBands::title(scan.band()), styleOf(scan.band()));
          }},
-        {{"Categories"},
-         [](const Scan& scan) { return RecordedScanPresentation::largestCategories(scan); }},
+        {{"Categories"}, [](const Scan& scan) { return RecordedScanPresentation::largestCategories(scan); }},
     };
 }
 

@@ -186,7 +186,7 @@ std::string FilePath::namePiece(std::string_view text) {
     constexpr std::string_view forbidden = "/\\:*?\"<>|";
     std::string piece = Text::visible(text);
     std::replace_if(
-        piece.begin(), piece.end(), [](char one) { return forbidden.find(one) != std::string_view::npos; },
+        piece.begin(), piece.end(), [&](char one) { return forbidden.find(one) != std::string_view::npos; },
         '-');
     if (piece.size() <= longest) return piece;
     std::size_t end = longest;

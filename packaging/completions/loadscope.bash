@@ -37,7 +37,7 @@ _loadscope() {
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
-    --max-tokens | --since)
+    --max-tokens | --top | --since)
         return
         ;;
     esac
@@ -46,7 +46,7 @@ _loadscope() {
     case $command in
     '') words='scan status history leaderboard diff check open' options+=' --version' ;;
     scan)
-        options+=' --include-codex --codex-estimate --json --no-history --max-tokens --skip-check --model'
+        options+=' --include-codex --codex-estimate --details --top --json --no-history --max-tokens --skip-check --model'
         options+=' --wait-for-servers --keep-environment --accept-estimate'
         options+=' --baseline --budget --no-budget --format'
         ;;

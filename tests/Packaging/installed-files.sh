@@ -68,7 +68,7 @@ compopt() { :; }
 source share/bash-completion/completions/loadscope
 
 all_options=
-for command in '' scan status history 'history clear' 'history import' 'history export' leaderboard open; do
+for command in '' scan status history 'history clear' 'history import' 'history export' leaderboard diff check open; do
     # shellcheck disable=SC2086 # one word each
     options=$(words_of_help Options $command)
     all_options+=" $options"

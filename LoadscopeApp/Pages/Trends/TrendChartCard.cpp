@@ -62,7 +62,7 @@ void TrendChartCard::showChosen() {
         comparison_ = new ComparisonTable(ScanComparison::of(ScanMeasurement::ofRecord(scans[chosen[0]]),
                                                              ScanMeasurement::ofRecord(scans[chosen[1]])));
     } else {
-        comparison_ = CardPieces::caption(DisplayText::own(
+        comparison_ = TextLabel::note(DisplayText::own(
             chosen.empty() ? TrendsPresentation::chooseHint : TrendsPresentation::chooseSecondHint));
     }
     content()->addWidget(comparison_);
