@@ -29,13 +29,14 @@ summary() {
     elif [[ $format == markdown ]]; then
         cat -- "$report"
     elif [[ $format == json ]]; then
-        printf '## Startup context\n'
+        printf '### Startup context\n'
         sentences | as_code
         local kept
         kept=$(kept_baseline)
-        [[ -z $kept ]] || "$program" diff --format=markdown -- "$kept" "$report" 2>/dev/null || true
+        [[ $kept != -* ]] || kept=./$kept
+        [[ -z $kept ]] || "$program" diff --format=markdown "$kept" "$report" 2>/dev/null || true
     else
-        printf '## Startup context\n'
+        printf '### Startup context\n'
         as_code <"$report"
     fi
     [[ ! -s $errors ]] || as_code <"$errors"

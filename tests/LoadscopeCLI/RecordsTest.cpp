@@ -56,7 +56,7 @@ TEST_F(RecordsTest, AreListedNewestFirstWithinTheTerminal) {
               "Jan 5, 2026 at 12:30 PM  lean        Claude Code  12,000  {32:Lean}\n"
               "Jan 4, 2026 at 12:00 AM  excessive   Claude Code  70,000  {31:Excessive}\n"
               "Jan 3, 2026 at 11:59 PM  heavy       Claude Code  46,200  {33:Heavy}      System tools 16K · "
-              "MCP tools 日…\n"
+              "MCP tools …\n"
               "Jan 2, 2026 at 8:05 AM   heavy       Claude Code  45,000  {33:Heavy}      Agents of the whole "
               "company 15…\n"
               "Jan 1, 2026 at 8:05 AM   lean        Claude Code  12,000  {32:Lean}\n");

@@ -90,7 +90,7 @@ steps 3 LOADSCOPE_FOLDER="$name" LOADSCOPE_COMMAND=check LOADSCOPE_FORMAT=json
 holds "$root/summary" 'CLAUDE.md'
 holds "$root/temp/loadscope/report" '"exceeded": true'
 holds "$root/log" '::error::A budget is exceeded'
-grep -q '^## ' "$root/summary" || fail 'the summary has no heading'
+grep -q '^### ' "$root/summary" || fail 'the summary has no heading'
 steps 0 LOADSCOPE_FOLDER="$name" LOADSCOPE_BUDGET="$root/wide.json" LOADSCOPE_FORMAT=junit
 holds "$root/temp/loadscope/report" '<testsuite'
 [[ ! -e $root/ran ]] || fail 'an input was run'
@@ -116,7 +116,7 @@ printf '{"maxTokens": 100}' >"$root/narrow.json"
 steps 3 LOADSCOPE_FOLDER="$name" LOADSCOPE_COMMAND=scan LOADSCOPE_BASELINE="$root/base.json" \
     LOADSCOPE_BUDGET="$root/narrow.json"
 holds "$root/summary" '    Total: '
-[[ $(grep -c '^## ' "$root/summary") == 2 ]] || fail 'the summary does not compare with the baseline'
+[[ $(grep -c '^### ' "$root/summary") == 2 ]] || fail 'the summary does not compare with the baseline'
 steps 0 LOADSCOPE_FOLDER="$name" LOADSCOPE_COMMAND=scan LOADSCOPE_BASELINE="$root/base.json" LOADSCOPE_FORMAT=markdown
 [[ ! -e $HOME/.local/share/Loadscope ]] || fail 'a scan of a job was recorded'
 steps 1 LOADSCOPE_FOLDER="$name" LOADSCOPE_COMMAND=scan LOADSCOPE_DEMO_CLAUDE=crash
