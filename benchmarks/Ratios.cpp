@@ -21,7 +21,6 @@
 #include <fstream>
 #include <functional>
 #include <iostream>
-#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -31,8 +30,11 @@ namespace {
 constexpr const char* gigabyte = "1073741824";
 
 std::string readAll(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    std::string text(static_cast<std::size_t>(file.tellg()), '\0');
+    file.seekg(0);
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    return text;
 }
 
 /// Ends the program when a measured piece did not do its work.
