@@ -5,6 +5,7 @@
 #include "LoadscopeCLI/DiffText.h"
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/Folder.h"
+#include "LoadscopeCLI/InputFile.h"
 #include "LoadscopeCLI/KeptReport.h"
 #include "LoadscopeCLI/OutputFormat.h"
 #include "LoadscopeCore/History/ScanHistory.h"
@@ -14,9 +15,11 @@
 #include "LoadscopeCore/Presentation/DiffPresentation.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <ctime>
+#include <future>
 #include <memory>
 #include <unistd.h>
 
@@ -55,10 +58,16 @@ Measured readReport(const std::string& path) {
     return std::get<ScanMeasurement>(std::move(report));
 }
 
+/// The two are read side by side; but nobody is asked for the standard input before the other is known to
+/// be a report.
 Compared compareFiles(const std::vector<std::string>& files) {
+    const bool isOneTyped = std::count(files.begin(), files.end(), InputFile::standardInput) > 0;
+    std::future<Measured> pending =
+        std::async(isOneTyped ? std::launch::deferred : std::launch::async | std::launch::deferred,
+                   readReport, files[1]);
     Measured before = readReport(files[0]);
     if (const auto* problem = std::get_if<Problem>(&before)) return *problem;
-    Measured after = readReport(files[1]);
+    Measured after = pending.get();
     if (const auto* problem = std::get_if<Problem>(&after)) return *problem;
     return ScanComparison::of(std::get<ScanMeasurement>(std::move(before)),
                               std::get<ScanMeasurement>(std::move(after)));
@@ -153,7 +162,7 @@ void addDiffCommand(CLI::App& app, ExitCode& exitCode) {
     auto options = std::make_shared<Options>();
     command->add_option("FILES", options->files, "Two reports of `scan --json`; - is the standard input")
         ->option_text("[BEFORE AFTER]")
-        ->expected(0, 2);
+        ->expected(1, 2); // if any: with none allowed, "--" would end the arguments
     command->add_option("--repository", options->repository, "Compare scans of this folder (the current one)")
         ->option_text("PATH");
     command

@@ -15,7 +15,6 @@
 namespace loadscope::InputFile {
 namespace {
 
-constexpr const char* standardInput = "-";
 constexpr const char* tooLarge = "is larger than a report can be (16 MB).";
 
 Unreadable systemError(int error) {

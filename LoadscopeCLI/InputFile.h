@@ -10,6 +10,8 @@ namespace loadscope {
 /// A file that the user names on the command line.
 namespace InputFile {
 
+inline constexpr const char* standardInput = "-";
+
 struct Unreadable {
     std::string reason; ///< ends a sentence that begins with the file's name: "does not exist."
 };

@@ -5,7 +5,6 @@
 #include "LoadscopeCore/Budget/BudgetCheck.h"
 #include "LoadscopeCore/Instructions/InstructionFileSet.h"
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -14,13 +13,10 @@ namespace loadscope {
 /// What can be known of a repository without starting any tool: its instruction files, where its imports
 /// lead, what Codex cuts off, and the limits that files have. Plain value.
 struct RepositoryCheck {
-    static constexpr std::size_t mostOutside = 256;
-
     std::string repositoryName;
     std::string repositoryPath;
     InstructionFileSet files;
-    std::vector<std::string>
-        importedFromOutside; ///< where imports of its files lead out of it, ascending; at most `mostOutside`
+    std::vector<std::string> importedFromOutside; ///< where imports of its own files lead out of it
     CodexInstructions codexInstructions;
     std::vector<BudgetResult> budgets;
 

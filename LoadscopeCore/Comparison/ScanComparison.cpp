@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
+#include <functional>
+#include <string_view>
 #include <tuple>
+#include <unordered_map>
 
 namespace loadscope {
 namespace {
@@ -33,8 +35,10 @@ TokenChange changeOf(const std::optional<Counted>& before, const std::optional<C
     return result;
 }
 
+/// What entries are lined up by: table, group and name. Refers to the texts of the measurements.
+using Key = std::array<std::string_view, 3>;
+
 /// Lines up the entries of two lists by key and occurrence: the n-th of a key with the n-th.
-template <typename Key>
 class Alignment {
 public:
     struct Line {
@@ -43,39 +47,53 @@ public:
         std::optional<std::size_t> after;
     };
 
-    void addBefore(Key key, std::size_t index) { place(std::move(key), beforeSeen_).before = index; }
-    void addAfter(Key key, std::size_t index) { place(std::move(key), afterSeen_).after = index; }
+    /// All of the older list are added before the first of the newer one.
+    void addBefore(const Key& key, std::size_t index) {
+        places_[key].lines.push_back(lines_.size());
+        lines_.push_back({key, index, {}});
+    }
+    void addAfter(const Key& key, std::size_t index) {
+        const auto place = places_.find(key);
+        if (place == places_.end() || place->second.taken == place->second.lines.size())
+            lines_.push_back({key, {}, index});
+        else
+            lines_[place->second.lines[place->second.taken++]].after = index;
+    }
     [[nodiscard]] const std::vector<Line>& lines() const { return lines_; }
 
 private:
-    Line& place(Key key, std::map<Key, std::size_t>& seen) {
-        const std::size_t occurrence = seen[key]++;
-        const auto [place, isNew] = places_.try_emplace({key, occurrence}, lines_.size());
-        if (isNew) lines_.push_back({std::move(key), {}, {}});
-        return lines_[place->second];
-    }
+    struct Place {
+        std::vector<std::size_t> lines;
+        std::size_t taken = 0; ///< how many of them the newer list has found
+    };
+    struct Hash {
+        std::size_t operator()(const Key& key) const {
+            std::size_t hash = 0;
+            for (const std::string_view part : key)
+                hash = hash * 31 + std::hash<std::string_view>()(part);
+            return hash;
+        }
+    };
 
-    std::map<Key, std::size_t> beforeSeen_;
-    std::map<Key, std::size_t> afterSeen_;
-    std::map<std::pair<Key, std::size_t>, std::size_t> places_;
+    std::unordered_map<Key, Place, Hash> places_;
     std::vector<Line> lines_;
 };
 
 std::vector<CategoryChange> categoryChanges(const ScanMeasurement& before, const ScanMeasurement& after) {
     const auto beforeOff = PrintedCount::uncertainties(before);
     const auto afterOff = PrintedCount::uncertainties(after);
-    Alignment<std::string> alignment;
+    Alignment alignment;
     for (std::size_t i = 0; i < before.categories.size(); ++i)
-        alignment.addBefore(before.categories[i].name, i);
+        alignment.addBefore({before.categories[i].name}, i);
     for (std::size_t i = 0; i < after.categories.size(); ++i)
-        alignment.addAfter(after.categories[i].name, i);
+        alignment.addAfter({after.categories[i].name}, i);
     std::vector<CategoryChange> changes;
     for (const auto& line : alignment.lines()) {
         std::optional<Counted> old;
         std::optional<Counted> now;
         if (line.before) old = {before.categories[*line.before].tokens, beforeOff[*line.before]};
         if (line.after) now = {after.categories[*line.after].tokens, afterOff[*line.after]};
-        CategoryChange change{line.key, changeOf(old, now)};
+        CategoryChange change{std::string(line.key[0]), changeOf(old, now)};
         change.source =
             line.after ? sourceOf(after.categories[*line.after]) : sourceOf(before.categories[*line.before]);
         changes.push_back(std::move(change));
@@ -91,26 +109,26 @@ std::vector<CategoryChange> categoryChanges(const ScanMeasurement& before, const
 
 std::vector<MemberChange> memberChanges(const std::vector<ContextMember>& before,
                                         const std::vector<ContextMember>& after) {
-    using Key = std::tuple<std::string, std::string, std::string>;
     const auto keyOf = [](const ContextMember& member) {
-        return Key(member.table, member.group, member.name);
+        return Key{member.table, member.group, member.name};
     };
     const auto counted = [](const ContextMember& member) {
         return Counted{member.tokens, PrintedCount::uncertainty(member)};
     };
-    Alignment<Key> alignment;
+    Alignment alignment;
     for (std::size_t i = 0; i < before.size(); ++i)
         alignment.addBefore(keyOf(before[i]), i);
     for (std::size_t i = 0; i < after.size(); ++i)
         alignment.addAfter(keyOf(after[i]), i);
     std::vector<MemberChange> changes;
+    changes.reserve(alignment.lines().size());
     for (const auto& line : alignment.lines()) {
         std::optional<Counted> old;
         std::optional<Counted> now;
         if (line.before) old = counted(before[*line.before]);
         if (line.after) now = counted(after[*line.after]);
         const auto& [table, group, name] = line.key;
-        changes.push_back({table, group, name, changeOf(old, now)});
+        changes.push_back({std::string(table), std::string(group), std::string(name), changeOf(old, now)});
     }
     std::stable_sort(changes.begin(), changes.end(), [](const MemberChange& left, const MemberChange& right) {
         if (size(left.tokens) != size(right.tokens)) return size(left.tokens) > size(right.tokens);

@@ -26,15 +26,19 @@ std::string_view folderOf(std::string_view path) {
 /// The state of one scan. Admits files depth first; a file's imports follow it.
 class Walk {
 public:
-    Walk(std::string repository, std::string home, std::string configFolder, int maxImportDepth)
+    enum class Outside { ignored, collected };
+
+    Walk(std::string repository, std::string home, std::string configFolder, int maxImportDepth,
+         Outside outside)
         : repository_(std::move(repository)),
           home_(std::move(home)),
           configFolder_(std::move(configFolder)),
           maxImportDepth_(maxImportDepth),
+          collectsOutside_(outside == Outside::collected),
           lookup_(repository_),
           importRoots_{lookup_.find(repository_).path, lookup_.find(configFolder_).path} {}
 
-    [[nodiscard]] InstructionFileSet run() && {
+    [[nodiscard]] InstructionFileScanner::FilesAndOutside run() && {
         using enum InstructionFileTier;
         admitFile(configFolder_, "CLAUDE.md", personal);
         for (const char* name : {"CLAUDE.md", "CLAUDE.local.md", "AGENTS.md"}) {
@@ -45,7 +49,8 @@ public:
                 admitFile(folder, name, inherited);
         }
         files_.unreadablePaths.assign(unreadable_.begin(), unreadable_.end());
-        return std::move(files_);
+        if (collectsOutside_) noteLinksOut();
+        return {std::move(files_), {outside_.begin(), outside_.end()}};
     }
 
 private:
@@ -98,7 +103,7 @@ private:
         files_.files(isInside ? InstructionFileTier::repository : origin)
             .emplace_back(path, result.byteCount);
         ListedFile file;
-        if (result.text) file.imports = importsOf(*result.text, folderOf(path));
+        if (result.text) file.imports = importsOf(*result.text, path);
         return listed_.emplace(std::move(path), std::move(file)).first;
     }
 
@@ -108,39 +113,66 @@ private:
 
     /// The imports that may lie under an import root: whether one is a link that leads out shows when it is
     /// followed. No more are looked for than the scan may still follow.
-    std::vector<std::string> importsOf(std::string_view text, std::string_view folder) {
+    std::vector<std::string> importsOf(std::string_view text, const std::string& path) {
         const auto limit =
             static_cast<std::size_t>(InstructionFileScanner::maximumFollowedImports - followedImports_);
+        const bool collects = collectsOutside_ && isUnder(path, importRoots_.front());
         std::vector<std::string> imports;
         std::ptrdiff_t settled = 0;
-        InstructionImports::visitTargets(text, folder, home_, [&](const std::string& target) {
-            if (imports.size() == limit) {
-                // Links that lead out take no place from the imports behind them.
-                const auto leadsOut = [&](const std::string& path) {
-                    return !isFollowable(lookup_.find(path).path);
-                };
-                imports.erase(std::remove_if(imports.begin() + settled, imports.end(), leadsOut),
-                              imports.end());
-                settled = static_cast<std::ptrdiff_t>(imports.size());
-                if (imports.size() == limit) return false;
+        const auto isFull = [&] {
+            if (imports.size() < limit) return false;
+            // Links that lead out take no place from the imports behind them.
+            const auto leadsOut = [&](const std::string& import) {
+                const std::string target = lookup_.find(import).path;
+                if (collects) noteIfOutside(target);
+                return !isFollowable(target);
+            };
+            imports.erase(std::remove_if(imports.begin() + settled, imports.end(), leadsOut), imports.end());
+            settled = static_cast<std::ptrdiff_t>(imports.size());
+            return imports.size() == limit;
+        };
+        InstructionImports::visitTargets(text, folderOf(path), home_, [&](const std::string& target) {
+            if (isFull()) {
+                if (collects) noteIfOutside(lookup_.find(target).path);
+                return collects && !hasAllOutside();
             }
-            std::string path = lookup_.withFolderResolved(target);
-            if (!isFollowable(path)) path = lookup_.find(path).path; // a link from outside may lead in
-            if (isFollowable(path)) imports.push_back(std::move(path));
+            std::string import = lookup_.withFolderResolved(target);
+            if (!isFollowable(import)) import = lookup_.find(import).path; // a link from outside may lead in
+            if (collects && !isUnder(import, importRoots_.front())) noteIfOutside(lookup_.find(import).path);
+            if (isFollowable(import)) imports.push_back(std::move(import));
             return true;
         });
         return imports;
+    }
+
+    [[nodiscard]] bool hasAllOutside() const {
+        return outside_.size() >= InstructionFileScanner::maximumOutsideTargets;
+    }
+
+    void noteIfOutside(const std::string& path) {
+        if (!hasAllOutside() && !isUnder(path, importRoots_.front())) outside_.insert(path);
+    }
+
+    /// Imports that lie in the repository by their names. What was listed under its name is no link.
+    void noteLinksOut() {
+        for (const auto& [path, file] : listed_) {
+            if (!isUnder(path, importRoots_.front())) continue;
+            for (const std::string& import : file.imports)
+                if (!listed_.contains(import)) noteIfOutside(lookup_.find(import).path);
+        }
     }
 
     const std::string repository_;
     const std::string home_;
     const std::string configFolder_;
     const int maxImportDepth_;
+    const bool collectsOutside_;
     PathLookup lookup_;
     const std::array<std::string, 2> importRoots_; ///< the repository and the configuration, resolved
     InstructionFileReader reader_;
     InstructionFileSet files_;
     std::set<std::string> unreadable_;
+    std::set<std::string> outside_;
     ListedFiles listed_;
     int followedImports_ = 0;
 };
@@ -152,7 +184,15 @@ InstructionFileScanner::InstructionFileScanner(std::string home, std::string con
 
 InstructionFileSet InstructionFileScanner::scan(const std::string& repository) {
     return Walk(FilePath::standardized(repository), FilePath::standardized(home_),
-                FilePath::standardized(configFolder_), maxImportDepth_)
+                FilePath::standardized(configFolder_), maxImportDepth_, Walk::Outside::ignored)
+        .run()
+        .files;
+}
+
+InstructionFileScanner::FilesAndOutside
+InstructionFileScanner::scanWithOutside(const std::string& repository) const {
+    return Walk(FilePath::standardized(repository), FilePath::standardized(home_),
+                FilePath::standardized(configFolder_), maxImportDepth_, Walk::Outside::collected)
         .run();
 }
 

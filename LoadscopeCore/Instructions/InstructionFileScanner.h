@@ -20,11 +20,23 @@ public:
     static constexpr int defaultMaxImportDepth = 5;
     static constexpr int maximumFollowedImports = 256;
     static constexpr std::size_t maximumParsedBytes = 4'000'000;
+    static constexpr std::size_t maximumOutsideTargets = 256;
+
+    /// The files, and where the imports of the repository's own files lead that do not lead into it, whether
+    /// something is there or not: ascending, at most `maximumOutsideTargets`.
+    struct FilesAndOutside {
+        InstructionFileSet files;
+        std::vector<std::string> outside;
+    };
 
     InstructionFileScanner(std::string home, std::string configFolder,
                            int maxImportDepth = defaultMaxImportDepth);
 
     InstructionFileSet scan(const std::string& repository) override;
+
+    /// `scan` in the same reading of the files, but every import of theirs is looked at, also where a scan
+    /// has its fill.
+    [[nodiscard]] FilesAndOutside scanWithOutside(const std::string& repository) const;
 
 private:
     std::string home_;

@@ -67,6 +67,10 @@ TEST_F(Growing, IsNamedByDiffInEveryFormat) {
     EXPECT_THAT(fails({"diff", before_, home_.path()}), Pair(1, HasSubstr("is a folder.")));
     const auto piped = home_.runShell("cat '" + after_ + "' | \"$0\" diff '" + before_ + "' - --json");
     EXPECT_EQ(piped.json()["totalChange"], change);
+    EXPECT_EQ(diff({"--json", "--", before_, after_}).json()["totalChange"], change);
+    // A standard input that never ends is not waited for when the other report is none.
+    const auto waiting = home_.runShell("mkfifo pipe; exec \"$0\" diff /nowhere - 0<>pipe");
+    EXPECT_THAT(waiting.errors, HasSubstr("/nowhere does not exist."));
 }
 
 TEST_F(Growing, IsStoppedByABudgetAfterTheWholeReport) {

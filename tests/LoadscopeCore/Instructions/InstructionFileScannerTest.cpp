@@ -203,6 +203,38 @@ TEST_F(InstructionFileScannerTest, StopsAtDepthAndBudget) {
     EXPECT_TRUE(scanned().ends_with("c5 r/ana/app/last"));
 }
 
+TEST_F(InstructionFileScannerTest, TellsWhereImportsLeadOut) {
+    write("ana/app/CLAUDE.md", "@docs/in.md @docs/link.md @../absent.md @~/.claude/style.md @docs/deep/1.md");
+    write("ana/app/docs/in.md", "@../../absent.md @/etc/motd");
+    write("ana/out.md", "@never/asked.md");
+    link("ana/app/docs/link.md", folder.path("ana/out.md"));
+    link("ana/app/docs/last.md", folder.path("ana/last.md"));
+    for (int depth = 1; depth < 5; ++depth)
+        write("ana/app/docs/deep/" + std::to_string(depth) + ".md",
+              "@" + std::to_string(depth + 1) + ".md" + (depth == 4 ? " @../link-5.md" : ""));
+    write("ana/app/docs/deep/5.md", "@../last.md is too deep to be followed, but leads out");
+    write("ana/.claude/CLAUDE.md", "@~/personal.md");
+    write("ana/.claude/style.md", "@../elsewhere.md");
+
+    const InstructionFileScanner scanner(folder.path("ana"), folder.path("ana/.claude"));
+    const auto found = scanner.scanWithOutside(folder.path("ana/app"));
+    EXPECT_EQ(found.files, scan());
+    const std::vector<std::string> expected{"/etc/motd", folder.path("ana/.claude/style.md"),
+                                            folder.path("ana/absent.md"), folder.path("ana/last.md"),
+                                            folder.path("ana/out.md")};
+    EXPECT_EQ(found.outside, expected);
+
+    std::string many; // more than a scan follows, those that lead out last
+    for (int i = 0; i < 300; ++i)
+        many += "@in/" + std::to_string(i) + "\n";
+    for (int i = 0; i < 300; ++i)
+        many += "@../" + std::to_string(1'000 + i) + "\n";
+    write("ana/many/CLAUDE.md", many);
+    const auto bounded = scanner.scanWithOutside(folder.path("ana/many")).outside;
+    ASSERT_EQ(bounded.size(), InstructionFileScanner::maximumOutsideTargets);
+    EXPECT_EQ(bounded.back(), folder.path("ana/1255"));
+}
+
 TEST_F(InstructionFileScannerTest, ClimbsAtMost64Folders) {
     std::string path = "/h";
     for (int depth = 1; depth <= 70; ++depth)
