@@ -10,6 +10,7 @@
 #include <exception>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <vector>
 
 namespace loadscope {
 
@@ -63,6 +64,98 @@ std::optional<Json::Value> parsed(std::string_view text) {
         return std::nullopt;
     }
 }
+
+/// Builds a document, but for the elements of one list.
+class ListSplitter : public nlohmann::json_sax<Json::Value> {
+public:
+    ListSplitter(std::string_view outerKey, std::string_view innerKey, Json::ElementReader& reader)
+        : outerKey_(outerKey), innerKey_(innerKey), reader_(reader) {}
+
+    [[nodiscard]] Json::Value document() && { return std::move(document_); }
+
+    bool null() override { return scalar({}); }
+    bool boolean(bool value) override { return scalar(value); }
+    bool number_integer(std::int64_t value) override { return scalar(value); }
+    bool number_unsigned(std::uint64_t value) override { return scalar(value); }
+    bool number_float(double value, const std::string& /*text*/) override { return scalar(value); }
+    bool string(std::string& value) override { return scalar(value); }
+    bool binary(Json::Value::binary_t& /*value*/) override { return false; }
+    bool start_object(std::size_t /*size*/) override { return open(Json::Value::object()); }
+    bool start_array(std::size_t /*size*/) override { return open(Json::Value::array()); }
+    bool end_array() override { return close(); }
+
+    bool key(std::string& value) override {
+        key_ = value;
+        if (depth_ == 1) outer_ = value == outerKey_;
+        if (depth_ == 2) inner_ = value == innerKey_;
+        return true;
+    }
+
+    bool end_object() override {
+        if (isInList() && depth_ == elementDepth) reader_.endElement();
+        return close();
+    }
+
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                     const Json::Value::exception& /*error*/) override {
+        return false;
+    }
+
+private:
+    static constexpr std::size_t listDepth = 3; // inside the array
+    static constexpr std::size_t elementDepth = 4;
+
+    [[nodiscard]] bool isInList() const { return isList_ && depth_ >= listDepth; }
+
+    bool scalar(Json::Value value) {
+        if (isInList()) {
+            if (depth_ == elementDepth && isObject_) reader_.field(key_, std::move(value));
+        } else {
+            place(std::move(value));
+        }
+        return true;
+    }
+
+    bool open(Json::Value container) {
+        if (isInList()) {
+            if (depth_ == elementDepth && isObject_) reader_.field(key_, {});
+            if (depth_ == listDepth) isObject_ = container.is_object();
+        } else {
+            const bool isArray = container.is_array();
+            open_.push_back(place(std::move(container)));
+            isList_ = depth_ == 2 && isArray && outer_ && inner_ && open_[1]->is_object();
+            if (isList_) reader_.beginList();
+        }
+        ++depth_;
+        return true;
+    }
+
+    bool close() {
+        --depth_;
+        if (isInList()) return true;
+        isList_ = false;
+        open_.pop_back();
+        return true;
+    }
+
+    Json::Value* place(Json::Value value) {
+        if (open_.empty()) return &(document_ = std::move(value));
+        if (open_.back()->is_array()) return &open_.back()->emplace_back(std::move(value));
+        return &((*open_.back())[key_] = std::move(value));
+    }
+
+    const std::string_view outerKey_;
+    const std::string_view innerKey_;
+    Json::ElementReader& reader_;
+    Json::Value document_;
+    std::vector<Json::Value*> open_;
+    std::string key_;
+    std::size_t depth_ = 0;
+    bool outer_ = false;
+    bool inner_ = false;
+    bool isList_ = false;   ///< the list is open
+    bool isObject_ = false; ///< its current element
+};
 
 /// Copies a text and puts what every parser can read in the place of what this one refuses although the
 /// grammar allows it: escapes of half a surrogate pair become U+FFFD, numbers beyond a double the largest
@@ -157,6 +250,25 @@ std::optional<Json::Value> Json::parseObject(std::string_view text) {
     std::optional<Value> value = parse(Text::trimmed(text));
     if (!value || !value->is_object()) return std::nullopt;
     return value;
+}
+
+std::optional<Json::Value> Json::parseObject(std::string_view text, std::string_view outerKey,
+                                             std::string_view innerKey, ElementReader& reader) {
+    const std::string_view trimmed = Text::trimmed(text);
+    if (!isParserSafe(trimmed, Extent::ofAReport)) return std::nullopt;
+    const auto read = [&](std::string_view document) -> std::optional<Value> {
+        try {
+            ListSplitter splitter(outerKey, innerKey, reader);
+            if (!Value::sax_parse(document, &splitter)) return std::nullopt;
+            Value value = std::move(splitter).document();
+            return value.is_object() ? std::optional(std::move(value)) : std::nullopt;
+        } catch (const std::exception&) { // no memory for it
+            return std::nullopt;
+        }
+    };
+    if (auto value = read(trimmed)) return value;
+    const auto mended = Mender(trimmed).mend();
+    return mended ? read(*mended) : std::nullopt;
 }
 
 const Json::Value* Json::member(const Value& object, std::string_view key) {

@@ -29,6 +29,24 @@ enum class Extent {
 /// `parse` after trimming white space, when the top level is an object.
 [[nodiscard]] std::optional<Value> parseObject(std::string_view text);
 
+/// Takes the objects of a long list as they are read. Plain values of fields only: an array or an object in
+/// a field counts as null.
+class ElementReader {
+public:
+    virtual ~ElementReader() = default;
+    /// The list begins; one that came before under the same key counts for nothing.
+    virtual void beginList() = 0;
+    /// A field of the current object; of one with this key the last one counts.
+    virtual void field(std::string_view key, Value value) = 0;
+    virtual void endElement() = 0;
+};
+
+/// `parseObject` for a document with one long list: the elements of the array under `outerKey` and, in that
+/// object, `innerKey` go to `reader` in place of being kept, those that are objects; the array stays behind,
+/// empty. Only when a document is given back, what the reader got belongs to it.
+[[nodiscard]] std::optional<Value> parseObject(std::string_view text, std::string_view outerKey,
+                                               std::string_view innerKey, ElementReader& reader);
+
 /// The value of a key, or null when `object` is not an object or lacks it.
 [[nodiscard]] const Value* member(const Value& object, std::string_view key);
 

@@ -197,6 +197,8 @@ int Text::compareCanonically(std::string_view left, std::string_view right) {
 }
 
 std::size_t Text::terminalWidth(std::string_view text) {
+    const auto isOneColumn = [](char character) { return character >= ' ' && character <= '~'; };
+    if (std::all_of(text.begin(), text.end(), isOneColumn)) return text.size(); // nearly always
     std::size_t width = 0;
     for (CharacterWalk walk(text); !walk.atEnd();) {
         const std::size_t begin = walk.offset();

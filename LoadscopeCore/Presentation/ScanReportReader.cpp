@@ -8,6 +8,7 @@
 
 #include <array>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace loadscope::ScanReportReader {
 namespace {
@@ -56,26 +57,59 @@ std::vector<ScanMeasurement::Category> categories(const Json::Value& report) {
     return found;
 }
 
-std::optional<std::vector<ContextMember>> members(const Json::Value& report) {
-    constexpr std::array precisions{CountPrecision::exact, CountPrecision::rounded, CountPrecision::about,
-                                    CountPrecision::below};
-    const Json::Value* details = Json::objectMember(report, "details");
-    if (details == nullptr || Json::member(*details, "members") == nullptr) return std::nullopt;
-    std::vector<ContextMember> found;
-    for (const Json::Value* entry : objects(*details, "members")) {
-        const auto name = text(*entry, "name");
-        const auto count = tokens(*entry, "tokens");
-        if (!name || !count) continue;
-        ContextMember member;
-        member.table = text(*entry, "table").value_or("");
-        member.group = text(*entry, "group").value_or("");
-        member.name = *name;
-        member.tokens = *count;
-        member.precision = named(text(*entry, "precision"), precisions).value_or(CountPrecision::exact);
-        found.push_back(std::move(member));
+/// Reads the members, of which there may be thousands, while the document is parsed.
+class MemberReader : public Json::ElementReader {
+public:
+    static constexpr const char* outerKey = "details";
+    static constexpr const char* innerKey = "members";
+
+    void beginList() override { members_.clear(); }
+
+    void field(std::string_view key, Json::Value value) override {
+        if (key == "tokens") {
+            count_ = Json::integral(&value);
+            return;
+        }
+        for (auto& [name, place] : texts_) {
+            if (key != name) continue;
+            place.reset();
+            if (value.is_string()) place = std::move(value.get_ref<std::string&>());
+        }
     }
-    return found;
-}
+
+    void endElement() override {
+        if (name_ && count_ && *count_ >= noTokens) {
+            ContextMember& member = members_.emplace_back();
+            member.table = std::move(table_).value_or("");
+            member.group = std::move(group_).value_or("");
+            member.name = *std::move(name_);
+            member.tokens = *count_;
+            member.precision = named(precision_, precisions).value_or(CountPrecision::exact);
+        }
+        count_.reset();
+        for (auto& [name, place] : texts_)
+            place.reset();
+    }
+
+    /// Of the document that was read; nothing when it has no such list.
+    [[nodiscard]] std::optional<std::vector<ContextMember>> members(const Json::Value& report) && {
+        const Json::Value* details = Json::objectMember(report, outerKey);
+        const Json::Value* list = details == nullptr ? nullptr : Json::member(*details, innerKey);
+        if (list == nullptr) return std::nullopt;
+        if (!list->is_array()) members_.clear();
+        return std::move(members_);
+    }
+
+private:
+    static constexpr std::array precisions{CountPrecision::exact, CountPrecision::rounded,
+                                           CountPrecision::about, CountPrecision::below};
+
+    std::vector<ContextMember> members_;
+    std::optional<std::int64_t> count_;
+    std::optional<std::string> table_, group_, name_, precision_;
+    const std::array<std::pair<std::string_view, std::optional<std::string>&>, 4> texts_{
+        {{"table", table_}, {"group", group_}, {"name", name_}, {"precision", precision_}}};
+};
 
 } // namespace
 
@@ -94,7 +128,8 @@ std::optional<Unreadable> objection(const Json::Value& object) {
 std::variant<ScanMeasurement, Unreadable> read(std::string_view json) {
     if (json.size() > Json::maximumSize) return Unreadable{"is larger than a report can be (16 MB)."};
     if (Text::trimmed(json).empty()) return Unreadable{"is empty."};
-    const auto object = Json::parseObject(json);
+    MemberReader members;
+    const auto object = Json::parseObject(json, MemberReader::outerKey, MemberReader::innerKey, members);
     if (!object) return Unreadable{"is not a JSON object."};
     if (auto reason = objection(*object)) return *std::move(reason);
     constexpr std::array sources{TotalSource::contextCommand, TotalSource::transcript, TotalSource::cliUsage};
@@ -107,7 +142,7 @@ std::variant<ScanMeasurement, Unreadable> read(std::string_view json) {
     const Json::Value* estimated = Json::member(*object, "estimated");
     measurement.isEstimate = estimated != nullptr && estimated->is_boolean() && estimated->get<bool>();
     measurement.categories = categories(*object);
-    measurement.members = members(*object);
+    measurement.members = std::move(members).members(*object);
     measurement.model = text(*object, "model");
     measurement.toolVersion = text(*object, "toolVersion");
     measurement.contextWindow = tokens(*object, "contextWindow");

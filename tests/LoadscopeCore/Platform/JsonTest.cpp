@@ -75,6 +75,51 @@ TEST(Json, ReadsMembersOnlyOfObjects) {
     EXPECT_EQ(Json::member(*Json::member(*object, "a"), "o"), nullptr);
 }
 
+/// Puts a list back together as plain parsing would have it, but for what a reader is not told.
+class Collector : public Json::ElementReader {
+public:
+    void beginList() override { list = Json::Value::array(); }
+    void field(std::string_view key, Json::Value value) override { element_[key] = std::move(value); }
+    void endElement() override { list.push_back(std::exchange(element_, Json::Value::object())); }
+    Json::Value list = Json::Value::array();
+
+private:
+    Json::Value element_ = Json::Value::object();
+};
+
+TEST(Json, HandsAListOverAndKeepsTheRest) {
+    for (const char* text :
+         {R"({"a":1,"d":{"m":[{"n":"x","t":-2},{},{"n":2.5,"n":"y"}],"o":[{"m":[1]}]},"m":[3]})",
+          R"({"d":{"m":[1,[{"n":1}],{"n":{"n":[1]},"o":[{"p":2}],"t":true},null]},"z":{"m":[{"n":1}]}})",
+          R"({"d":[{"m":[{"n":1}]}],"x":[["m",[1]]]})", R"({"d":{"m":{"n":1}}})", R"({"d":{"o":{"m":[{}]}}})",
+          R"({"d":{"m":[{"n":1}]},"d":{"m":[{"n":2}]}})", R"({"d":{"m":[{"n":1}],"m":[]}})",
+          R"({"d":{"m":[{"n":"\ud800"}]},"e":1e999})", R"({"d":{"m":[]}} x)", R"({"d":{"m":[{]})",
+          R"([{"d":{"m":[{}]}}])", "7", ""}) {
+        Collector collector;
+        auto value = Json::parseObject(text, "d", "m", collector);
+        auto expected = Json::parseObject(text);
+        ASSERT_EQ(value.has_value(), expected.has_value()) << text;
+        if (!value) continue;
+        const auto listOf = [](Json::Value& document) -> Json::Value* {
+            if (!document.contains("d") || !document["d"].is_object()) return nullptr;
+            auto& outer = document["d"];
+            return outer.contains("m") && outer["m"].is_array() ? &outer["m"] : nullptr;
+        };
+        if (Json::Value* const list = listOf(*expected)) {
+            Json::Value objects = Json::Value::array();
+            for (Json::Value element : *list) {
+                if (!element.is_object()) continue;
+                for (Json::Value& field : element)
+                    if (field.is_structured()) field = nullptr;
+                objects.push_back(element);
+            }
+            EXPECT_EQ(collector.list, objects) << text;
+            *list = Json::Value::array();
+        }
+        EXPECT_EQ(*value, *expected) << text;
+    }
+}
+
 TEST(Json, TakesIntegralNumbersThatFit) {
     const auto number = [](const std::string& text) {
         return Json::integral(&Json::parse("[" + text + "]")->front());
