@@ -20,45 +20,43 @@ std::string_view inner(std::string_view line) {
     return line;
 }
 
-/// The cells of a line. A bar behind a backslash belongs to its cell when `unescapes`.
-std::vector<std::string> cellsOf(std::string_view line, bool unescapes) {
-    std::vector<std::string> cells(1);
+/// The cells of a line, as they are written. A bar behind a backslash belongs to its cell when `isEscaped`.
+std::vector<std::string_view> cellsOf(std::string_view line, bool isEscaped) {
+    constexpr std::size_t usualCells = 4;
+    std::vector<std::string_view> cells;
+    cells.reserve(usualCells);
     const std::string_view text = inner(line);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (unescapes && text[i] == '\\' && i + 1 < text.size() && text[i + 1] == '|') {
-            cells.back() += '|';
-            ++i;
-        } else if (text[i] == '|') {
-            cells.emplace_back();
-        } else {
-            cells.back() += text[i];
-        }
+    std::size_t begin = 0;
+    for (std::size_t bar = text.find('|');; bar = text.find('|', bar + 1)) {
+        const bool isLast = bar == std::string_view::npos;
+        if (!isLast && isEscaped && bar > 0 && text[bar - 1] == '\\') continue;
+        cells.push_back(Text::trimmedHorizontally(text.substr(begin, isLast ? bar : bar - begin)));
+        if (isLast) return cells;
+        begin = bar + 1;
     }
-    for (std::string& cell : cells)
-        cell = std::string(Text::trimmedHorizontally(cell));
-    return cells;
 }
 
-bool isRule(const std::vector<std::string>& cells) {
+/// What a cell says, without the backslashes before its bars when it is escaped.
+std::string textOf(std::string_view cell, bool isEscaped) {
+    std::string text;
+    for (std::size_t end = 0; isEscaped && (end = cell.find("\\|")) != std::string_view::npos;) {
+        text.append(cell.substr(0, end)) += '|';
+        cell.remove_prefix(end + 2);
+    }
+    return text.append(cell);
+}
+
+bool isRule(const std::vector<std::string_view>& cells) {
     return std::ranges::all_of(
-        cells, [](const std::string& cell) { return cell.find_first_not_of("-: ") == std::string::npos; });
-}
-
-/// The cells with as many of them joined, from `first` on, as are too many.
-void joinSurplus(std::vector<std::string>& cells, std::size_t first, std::size_t columns) {
-    const std::size_t surplus = cells.size() - columns;
-    for (std::size_t i = 1; i <= surplus; ++i)
-        cells[first] += '|' + cells[first + i];
-    const auto begin = cells.begin() + static_cast<std::ptrdiff_t>(first) + 1;
-    cells.erase(begin, begin + static_cast<std::ptrdiff_t>(surplus));
+        cells, [](std::string_view cell) { return cell.find_first_not_of("-: ") == std::string_view::npos; });
 }
 
 } // namespace
 
 std::optional<ContextTable> ContextTable::fromHeader(std::string_view line) {
-    std::vector<std::string> titles = cellsOf(line, false);
-    for (std::string& title : titles)
-        title = Text::lowercased(title);
+    std::vector<std::string> titles;
+    for (const std::string_view cell : cellsOf(line, false))
+        titles.push_back(Text::lowercased(cell));
     ContextTable table;
     table.columns_ = titles.size();
     table.count_ = static_cast<std::size_t>(std::ranges::find(titles, "tokens") - titles.begin());
@@ -83,14 +81,22 @@ bool ContextTable::isWhole(std::string_view line) const {
 }
 
 std::optional<ContextTable::Row> ContextTable::row(std::string_view line) const {
-    std::vector<std::string> cells = cellsOf(line, true);
-    // A name that ends in a backslash is no escaped bar.
-    if (cells.size() < columns_) cells = cellsOf(line, false);
-    if (isRule(cells)) return std::nullopt;
-    if (cells.size() > columns_) joinSurplus(cells, name_, columns_);
-    if (cells.size() < columns_) return std::nullopt;
-    if (cells[name_].empty() || cells[count_].empty()) return std::nullopt;
-    return Row{cells[name_], group_ ? cells[*group_] : std::string(), cells[count_]};
+    bool isEscaped = true;
+    std::vector<std::string_view> cells = cellsOf(line, isEscaped);
+    if (cells.size() < columns_) { // a name that ends in a backslash is no escaped bar
+        isEscaped = false;
+        cells = cellsOf(line, isEscaped);
+    }
+    if (cells.size() < columns_ || isRule(cells)) return std::nullopt;
+    const std::size_t surplus = cells.size() - columns_;
+    const auto cell = [&](std::size_t column) {
+        return textOf(cells[column > name_ ? column + surplus : column], isEscaped);
+    };
+    Row row{cell(name_), group_ ? cell(*group_) : std::string(), cell(count_)};
+    for (std::size_t i = 1; i <= surplus; ++i)
+        row.name += '|' + textOf(cells[name_ + i], isEscaped);
+    if (row.name.empty() || row.count.empty()) return std::nullopt;
+    return row;
 }
 
 } // namespace loadscope

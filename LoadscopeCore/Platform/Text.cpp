@@ -57,7 +57,8 @@ std::string_view trimmedOf(std::string_view text, Predicate belongs) {
 bool isWhitespace(std::int32_t character) { return character >= 0 && u_isUWhiteSpace(character); }
 
 bool isHorizontalSpace(std::int32_t character) {
-    return character == '\t' || (character >= 0 && u_charType(character) == U_SPACE_SEPARATOR);
+    if (character <= 0x7F) return character == ' ' || character == '\t';
+    return u_charType(character) == U_SPACE_SEPARATOR;
 }
 
 } // namespace
