@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/ScanCommand.h"
 
-#include "LoadscopeCLI/BudgetOptions.h"
 #include "LoadscopeCLI/CodexEstimate.h"
 #include "LoadscopeCLI/DiffText.h"
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/Folder.h"
 #include "LoadscopeCLI/KeptReport.h"
-#include "LoadscopeCLI/OutputFormat.h"
-#include "LoadscopeCLI/ScanRun.h"
-#include "LoadscopeCLI/ScanText.h"
+#include "LoadscopeCLI/ScanOptions.h"
+#include "LoadscopeCLI/ScanSeveral.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/BudgetPresentation.h"
@@ -25,20 +23,6 @@
 
 namespace loadscope {
 namespace {
-
-struct Options {
-    std::string folder = ".";
-    bool includeCodex = false;
-    bool estimatesCodex = false;
-    OutputFormat format = OutputFormat::text;
-    BudgetOptions budget;
-    std::string baseline;
-    bool noHistory = false;
-    bool skipCheck = false;
-    ProbeSettings settings;
-    ScanTextOptions text;
-    std::optional<std::int64_t> maxTokens;
-};
 
 /// Decimal digits that fit 64 bits; nothing for anything else.
 std::optional<std::int64_t> wholeNumber(const std::string& text) {
@@ -58,6 +42,8 @@ std::string modelError(const std::string& name) {
 constexpr const char* examples = R"(Examples:
   loadscope scan                        the current folder
   loadscope scan ~/src/app              another folder
+  loadscope scan ~/src/* --jobs 2       several, two at a time
+  loadscope scan --all                  every folder of the history that is still there
   loadscope scan --include-codex        measure Codex too: runs one real session
   loadscope scan --codex-estimate       what Codex would load, without a session
   loadscope scan --model opus           as a session with another model
@@ -69,9 +55,9 @@ constexpr const char* examples = R"(Examples:
 A folder's own hooks and servers run in a scan, without a trust question of the tool.
 
 Exit codes: 0 measured, 1 failed, 2 wrong usage or a broken budget, 3 above --max-tokens or over a budget,
-130 interrupted.)";
+130 interrupted. Of several folders one failure is enough for 1, else one that is over for 3.)";
 
-ExitCode showScanFailure(const Options& options, Terminal& errors, const ProbeError& error) {
+ExitCode showScanFailure(const ScanOptions& options, Terminal& errors, const ProbeError& error) {
     showFailure(errors, error.headline(), error.detail());
     if (options.format != OutputFormat::json) return ExitCode::failure;
     return writeResult(ScanReportJson::failure(error.caseName(), error.headline(), error.detail()) + '\n',
@@ -84,13 +70,12 @@ struct Limits {
     std::optional<ScanMeasurement> baseline;
 };
 
-std::variant<Limits, ExitCode> readLimits(const Options& options, const std::string& folder,
+std::variant<Limits, ExitCode> readLimits(const ScanOptions& options, const std::string& folder,
                                           Terminal& errors) {
     Limits limits;
-    auto budget = readBudget(options.budget, folder, errors);
+    auto budget = budgetFor(options, folder, errors);
     if (const auto* code = std::get_if<ExitCode>(&budget)) return *code;
     limits.budget = std::get<Budget>(std::move(budget));
-    if (options.maxTokens) limits.budget.maxTokens.reset(); // what is asked for goes first
     if (options.baseline.empty()) return limits;
     auto baseline = KeptReport::read(options.baseline);
     if (const auto* unusable = std::get_if<KeptReport::Unusable>(&baseline)) {
@@ -119,7 +104,7 @@ Verdict judge(const ScanReport& report, const Limits& limits) {
     return verdict;
 }
 
-std::string textOf(const Options& options, const ScanReport& report, const Verdict& verdict) {
+std::string textOf(const ScanOptions& options, const ScanReport& report, const Verdict& verdict) {
     const ScanComparison* const baseline = verdict.sinceBaseline ? &*verdict.sinceBaseline : nullptr;
     switch (options.format) {
     case OutputFormat::json:
@@ -138,38 +123,24 @@ std::string textOf(const Options& options, const ScanReport& report, const Verdi
     return text;
 }
 
-bool isAboveMaximum(const Options& options, const ScanReport& report, Terminal& errors) {
-    if (!options.maxTokens || report.total <= *options.maxTokens) return false;
-    showFailure(errors,
-                std::string(report.conditions.isEstimate ? "The estimated total of " : "The total of ") +
-                    LocaleFormat::grouped(report.total) + " tokens is above --max-tokens " +
-                    LocaleFormat::grouped(*options.maxTokens) + ".",
-                "");
-    return true;
-}
-
-ExitCode showReport(const Options& options, Terminal& errors, const ScanReport& report,
+ExitCode showReport(const ScanOptions& options, Terminal& errors, const ScanReport& report,
                     const Limits& limits) {
     const Verdict verdict = judge(report, limits);
     const ExitCode written = writeResult(textOf(options, report, verdict));
     if (written != ExitCode::success) return written;
-    const bool isAbove = isAboveMaximum(options, report, errors);
+    const bool isAbove = isAboveMaximum(options, report, "", errors);
     return showExceeded(verdict.budgets, errors) || isAbove ? ExitCode::aboveMaximum : ExitCode::success;
 }
 
-ExitCode scan(const Options& options) {
+ExitCode scan(const ScanOptions& options) {
     Terminal errors(STDERR_FILENO);
     const auto fail = [&](const ProbeError& error) { return showScanFailure(options, errors, error); };
-    const auto folder = absoluteFolder(options.folder);
-    if (!folder) return fail(ProbeError::RepositoryUnreadable{options.folder});
+    const std::string argument = options.folders.empty() ? "." : options.folders.front();
+    const auto folder = absoluteFolder(argument);
+    if (!folder) return fail(ProbeError::RepositoryUnreadable{argument});
     const auto limits = readLimits(options, *folder, errors);
     if (const auto* code = std::get_if<ExitCode>(&limits)) return *code;
-    const ScanOutcome outcome = runScan({.folder = *folder,
-                                         .settings = options.settings,
-                                         .includeCodex = options.includeCodex,
-                                         .records = !options.noHistory,
-                                         .checksReadiness = !options.skipCheck},
-                                        errors);
+    const ScanOutcome outcome = runScan(*folder, options.request, errors);
     if (const auto* report = std::get_if<std::shared_ptr<const ScanReport>>(&outcome))
         return showReport(options, errors, **report, std::get<Limits>(limits));
     if (const auto* error = std::get_if<ProbeError>(&outcome)) return fail(*error);
@@ -214,26 +185,69 @@ void addCodexEstimate(CLI::App& command, bool& isAsked) {
         "--codex-estimate", isAsked,
         "Only estimate Codex, without a session; starts the servers of its configuration, records nothing");
     for (const char* const measuring :
-         {"--include-codex", "--max-tokens", "--baseline", "--budget", "--model", "--wait-for-servers",
-          "--keep-environment", "--accept-estimate", "--details", "--top"})
+         {"--all", "--jobs", "--include-codex", "--max-tokens", "--baseline", "--budget", "--model",
+          "--wait-for-servers", "--keep-environment", "--accept-estimate", "--details", "--top"})
         estimate->excludes(command.get_option(measuring));
+}
+
+/// To be added before the others. `options` must outlive the command.
+void addFolders(CLI::App& command, ScanOptions& options) {
+    const auto isEmpty = [](const std::string& folder) { return folder.empty() ? "FOLDER is empty" : ""; };
+    CLI::Option* const folders =
+        command.add_option("FOLDER", options.folders, "Folders to measure (the current one)")
+            ->option_text("[FOLDER...]")
+            ->check(isEmpty);
+    command.add_flag("--all", options.scansAll, "Measure every folder of the history that is still there")
+        ->excludes(folders);
+    command
+        .add_option_function<std::string>(
+            "--jobs",
+            [&options](const std::string& text) {
+                options.jobs = static_cast<std::size_t>(wholeNumber(text).value_or(1));
+            },
+            "Measure N folders at a time (half of the cores)")
+        ->option_text("N")
+        ->check([](const std::string& text) {
+            return wholeNumber(text).value_or(0) > 0 ? "" : "N is not a number of scans";
+        });
 }
 
 } // namespace
 
+std::variant<Budget, ExitCode> budgetFor(const ScanOptions& options, const std::string& folder,
+                                         Terminal& errors) {
+    auto budget = readBudget(options.budget, folder, errors);
+    if (auto* read = std::get_if<Budget>(&budget); read != nullptr && options.maxTokens)
+        read->maxTokens.reset(); // what is asked for goes first
+    return budget;
+}
+
+bool isAboveMaximum(const ScanOptions& options, const ScanReport& report, const std::string& name,
+                    Terminal& errors) {
+    if (!options.maxTokens || report.total <= *options.maxTokens) return false;
+    showFailure(errors,
+                (name.empty() ? "" : name + ": ") +
+                    (report.conditions.isEstimate ? "The estimated total of " : "The total of ") +
+                    LocaleFormat::grouped(report.total) + " tokens is above --max-tokens " +
+                    LocaleFormat::grouped(*options.maxTokens) + ".",
+                "");
+    return true;
+}
+
 void addScanCommand(CLI::App& app, ExitCode& exitCode) {
-    CLI::App* command = app.add_subcommand("scan", "Measure what loads before you type, in one folder");
-    auto options = std::make_shared<Options>();
-    command->add_option("FOLDER", options->folder, "Folder to measure (the current one)")
-        ->check([](const std::string& folder) { return folder.empty() ? "FOLDER is empty" : ""; });
-    command->add_flag("--include-codex", options->includeCodex,
+    CLI::App* command =
+        app.add_subcommand("scan", "Measure what loads before you type, in one folder or several");
+    auto options = std::make_shared<ScanOptions>();
+    addFolders(*command, *options);
+    command->add_flag("--include-codex", options->request.includeCodex,
                       "Measure Codex too: runs one real session and uses its allowance");
     command->add_flag("--details", options->text.details, "Print what each category is made of, too");
     addTopOption(*command, options->text);
     addFormatOption(*command, options->format,
                     {OutputFormat::text, OutputFormat::markdown, OutputFormat::json, OutputFormat::junit},
                     true);
-    command->add_flag("--no-history", options->noHistory, "Do not record the scan");
+    command->add_flag_callback(
+        "--no-history", [options] { options->request.records = false; }, "Do not record the scan");
     command
         ->add_option_function<std::string>(
             "--max-tokens", [options](const std::string& text) { options->maxTokens = wholeNumber(text); },
@@ -246,15 +260,20 @@ void addScanCommand(CLI::App& app, ExitCode& exitCode) {
         ->add_option("--baseline", options->baseline,
                      "Compare with a report kept from `scan --json`; applies the budget's maxIncrease")
         ->option_text("FILE");
-    command->add_flag("--skip-check", options->skipCheck,
-                      "Do not check first whether the tools are installed and signed in");
-    addProbeOptions(*command, options->settings);
+    command->add_flag_callback(
+        "--skip-check", [options] { options->request.checksReadiness = false; },
+        "Do not check first whether the tools are installed and signed in");
+    addProbeOptions(*command, options->request.settings);
     addCodexEstimate(*command, options->estimatesCodex);
     command->footer(examples);
     command->callback([options, &exitCode] {
-        exitCode = options->estimatesCodex
-                       ? estimateCodex(options->folder, options->format == OutputFormat::json)
-                       : scan(*options);
+        if (options->isSeveral())
+            exitCode = scanSeveral(*options);
+        else if (options->estimatesCodex)
+            exitCode = estimateCodex(options->folders.empty() ? "." : options->folders.front(),
+                                     options->format == OutputFormat::json);
+        else
+            exitCode = scan(*options);
     });
 }
 

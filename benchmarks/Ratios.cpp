@@ -22,6 +22,7 @@
 #include <functional>
 #include <iostream>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace loadscope {
@@ -155,6 +156,14 @@ Comparison readiness() {
             15};
 }
 
+/// The tool as a scan starts it.
+void runTool(const std::string& repository) {
+    std::vector<std::string> command = {std::getenv("HOME") + std::string("/.local/bin/claude")};
+    const std::vector<std::string> arguments = ProbeRunner::claudeArguments(ProbeRunner::probePrompt);
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    runProgram(command, repository);
+}
+
 Comparison wholeScan(const TemporaryFolder& folder) {
     const std::string repository = folder.path("scanned");
     Samples::fillWithImports(repository, 32);
@@ -162,16 +171,34 @@ Comparison wholeScan(const TemporaryFolder& folder) {
             [=] {
                 runProgram({LOADSCOPE_COMMAND, "scan", repository, "--json", "--no-history", "--skip-check"});
             },
-            [=] {
-                std::vector<std::string> command = {std::getenv("HOME") + std::string("/.local/bin/claude")};
-                const std::vector<std::string> arguments =
-                    ProbeRunner::claudeArguments(ProbeRunner::probePrompt);
-                command.insert(command.end(), arguments.begin(), arguments.end());
-                runProgram(command, repository);
-            },
+            [=] { runTool(repository); },
             1.01,
             0.010,
             11};
+}
+
+Comparison severalScans(const TemporaryFolder& folder) {
+    std::vector<std::string> repositories;
+    for (int i = 0; i < 8; ++i) {
+        repositories.push_back(folder.path("several/" + std::to_string(i)));
+        Samples::fillWithImports(repositories.back(), 4);
+    }
+    std::vector<std::string> command = {LOADSCOPE_COMMAND, "scan", "--jobs", "2", "--skip-check"};
+    command.insert(command.end(), repositories.begin(), repositories.end());
+    return {"loadscope scan of 8 folders, 2 at a time / two loops of the tool",
+            [=] { runProgram(command); },
+            [=] {
+                const auto half = [&](std::size_t first) {
+                    for (std::size_t i = first; i < repositories.size(); i += 2)
+                        runTool(repositories[i]);
+                };
+                std::thread other([&] { half(1); });
+                half(0);
+                other.join();
+            },
+            1.1,
+            0,
+            5};
 }
 
 /// `check`, which is to cost what its own reads cost, however large the repository is.
@@ -261,6 +288,7 @@ int run(std::string_view chosen, std::size_t eventMegabytes) {
     compare("events", [&] { return eventStream(folder, eventMegabytes); });
     compare("readiness", readiness);
     compare("scan", [&] { return wholeScan(folder); });
+    compare("several", [&] { return severalScans(folder); });
     compare("check", [&] { return check(folder); });
     compare("diff", [&] { return diff(folder); });
     compare("import", [&] { return importHistory(folder); });

@@ -153,6 +153,21 @@ Result readReport(const Json::Value& report) {
     return std::move(reading.contents);
 }
 
+/// Of the object of several folders: those that failed have nothing to take.
+Result readReports(const Json::Value& reports) {
+    Contents all;
+    for (const Json::Value& report : reports) {
+        if (Json::objectMember(report, "error") != nullptr) continue;
+        Result result = readReport(report);
+        if (std::holds_alternative<Unreadable>(result)) return result;
+        auto& contents = std::get<Contents>(result);
+        all.scans.insert(all.scans.end(), std::make_move_iterator(contents.scans.begin()),
+                         std::make_move_iterator(contents.scans.end()));
+        all.estimates += contents.estimates;
+    }
+    return all;
+}
+
 } // namespace
 
 Result read(std::string_view json) {
@@ -160,6 +175,8 @@ Result read(std::string_view json) {
     if (Text::trimmed(json).empty()) return Unreadable{"is empty."};
     const auto object = Json::parseObject(json);
     if (!object) return Unreadable{"is not a JSON object."};
+    if (const Json::Value* const reports = given(*object, "reports"); reports && reports->is_array())
+        return readReports(*reports);
     const Json::Value* const scans = Json::member(*object, "scans");
     return scans != nullptr && scans->is_array() ? readHistory(*object, *scans) : readReport(*object);
 }

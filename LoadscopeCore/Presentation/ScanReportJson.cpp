@@ -117,10 +117,7 @@ Object notes(const ScanReport& report) {
             {"missingServers", textOrNull(ChangeablePresentation::missingServersNote(report))}};
 }
 
-} // namespace
-
-std::string report(const ScanReport& report, const std::vector<BudgetResult>& budgets) {
-    const LocaleFormat::EnglishScope english; // the summary and the notes hold numbers
+Object objectOf(const ScanReport& report, const std::vector<BudgetResult>& budgets) {
     const MeasurementConditions& conditions = report.conditions;
     Object object = {{"schemaVersion", schemaVersion},
                      {"repositoryName", Text::repaired(report.repositoryName)},
@@ -160,7 +157,18 @@ std::string report(const ScanReport& report, const std::vector<BudgetResult>& bu
                      {"summary", texts(ScanPresentation::summaryLines(report))},
                      {"notes", notes(report)}};
     if (const auto bytes = PathBytes::encoded(report.repositoryPath)) object["repositoryPathBytes"] = *bytes;
-    return object.dump(indent);
+    return object;
+}
+
+Object errorOf(std::string_view caseName, std::string_view headline, std::string_view detail) {
+    return {{"case", caseName}, {"headline", Text::repaired(headline)}, {"detail", Text::repaired(detail)}};
+}
+
+} // namespace
+
+std::string report(const ScanReport& report, const std::vector<BudgetResult>& budgets) {
+    const LocaleFormat::EnglishScope english; // the summary and the notes hold numbers
+    return objectOf(report, budgets).dump(indent);
 }
 
 std::string codexEstimate(const RepoSelection& selection, const CodexItems& items) {
@@ -173,10 +181,27 @@ std::string codexEstimate(const RepoSelection& selection, const CodexItems& item
 }
 
 std::string failure(std::string_view caseName, std::string_view headline, std::string_view detail) {
-    const Object object = {
-        {"schemaVersion", schemaVersion},
-        {"error",
-         {{"case", caseName}, {"headline", Text::repaired(headline)}, {"detail", Text::repaired(detail)}}}};
+    const Object object = {{"schemaVersion", schemaVersion}, {"error", errorOf(caseName, headline, detail)}};
+    return object.dump(indent);
+}
+
+std::string reports(const std::vector<Entry>& entries) {
+    const LocaleFormat::EnglishScope english;
+    Object list = Object::array();
+    for (const Entry& entry : entries) {
+        if (entry.report) {
+            list.push_back(objectOf(*entry.report, entry.budgets));
+            continue;
+        }
+        Object object = {{"schemaVersion", schemaVersion},
+                         {"repositoryName", Text::repaired(entry.selection.displayName)},
+                         {"repositoryPath", Text::repaired(entry.selection.path)}};
+        if (entry.error)
+            object["error"] =
+                errorOf(entry.error->caseName(), entry.error->headline(), entry.error->detail());
+        list.push_back(std::move(object));
+    }
+    const Object object = {{"schemaVersion", schemaVersion}, {"reports", std::move(list)}};
     return object.dump(indent);
 }
 

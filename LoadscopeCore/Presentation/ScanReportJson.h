@@ -4,7 +4,10 @@
 
 #include "LoadscopeCore/Budget/BudgetCheck.h"
 #include "LoadscopeCore/Report/ScanReport.h"
+#include "LoadscopeCore/ToolRun/ProbeError.h"
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,5 +26,17 @@ namespace loadscope::ScanReportJson {
 /// The object of a failed scan; `caseName` is the failure's name for scripts.
 [[nodiscard]] std::string failure(std::string_view caseName, std::string_view headline,
                                   std::string_view detail);
+
+/// What became of one of several folders: a report, or a failure.
+struct Entry {
+    RepoSelection selection;
+    std::shared_ptr<const ScanReport> report{};
+    std::vector<BudgetResult> budgets{};
+    std::optional<ProbeError> error{};
+};
+
+/// The object of several folders: an array of the objects above, in their order; a failure names its folder,
+/// too.
+[[nodiscard]] std::string reports(const std::vector<Entry>& entries);
 
 } // namespace loadscope::ScanReportJson

@@ -37,7 +37,7 @@ _loadscope() {
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
-    --max-tokens | --top | --since)
+    --max-tokens | --top | --since | --jobs)
         return
         ;;
     esac
@@ -48,7 +48,7 @@ _loadscope() {
     scan)
         options+=' --include-codex --codex-estimate --details --top --json --no-history --max-tokens --skip-check --model'
         options+=' --wait-for-servers --keep-environment --accept-estimate'
-        options+=' --baseline --budget --no-budget --format'
+        options+=' --baseline --budget --no-budget --format --all --jobs'
         ;;
     status) options+=' --json' ;;
     history) words='clear export import' options+=' --repository --tool --json' ;;

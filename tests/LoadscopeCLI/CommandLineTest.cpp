@@ -27,7 +27,7 @@ TEST(CommandLine, TellsWrongUsageFromHelp) {
         {{"open", "--help"}, 0, "Examples:\n  loadscope open "},
         {{"measure"}, 2, "measure"},
         {{"scan", "--fast"}, 2, "--fast"},
-        {{"scan", "a", "b"}, 2, "b"},
+        {{"scan", "--jobs", "0"}, 2, "--jobs"},
         {{"scan", ""}, 2, "FOLDER is empty"},
         {{"scan", "--max-tokens"}, 2, "--max-tokens"},
         {{"scan", "--max-tokens", "-1"}, 2, "--max-tokens"},

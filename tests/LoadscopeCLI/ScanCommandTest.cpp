@@ -301,6 +301,11 @@ TEST(ScanCommand, EndsItsChildWhenInterrupted) {
         {"while Codex runs", {"scan", "--include-codex"}, "CODEX=hang", "sleep", SIGHUP},
         {"while the sign-in is checked", {"scan"}, "CLAUDE=status-hang", "sleep", SIGINT},
         {"during a status", {"status"}, "CODEX=status-hang", "sleep", SIGINT},
+        {"several folders",
+         {"scan", ".", "/", "/usr", "--jobs", "2", "--skip-check"},
+         "CLAUDE=hang",
+         "sleep",
+         SIGINT},
     };
     for (const Case& item : cases) {
         SCOPED_TRACE(item.name);

@@ -173,6 +173,7 @@ TEST_F(ScanDetails, AgreeWithThePublishedSchema) {
     EXPECT_THAT(schema.problems(scan({"--json", "--include-codex"}, "ok").json()), IsEmpty());
     EXPECT_THAT(schema.problems(scan({"--json", "--codex-estimate"}, "ok").json()), IsEmpty());
     EXPECT_THAT(schema.problems(scan({"--json", "--accept-estimate"}, "estimated").json()), IsEmpty());
+    EXPECT_THAT(schema.problems(scan({"--json", home_.repository(), "/nowhere"}, "ok").json()), IsEmpty());
     auto report = scan({"--json", "--no-history"}, "ok").json();
     report["details"]["members"][0]["precision"] = "guessed";
     EXPECT_THAT(schema.problems(report), Not(IsEmpty()));

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The Loadscope authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "LoadscopeCore/Scan/ScanBatch.h"
+
+#include <string>
+#include <vector>
+
+/// What is told of the scans of several folders. Numbers are written in the user's locale.
+namespace loadscope::ScanBatchTexts {
+
+/// "Waiting", the stage of a running scan, "Stopping scan…", "Done", the headline of a failure or "Stopped".
+[[nodiscard]] std::string state(const ScanBatch::Item& item);
+
+/// "2 of 4 folders done" during a run; "3 of 4 folders measured, 1 failed" and "1 stopped" when all have
+/// ended.
+[[nodiscard]] std::string progress(const std::vector<ScanBatch::Item>& items);
+
+} // namespace loadscope::ScanBatchTexts
