@@ -4,6 +4,8 @@
 
 #include "LoadscopeCLI/Failure.h"
 #include "LoadscopeCLI/Folder.h"
+#include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/FilePath.h"
 
 #include <CLI/CLI.hpp>
@@ -37,7 +39,8 @@ constexpr std::array windowPlaces{windowProgram};
 
 constexpr const char* examples = R"(Examples:
   loadscope open               the current folder
-  loadscope open ~/src/app)";
+  loadscope open ~/src/app
+  loadscope open --recent 1    the folder that was scanned last)";
 
 /// The folder that holds this program, if the system tells.
 std::optional<std::string> ownFolder() {
@@ -59,13 +62,29 @@ bool isSet(const char* name) {
     return value != nullptr && *value != '\0';
 }
 
-ExitCode open(const std::string& argument) {
-    Terminal errors(STDERR_FILENO);
-    const auto folder = absoluteFolder(argument);
-    if (!folder) {
-        showFailure(errors, "The current folder is gone.", "");
-        return ExitCode::failure;
+struct Options {
+    std::string folder = ".";
+    std::size_t recent = 0; ///< counted from 1; 0 when it was not asked for
+};
+
+/// The folder to open; says why when there is none.
+std::optional<std::string> folderFor(const Options& options, Terminal& errors) {
+    if (options.recent == 0) {
+        auto folder = absoluteFolder(options.folder);
+        if (!folder) showFailure(errors, "The current folder is gone.", "");
+        return folder;
     }
+    const auto folders = ScanHistory::recentFolders(
+        ScanHistoryStore(ScanHistoryStore::defaultDirectory()).load(), options.recent);
+    if (folders.size() >= options.recent) return folders[options.recent - 1].path;
+    showFailure(errors, "No folder was scanned that long ago.", "`loadscope leaderboard` lists them.");
+    return std::nullopt;
+}
+
+ExitCode open(const Options& options) {
+    Terminal errors(STDERR_FILENO);
+    const auto folder = folderFor(options, errors);
+    if (!folder) return ExitCode::failure;
     if (!hasDisplay()) {
         showFailure(errors, "There is no display to open a window on.",
                     "Use `loadscope scan` to measure a folder here.");
@@ -116,10 +135,15 @@ void startWindow(const std::string& program, const std::optional<std::string>& f
 
 void addOpenCommand(CLI::App& app, ExitCode& exitCode) {
     CLI::App* command = app.add_subcommand("open", "Open the window with a folder chosen");
-    auto folder = std::make_shared<std::string>(".");
-    command->add_option("FOLDER", *folder, "Folder to choose (the current one)");
+    auto options = std::make_shared<Options>();
+    CLI::Option* const folder =
+        command->add_option("FOLDER", options->folder, "Folder to choose (the current one)");
+    command->add_option("--recent", options->recent, "The Nth of the folders that were scanned last")
+        ->option_text("N")
+        ->check(CLI::Range(std::size_t{1}, ScanHistoryStore::maximumScans))
+        ->excludes(folder);
     command->footer(examples);
-    command->callback([folder, &exitCode] { exitCode = open(*folder); });
+    command->callback([options, &exitCode] { exitCode = open(*options); });
 }
 
 } // namespace loadscope

@@ -17,9 +17,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <map>
-#include <system_error>
 #include <unistd.h>
 
 namespace loadscope {
@@ -37,14 +35,6 @@ std::optional<std::string> objection(const ScanOptions& options) {
     return std::nullopt;
 }
 
-/// Nothing when something is there, whatever it is.
-std::optional<ProbeError> absence(const std::string& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() != std::filesystem::file_type::not_found) return std::nullopt;
-    return ProbeError(ProbeError::RepositoryUnreadable{path});
-}
-
 /// The recorded folders that are still there, in the order of their names.
 std::vector<RepoSelection> recordedFolders(const std::stop_token& stop) {
     std::map<std::string, std::string> names;
@@ -52,7 +42,7 @@ std::vector<RepoSelection> recordedFolders(const std::stop_token& stop) {
         names[scan.repositoryPath] = scan.repositoryName;
     std::vector<RepoSelection> folders;
     for (const auto& [path, name] : names)
-        if (path.starts_with('/') && !FolderAccess::checkDetached(path, stop, absence))
+        if (path.starts_with('/') && !FolderAccess::checkDetached(path, stop, FolderAccess::checkPresence))
             folders.emplace_back(path, name);
     std::stable_sort(folders.begin(), folders.end(),
                      [](const RepoSelection& left, const RepoSelection& right) {

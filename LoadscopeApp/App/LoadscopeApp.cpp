@@ -101,6 +101,7 @@ struct LoadscopeApp::Parts {
         QApplication::setStyle(new AppStyle); // the application owns it
         theme.force(appearanceFromEnvironment(), reducedMotionFromEnvironment());
         window.setCodexEstimates(codexEstimates);
+        window.setRecentFolders(recentFolders);
         desktop.start();
     }
 
@@ -115,6 +116,7 @@ struct LoadscopeApp::Parts {
     ScanModel model{uiThread, collaborators};
     CodexEstimateModel codexEstimates{uiThread, collaborators.codexRunner};
     ReadinessModel readiness{uiThread, ReadinessChecker::checkForWindow};
+    RecentFolders recentFolders{uiThread};
     ContentView window{model, readiness, settings, FolderPanel::open};
     OpenEvents openEvents{window};
 };

@@ -18,6 +18,7 @@ constexpr const char* usage =
     "\n"
     "Opens the window of Loadscope, with FOLDER chosen when one is given.\n"
     "\n"
+    "  --recent       choose the folder that was scanned last\n"
     "  -h, --help     print this text\n"
     "  -V, --version  print the version and those of the libraries\n"
     "\n"
@@ -48,9 +49,11 @@ WindowArguments WindowArguments::parse(int argumentCount, char** arguments) {
             result.text = std::string("Loadscope ") + Version::number() + '\n' + Version::libraries() +
                           "Qt " + qVersion() + '\n';
             return result;
+        } else if (isOption && argument == "--recent") {
+            result.choosesRecent = true;
         } else if (isOption) {
             return wrong("Unknown option " + std::string(argument) + ".");
-        } else if (result.folder) {
+        } else if (result.folder || result.choosesRecent) {
             return wrong("Only one folder can be opened.");
         } else if (argument.empty()) {
             return wrong("The folder has no name.");

@@ -13,6 +13,7 @@ struct WindowArguments {
     enum ExitCode { done = 0, noDisplay = 1, wrongUsage = 2 };
 
     std::optional<std::string> folder; ///< absolute
+    bool choosesRecent = false;        ///< the folder that was scanned last, if there is one
     std::optional<std::string> text;   ///< to print instead of opening the window
     ExitCode exitCode = done;          ///< with which to end after printing
 

@@ -2,8 +2,21 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/App/LoadscopeApp.h"
 #include "LoadscopeApp/App/WindowArguments.h"
+#include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/History/ScanHistoryStore.h"
 
 #include <cstdio>
+
+namespace {
+
+std::optional<std::string> lastScannedFolder() {
+    using namespace loadscope;
+    const auto folders =
+        ScanHistory::recentFolders(ScanHistoryStore(ScanHistoryStore::defaultDirectory()).load(), 1);
+    return folders.empty() ? std::nullopt : std::optional(folders.front().path);
+}
+
+} // namespace
 
 int main(int argumentCount, char** arguments) {
     using loadscope::WindowArguments;
@@ -19,5 +32,5 @@ int main(int argumentCount, char** arguments) {
         std::fputs(wanted.text->c_str(), stderr);
         return wanted.exitCode;
     }
-    return application.run(wanted.folder);
+    return application.run(wanted.choosesRecent ? lastScannedFolder() : wanted.folder);
 }

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Onboarding/OnboardingView.h"
 #include "LoadscopeApp/Pages/Compare/CompareView.h"
+#include "LoadscopeApp/Pages/Overview/OverviewStart.h"
 #include "LoadscopeApp/Pages/Overview/OverviewView.h"
 #include "LoadscopeApp/Pages/Trends/TrendsView.h"
 #include "LoadscopeApp/Text/DisplayText.h"
@@ -29,8 +30,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace loadscope {
@@ -95,6 +94,7 @@ void ContentView::connectAll() {
     connect(toolbar_, &WindowToolbar::chooseRequested, this, &ContentView::chooseFolder);
     connect(toolbar_, &WindowToolbar::scanRequested, this, &ContentView::startScan);
     connect(sidebar_, &Sidebar::pageSelected, this, &ContentView::setPage);
+    connect(overview_->start(), &OverviewStart::chooseRequested, this, &ContentView::chooseFolder);
     connect(overview_, &OverviewView::cancelRequested, this, [this] { model_.cancel(); });
     connect(overview_, &OverviewView::retryRequested, this, &ContentView::startScan);
     for (std::size_t index = 0; index < allAppPages.size(); ++index) {
@@ -122,6 +122,24 @@ void ContentView::setCodexEstimates(CodexEstimateModel& estimates) {
             [this] { codexEstimates_->cancel(); });
 }
 
+void ContentView::setRecentFolders(RecentFolders& recent) {
+    recent_ = &recent;
+    recentSubscription_ = recent.observe([this] { refreshRecent(); });
+    connect(toolbar_, &WindowToolbar::recentRequested, this, &ContentView::selectFolder);
+    connect(toolbar_, &WindowToolbar::recentShown, this, [this] { recent_->check(); });
+    connect(overview_->start(), &OverviewStart::folderRequested, this, &ContentView::selectFolder);
+    connect(overview_->start(), &OverviewStart::shown, this, [this] { recent_->check(); });
+    recent_->setHistory(model_.history());
+    refreshRecent();
+}
+
+void ContentView::refreshRecent() {
+    toolbar_->setRecent(recent_->folders());
+    overview_->start()->refresh(recent_->folders());
+    toolbar_->refresh({model_.state().isScanning(), model_.selection().has_value(),
+                       model_.canScan() && readiness_.permitsScan(model_.includeCodex())});
+}
+
 void ContentView::setPage(AppPage page) {
     page_ = page;
     sidebar_->selectPage(page);
@@ -136,6 +154,7 @@ void ContentView::chooseFolder() {
 void ContentView::selectFolder(const std::string& path) {
     if (model_.state().isScanning()) return;
     model_.select(RepoSelection(path));
+    if (recent_ != nullptr) recent_->add(*model_.selection());
     if (codexEstimates_ != nullptr && codexEstimates_->repository() != path) codexEstimates_->clear();
     setPage(AppPage::overview);
 }
@@ -158,12 +177,13 @@ void ContentView::openRepository(const std::string& path) {
         AlertPanel::tell(pages_, Notice::scanIsRunning());
         return;
     }
-    std::error_code error;
-    if (!std::filesystem::is_directory(path, error)) {
-        AlertPanel::tell(pages_, Notice::folderIsGone(path));
-        return;
-    }
     selectFolder(path);
+    if (keptReport() == nullptr) setPage(AppPage::trends);
+}
+
+const KeptReports::Kept* ContentView::keptReport() const {
+    return model_.state().isIdle() && model_.selection() ? keptReports_.find(model_.selection()->path)
+                                                         : nullptr;
 }
 
 void ContentView::followClearing() {
@@ -174,6 +194,15 @@ void ContentView::followClearing() {
 }
 
 void ContentView::refresh() {
+    if (const auto report = model_.state().report()) {
+        const auto* const kept = keptReports_.find(report->repositoryPath);
+        if (kept == nullptr || kept->report != report) keptReports_.keep({report, model_.previousScan()});
+    }
+    if (recent_ != nullptr && recentHistory_ != model_.history()) {
+        recentHistory_ = model_.history();
+        recent_->setHistory(recentHistory_);
+        if (overview_->start()->isVisible()) recent_->check();
+    }
     const bool permitted = readiness_.permitsScan(model_.includeCodex());
     toolbar_->refresh(
         {model_.state().isScanning(), model_.selection().has_value(), model_.canScan() && permitted});
@@ -211,10 +240,12 @@ void ContentView::refreshPage() {
         break;
     }
     const auto retryBlocker = readiness_.scanBlocker(model_.includeCodex());
+    const auto* const kept = keptReport();
     // Its state is kept in line while another page is shown, so that it is there at once.
     overview_->refresh({model_.state(), DisplayText::own(model_.scanStage()), !model_.isCancelling(),
-                        retryBlocker ? DisplayText::own(*retryBlocker) : QString(), model_.previousScan(),
-                        codexEstimate()});
+                        retryBlocker ? DisplayText::own(*retryBlocker) : QString(),
+                        kept != nullptr ? kept->previous : model_.previousScan(), codexEstimate(),
+                        kept != nullptr ? kept->report : nullptr});
 }
 
 CodexCard::Estimate ContentView::codexEstimate() const {

@@ -6,6 +6,8 @@
 #include "LoadscopeApp/Window/AppPage.h"
 #include "LoadscopeCore/Platform/Observers.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
+#include "LoadscopeCore/Scan/KeptReports.h"
+#include "LoadscopeCore/Scan/RecentFolders.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -31,7 +33,8 @@ class TrendsView;
 class WindowToolbar;
 
 /// The window: a toolbar over the sidebar and the selected page. It shows what the models say and passes on
-/// what the user does; it holds no state of its own but the selected page and the walkthrough.
+/// what the user does; of its own it holds the selected page, the walkthrough, and the reports of this run,
+/// so that a folder that was measured shows its report again.
 class ContentView : public QWidget {
     Q_OBJECT
 
@@ -49,6 +52,9 @@ public:
     /// Who estimates what Codex would load; without one there is no button for it. Must outlive the window.
     void setCodexEstimates(CodexEstimateModel& estimates);
 
+    /// Who remembers the folders to go back to. Must outlive the window.
+    void setRecentFolders(RecentFolders& recent);
+
     /// The size of the very first window where a screen has so much room.
     [[nodiscard]] static QSize firstSize(QSize available);
 
@@ -59,8 +65,8 @@ public:
     /// Makes the folder the selection and brings the Overview page forward; ignored while a scan runs.
     void selectFolder(const std::string& path);
     void startScan();
-    /// Selects the folder of a recorded scan, unless it is selected, and shows Overview; says so when that
-    /// cannot be done.
+    /// Selects the folder of a recorded scan, unless it is selected, and shows Overview when it has something
+    /// to show of it, else Trends; says so when a scan is in the way.
     void openRepository(const std::string& path);
 
     [[nodiscard]] QSplitter* splitter() const { return splitter_; }
@@ -77,6 +83,9 @@ private:
     void connectAll();
     void refresh();
     void refreshPage();
+    void refreshRecent();
+    /// What was measured of the selection in this run, while the model has nothing of it; else null.
+    [[nodiscard]] const KeptReports::Kept* keptReport() const;
     [[nodiscard]] CodexCard::Estimate codexEstimate() const;
     /// Says so when the history could not be deleted.
     void followClearing();
@@ -88,6 +97,10 @@ private:
     AppPage page_ = AppPage::overview;
     bool wasShown_ = false;
     bool isClearing_ = false;
+    KeptReports keptReports_;
+    RecentFolders* recent_ = nullptr;
+    Subscription recentSubscription_;
+    std::vector<RecordedScan> recentHistory_; ///< of which the recent folders know
 
     QWidget* content_; ///< everything but sheets
     WindowToolbar* toolbar_;

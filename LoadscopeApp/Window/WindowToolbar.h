@@ -2,7 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/Scan/RecentFolders.h"
+
 #include <QWidget>
+
+#include <string>
+#include <vector>
 
 namespace loadscope {
 
@@ -22,15 +27,22 @@ public:
     };
     void refresh(const Input& input);
 
+    /// What the menu beside the choice of a folder offers; those that are gone cannot be chosen and say so.
+    void setRecent(const std::vector<RecentFolders::Folder>& folders);
+
 Q_SIGNALS:
     void chooseRequested();
     void scanRequested();
+    void recentRequested(std::string path);
+    /// The menu opens: whether its folders are still there is of interest now.
+    void recentShown();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     PushButton* choose_;
+    PushButton* recent_;
     PushButton* scan_;
 };
 

@@ -78,6 +78,17 @@ std::optional<std::string> mostRecentRepositoryPath(const std::vector<RecordedSc
     return history.back().repositoryPath;
 }
 
+std::vector<RepoSelection> recentFolders(const std::vector<RecordedScan>& history, std::size_t limit) {
+    std::vector<RepoSelection> folders;
+    for (const RecordedScan& scan : newestFirst(history)) {
+        if (folders.size() >= limit) break;
+        const auto isIt = [&](const RepoSelection& folder) { return folder.path == scan.repositoryPath; };
+        if (std::none_of(folders.begin(), folders.end(), isIt))
+            folders.emplace_back(scan.repositoryPath, scan.repositoryName);
+    }
+    return folders;
+}
+
 std::vector<ScanChange> changes(const std::vector<RecordedScan>& scans) {
     using Kind = ScanChange::Kind;
     std::vector<ScanChange> found;

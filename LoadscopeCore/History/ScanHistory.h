@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeCore/History/RecordedScan.h"
+#include "LoadscopeCore/Report/RepoSelection.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -95,6 +96,10 @@ namespace ScanHistory {
 
 /// Repository of the last record, if there is one.
 [[nodiscard]] std::optional<std::string> mostRecentRepositoryPath(const std::vector<RecordedScan>& history);
+
+/// The folders that were scanned, with any tool, the last scanned first; no more than `limit`.
+[[nodiscard]] std::vector<RepoSelection> recentFolders(const std::vector<RecordedScan>& history,
+                                                       std::size_t limit);
 
 /// What changed within the scans of one repository and tool, in input order; the version first. A scan that
 /// does not tell is passed over: the next one that does is compared with the last one that did.

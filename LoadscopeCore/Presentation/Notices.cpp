@@ -9,12 +9,6 @@ Notice Notice::scanIsRunning() {
             "Another repository can be opened when the scan has ended. The Overview page can cancel it."};
 }
 
-Notice Notice::folderIsGone(std::string_view path) {
-    return {"This folder is gone", "Nothing is at " + std::string(path) +
-                                       " any more. Its recorded scans stay; to scan it again, choose the "
-                                       "folder where it is now."};
-}
-
 Notice Notice::historyNotDeleted() {
     return {"The recorded scans could not be deleted",
             "The folder with the recorded data cannot be written to. Nothing was changed on this page."};

@@ -14,7 +14,6 @@ struct Notice {
     std::string message;
 
     [[nodiscard]] static Notice scanIsRunning();
-    [[nodiscard]] static Notice folderIsGone(std::string_view path);
     [[nodiscard]] static Notice historyNotDeleted();
     [[nodiscard]] static Notice fileNotSaved(std::string_view path);
 

@@ -65,6 +65,11 @@ std::string breakdownDetail(const ScanReport& report) {
            (report.conditions.isEstimate ? "estimated" : "Claude-reported") + " total.";
 }
 
+std::optional<std::string> measuredLine(const ScanReport& report) {
+    if (!report.date) return std::nullopt;
+    return "Measured " + LocaleFormat::dateAndTime(*report.date) + ". Scan Again measures it anew.";
+}
+
 std::string durationText(const ScanReport& report) {
     return LocaleFormat::oneDecimal(report.duration) + " seconds";
 }

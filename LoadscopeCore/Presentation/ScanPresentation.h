@@ -35,6 +35,9 @@ inline constexpr const char* completeLabel = "Scan complete";
 /// Where the rows of the breakdown come from and what their shares are of.
 [[nodiscard]] std::string breakdownDetail(const ScanReport& report);
 
+/// When the scan was made, for a report that is shown again; nothing when it does not tell.
+[[nodiscard]] std::optional<std::string> measuredLine(const ScanReport& report);
+
 /// "12.3 seconds".
 [[nodiscard]] std::string durationText(const ScanReport& report);
 

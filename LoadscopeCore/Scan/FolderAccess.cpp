@@ -53,6 +53,13 @@ std::optional<ProbeError> check(const std::string& repository) {
     return ProbeError(ProbeError::RepositoryUnreadable{repository});
 }
 
+std::optional<ProbeError> checkPresence(const std::string& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (status.type() != std::filesystem::file_type::not_found) return std::nullopt;
+    return ProbeError(ProbeError::RepositoryUnreadable{path});
+}
+
 std::optional<ProbeError> checkDetached(const std::string& repository, const std::stop_token& stop,
                                         Check isListed) {
     const auto answer = std::make_shared<Answer>();

@@ -18,9 +18,13 @@ using Check = std::function<std::optional<ProbeError>(const std::string& reposit
 /// worker thread.
 [[nodiscard]] std::optional<ProbeError> check(const std::string& repository);
 
-/// The answer of `check`, made on a thread of its own: a folder on a share that has gone away may never
-/// answer, and nothing ends that. Throws `CancellationError` as soon as `stop` is requested, and leaves the
-/// thread to itself then.
+/// Nothing when something is there, whatever it is and whether or not it may be read, else
+/// `RepositoryUnreadable`. Blocking: call it on a worker thread.
+[[nodiscard]] std::optional<ProbeError> checkPresence(const std::string& path);
+
+/// The answer of `check`, or of another question, made on a thread of its own: a folder on a share that has
+/// gone away may never answer, and nothing ends that. Throws `CancellationError` as soon as `stop` is
+/// requested, and leaves the thread to itself then.
 [[nodiscard]] std::optional<ProbeError> checkDetached(const std::string& repository,
                                                       const std::stop_token& stop, Check isListed = check);
 

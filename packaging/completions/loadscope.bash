@@ -37,7 +37,7 @@ _loadscope() {
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
-    --max-tokens | --top | --since | --jobs)
+    --max-tokens | --top | --since | --jobs | --recent)
         return
         ;;
     esac
@@ -56,6 +56,7 @@ _loadscope() {
     'history export') options+=' --output' ;;
     leaderboard) options+=' --tool --json' ;;
     diff) options+=' --repository --since --tool --format --json' ;;
+    open) options+=' --recent' ;;
     check) options+=' --budget --no-budget --format --json' ;;
     esac
 

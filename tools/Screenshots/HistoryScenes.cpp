@@ -12,6 +12,8 @@
 #include <QCoreApplication>
 #include <QMouseEvent>
 
+#include <algorithm>
+
 namespace loadscope::screenshots {
 namespace {
 
@@ -125,6 +127,14 @@ Scene compare(const QString& name, std::vector<RecordedScan> history) {
 } // namespace
 
 std::vector<Scene> historyScenes() {
+    const auto open = [](Stage& stage) {
+        stage.view.setPage(AppPage::overview);
+        stage.recent.check();
+        stage.settle([&stage] {
+            const auto& all = stage.recent.folders();
+            return std::any_of(all.begin(), all.end(), [](const auto& folder) { return folder.isMissing; });
+        });
+    };
     const std::vector<RecordedScan> one = History().add("web-app", at(325, 20, 31), 45'000).scans();
     return {
         {QStringLiteral("trends-demo"),
@@ -163,13 +173,7 @@ std::vector<Scene> historyScenes() {
              stage.settle();
          },
          demo(false)},
-        {QStringLiteral("trends-gone"),
-         [](Stage& stage) {
-             showTrends(stage);
-             stage.view.openRepository("/home/dev/src/web-app");
-             stage.settle();
-         },
-         demo(false)},
+        {QStringLiteral("overview-recent"), open, demo(false)},
         compare(QStringLiteral("demo"), demo(true)),
         {QStringLiteral("compare-copying"), showSelection, demo(true)},
         compare(QStringLiteral("one"), one),

@@ -190,6 +190,13 @@ std::vector<Scene> reportScenes() {
     for (const Case& report : cases)
         scenes.push_back({QStringLiteral("overview-result-") + report.name,
                           [report](Stage& stage) { show(stage, report); }});
+    scenes.push_back({QStringLiteral("overview-kept"), [report = cases[0]](Stage& stage) {
+                          show(stage, report);
+                          const std::string measured = stage.model.selection()->path;
+                          stage.choose("/src/other");
+                          stage.choose(measured);
+                          stage.settle();
+                      }});
     return scenes;
 }
 

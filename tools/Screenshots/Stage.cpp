@@ -27,13 +27,24 @@ testing::FakeTools withHistory(const QTemporaryDir& folder, const std::vector<Re
 
 } // namespace
 
+namespace {
+
+std::optional<ProbeError> isThere(const std::string& path) {
+    if (!path.ends_with("monorepo")) return std::nullopt;
+    return ProbeError(ProbeError::RepositoryUnreadable{path});
+}
+
+} // namespace
+
 Stage::Stage(const std::vector<RecordedScan>& history)
     : tools(withHistory(folder, history)),
       model(uiThread, tools.collaborators()),
       codexEstimates(uiThread, tools.codex),
       readiness(uiThread, [this](std::stop_token) { return readinessAnswer; }),
+      recent(uiThread, isThere),
       view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {
     view.setCodexEstimates(codexEstimates);
+    view.setRecentFolders(recent);
     settle([this] { return model.historyActivity() == HistoryActivity::none; });
 }
 

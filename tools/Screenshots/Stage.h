@@ -35,6 +35,7 @@ public:
     ScanModel model;
     CodexEstimateModel codexEstimates;
     ReadinessModel readiness;
+    RecentFolders recent; ///< a folder named "monorepo" is gone
     ContentView view;
 };
 

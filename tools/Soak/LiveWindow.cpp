@@ -44,6 +44,7 @@ LiveWindow::LiveWindow(Dice& dice, HistoryWatch& history)
             }),
       subscription_(model_.observe([this] { onModelChanged(); })) {
     settings_.restoreWindow(view_, *view_.splitter());
+    view_.setRecentFolders(recent_);
     view_.show();
     view_.activateWindow();
     Journal::current().count("windows opened");

@@ -73,6 +73,7 @@ private:
     SettingsStore settings_;
     ScanModel model_;
     ReadinessModel readiness_;
+    RecentFolders recent_{uiThread_};
     ContentView view_;
     Subscription subscription_;
 };

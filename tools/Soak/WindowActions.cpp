@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeApp/Controls/RowButton.h"
+#include "LoadscopeApp/Pages/Overview/OverviewStart.h"
 #include "tools/Soak/Actions.h"
 #include "tools/Soak/Journal.h"
 #include "tools/Soak/Waiting.h"
@@ -61,6 +63,18 @@ std::string openByArgument(Stage& stage) {
     const std::string path = stage.home.anyFolder(stage.dice);
     stage.view().openRepository(path);
     return path;
+}
+
+/// By the menu beside the choice of a folder, which the prompts answer, or by a row of the empty Overview.
+std::string openRecent(Stage& stage) {
+    if (stage.dice.oneIn(2)) {
+        QTest::keyClick(&stage.view(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        return "menu";
+    }
+    stage.view().setPage(AppPage::overview);
+    const auto rows = stage.view().findChild<OverviewStart*>()->findChildren<RowButton*>();
+    if (rows.empty()) return "none";
+    return click(rows.at(stage.dice.below(static_cast<int>(rows.size()))));
 }
 
 std::string startScan(Stage& stage) {
@@ -155,6 +169,7 @@ const std::vector<Action>& windowActions() {
         {"choose a folder", 10, true, chooseFolder},
         {"drop a folder", 4, true, dropFolder},
         {"open a folder", 3, true, openByArgument},
+        {"open a recent folder", 4, true, openRecent},
         {"scan", 34, true, startScan},
         {"cancel the scan", 8, true, cancelScan},
         {"wait for the scan", 18, false, awaitScan},

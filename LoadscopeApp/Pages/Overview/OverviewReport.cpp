@@ -5,6 +5,9 @@
 #include "LoadscopeApp/Accessibility/ReadingOrder.h"
 #include "LoadscopeApp/Pages/Report/CodexCard.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
+#include "LoadscopeApp/Text/DisplayText.h"
+#include "LoadscopeApp/Text/TextLabel.h"
+#include "LoadscopeCore/Presentation/ScanPresentation.h"
 
 #include <QVBoxLayout>
 
@@ -17,6 +20,13 @@ OverviewReport::OverviewReport(std::shared_ptr<const ScanReport> report,
     for (QWidget* block : reportBlocks(report_, previous))
         column()->addWidget(block);
     column()->addStretch();
+    ReadingOrder::follow(*this);
+}
+
+void OverviewReport::tellWhenMeasured() {
+    const auto line = ScanPresentation::measuredLine(*report_);
+    if (!line) return;
+    column()->insertWidget(0, TextLabel::note(DisplayText::own(*line)));
     ReadingOrder::follow(*this);
 }
 

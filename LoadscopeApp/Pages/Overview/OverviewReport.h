@@ -24,6 +24,9 @@ public:
     [[nodiscard]] const std::shared_ptr<const ScanReport>& report() const { return report_; }
     [[nodiscard]] CodexCard* codexCard() const;
 
+    /// Begins with a line that says when the scan was made: for a report that is shown again.
+    void tellWhenMeasured();
+
 private:
     std::shared_ptr<const ScanReport> report_;
 };

@@ -2,20 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Overview/OverviewView.h"
 
-#include "LoadscopeApp/Cards/ScanEmptyState.h"
 #include "LoadscopeApp/Pages/Overview/OverviewPanels.h"
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
+#include "LoadscopeApp/Pages/Overview/OverviewStart.h"
 
 #include <QApplication>
 
 namespace loadscope {
 
-OverviewView::OverviewView(QWidget* parent)
-    : QStackedWidget(parent),
-      idle_(
-          new ScanEmptyState(QStringLiteral("Start a context scan"),
-                             QStringLiteral("Choose a local repository, then scan it in Claude Code. Turn on "
-                                            "Include Codex to add a Codex scan."))) {
+OverviewView::OverviewView(QWidget* parent) : QStackedWidget(parent), idle_(new OverviewStart) {
     addWidget(idle_);
 }
 
@@ -25,8 +20,9 @@ void OverviewView::refresh(const Input& input) {
     } else if (const ProbeError* error = input.state.error()) {
         showFailure(*error, input.retryBlocker);
     } else if (const auto report = input.state.report()) {
-        showReport(report, input.previous);
-        report_->codexCard()->showEstimate(input.codexEstimate);
+        showReport(report, input);
+    } else if (input.kept != nullptr) {
+        showReport(input.kept, input);
     } else {
         showPanel(idle_, nullptr);
     }
@@ -37,13 +33,19 @@ void OverviewView::refresh(const Input& input) {
     }
 }
 
-void OverviewView::showReport(const std::shared_ptr<const ScanReport>& report,
-                              const std::shared_ptr<const RecordedScan>& previous) {
-    if (report_ != nullptr && report_->report() == report) return;
+void OverviewView::showReport(const std::shared_ptr<const ScanReport>& report, const Input& input) {
+    if (report_ == nullptr || report_->report() != report) {
+        replaceReport(new OverviewReport(report, input.previous));
+        if (report == input.kept) report_->tellWhenMeasured();
+    }
+    report_->codexCard()->showEstimate(input.codexEstimate);
+}
+
+void OverviewView::replaceReport(OverviewReport* report) {
     OverviewReport* old = report_;
     const QWidget* focus = QApplication::focusWidget();
     const bool hadFocus = focus != nullptr && isAncestorOf(focus);
-    report_ = new OverviewReport(report, previous);
+    report_ = report;
     connect(report_->codexCard(), &CodexCard::estimateRequested, this, &OverviewView::codexEstimateRequested);
     connect(report_->codexCard(), &CodexCard::cancelRequested, this,
             &OverviewView::codexEstimateCancelRequested);

@@ -12,6 +12,7 @@ namespace loadscope {
 class OverviewReport;
 class OverviewScanFailureState;
 class OverviewScanLoadingState;
+class OverviewStart;
 
 /// The Overview page: an invitation, the scan under way, its failure, or its report.
 class OverviewView : public QStackedWidget {
@@ -27,8 +28,12 @@ public:
         QString retryBlocker = {}; ///< why nothing can be scanned now; empty when Retry may be pressed
         std::shared_ptr<const RecordedScan> previous = {}; ///< with which a report is compared
         CodexCard::Estimate codexEstimate = {};
+        std::shared_ptr<const ScanReport> kept = {}; ///< shown in place of the invitation
     };
     void refresh(const Input& input);
+
+    /// The page before a scan.
+    [[nodiscard]] OverviewStart* start() const { return idle_; }
 
 Q_SIGNALS:
     void cancelRequested();
@@ -41,10 +46,10 @@ private:
     void showFailure(const ProbeError& error, const QString& retryBlocker);
     /// The keyboard stays where it is, unless that goes away: then it goes to what can be done next.
     void showPanel(QWidget* panel, QWidget* next);
-    void showReport(const std::shared_ptr<const ScanReport>& report,
-                    const std::shared_ptr<const RecordedScan>& previous);
+    void replaceReport(OverviewReport* report);
+    void showReport(const std::shared_ptr<const ScanReport>& report, const Input& input);
 
-    QWidget* idle_;
+    OverviewStart* idle_;
     OverviewScanLoadingState* loading_ = nullptr; ///< made for the first scan
     OverviewScanFailureState* failure_ = nullptr; ///< made for the first failure
     OverviewReport* report_ = nullptr;

@@ -46,7 +46,9 @@ public:
     explicit Window(const Options& options)
         : tools(toolsWith(options.history)),
           store(options.onboardingCompleted),
-          readinessAnswer(options.readiness) {}
+          readinessAnswer(options.readiness) {
+        view.setRecentFolders(recent);
+    }
 
     void show() {
         view.show();
@@ -76,6 +78,7 @@ public:
     QtUIThread uiThread;
     ScanModel model{uiThread, tools.collaborators()};
     ReadinessModel readiness{uiThread, [this](std::stop_token) { return readinessAnswer; }};
+    RecentFolders recent{uiThread};
     std::optional<std::string> nextChoice;
     ContentView view{model, readiness, store, [this](QWidget*, const std::function<void(std::string)>& done) {
                          if (nextChoice) done(*nextChoice);

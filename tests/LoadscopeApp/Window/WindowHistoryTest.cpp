@@ -1,11 +1,17 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Controls/PushButton.h"
+#include "LoadscopeApp/Controls/RowButton.h"
+#include "LoadscopeApp/Pages/Overview/OverviewReport.h"
+#include "LoadscopeApp/Pages/Overview/OverviewStart.h"
 #include "LoadscopeApp/Pages/Trends/TrendsView.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 #include "tests/Support/HistoryRecords.h"
 #include "tests/Support/PausingStore.h"
+
+#include <QMenu>
+#include <QTemporaryDir>
 
 namespace loadscope::testing {
 namespace {
@@ -46,6 +52,48 @@ TEST(Window, StaysAliveAndSaysSoWhileTheHistoryIsReadOrDeleted) {
     EXPECT_TRUE(eventually([&] { return spoken(view).contains("No recorded scans yet"); }));
 }
 
+TEST(Window, OffersTheFoldersToGoBackTo) {
+    const QTemporaryDir kept;
+    RecordedScan there = record(2, "kept", day(2), 1'000);
+    there.repositoryPath = kept.path().toStdString();
+    Window window({.history = {record(1, "web & more", day(1), 30'000), there}});
+    window.show();
+    const auto row = [&](const char* name) {
+        for (auto* button : window.view.findChildren<RowButton*>())
+            if (button->isVisible() && button->accessibleName().startsWith(QString::fromUtf8(name)))
+                return button;
+        return static_cast<RowButton*>(nullptr);
+    };
+    ASSERT_TRUE(eventually([&] { return row("web & more") && !row("web & more")->isEnabled(); }))
+        << "nothing is there any more";
+    EXPECT_TRUE(row("web & more")->accessibleName().contains("No longer there"));
+    ASSERT_TRUE(row("kept"));
+    EXPECT_TRUE(row("kept")->isEnabled());
+
+    const auto* menu = window.button("Recent folders")->findChild<QMenu*>();
+    ASSERT_EQ(menu->actions().size(), 2);
+    EXPECT_FALSE(menu->actions().at(1)->isEnabled());
+    EXPECT_EQ(menu->actions().at(1)->text(), "web && more — no longer there");
+    menu->actions().at(0)->trigger();
+    ASSERT_TRUE(window.model.selection());
+    EXPECT_EQ(window.model.selection()->path, there.repositoryPath);
+    window.choose(); // comes first from now on
+    EXPECT_EQ(menu->actions().at(0)->data().toByteArray().toStdString(), window.folderPath());
+    row("kept")->click();
+    EXPECT_EQ(window.model.selection()->path, there.repositoryPath);
+
+    window.tools.probe->answer(FakeProbe::Hang{});
+    window.view.startScan();
+    EXPECT_FALSE(window.button("Recent folders")->isEnabled());
+    window.model.cancel();
+    EXPECT_TRUE(eventually([&] { return !window.model.isScanTaskRunning(); }));
+
+    window.nextChoice = window.folderPath();
+    for (auto* button : window.view.findChildren<OverviewStart*>().front()->findChildren<PushButton*>())
+        button->click();
+    EXPECT_EQ(window.model.selection()->path, window.folderPath());
+}
+
 TEST(Window, KeepsTheReportWhenARowOfItsOwnRepositoryIsPressed) {
     Window window;
     window.show();
@@ -59,6 +107,30 @@ TEST(Window, KeepsTheReportWhenARowOfItsOwnRepositoryIsPressed) {
     Q_EMIT window.view.findChild<TrendsView*>()->repositoryRequested(window.folderPath());
     EXPECT_EQ(window.view.page(), AppPage::overview);
     EXPECT_EQ(window.model.state().report(), report);
+
+    // Another folder has nothing to show but its trends; going back shows what was measured again.
+    const QTemporaryDir other;
+    window.view.openRepository(other.path().toStdString());
+    EXPECT_EQ(window.view.page(), AppPage::trends);
+    window.view.setPage(AppPage::overview);
+    EXPECT_TRUE(window.says("Start a context scan"));
+    window.view.openRepository(window.folderPath());
+    EXPECT_EQ(window.view.page(), AppPage::overview);
+    EXPECT_FALSE(window.model.state().report()) << "the model forgets, the window does not";
+    ASSERT_TRUE(eventually([&] { return window.view.findChildren<OverviewReport*>().size() == 1; }));
+    EXPECT_EQ(window.view.findChild<OverviewReport*>()->report(), report);
+    EXPECT_TRUE(eventually([&] {
+        return !spoken(window.view).filter(QStringLiteral(". Scan Again measures it anew.")).isEmpty();
+    }));
+
+    // A scan that was stopped takes nothing away either.
+    window.tools.probe->answer(FakeProbe::Hang{});
+    window.view.startScan();
+    ASSERT_TRUE(eventually([&] { return window.says("Reading Claude startup context…"); }));
+    window.model.cancel();
+    ASSERT_TRUE(eventually([&] { return !window.model.isScanTaskRunning(); }));
+    ASSERT_TRUE(eventually([&] { return window.view.findChildren<OverviewReport*>().size() == 1; }));
+    EXPECT_EQ(window.view.findChild<OverviewReport*>()->report(), report);
 
     // Not even a scan under way keeps it from coming forward.
     window.tools.probe->answer(FakeProbe::Hang{});
