@@ -6,6 +6,7 @@
 #include "LoadscopeCore/Scan/ScanBatchTexts.h"
 #include "tests/Support/ManualUIThread.h"
 #include "tests/Support/Testing.h"
+#include "tests/Support/WaitFor.h"
 
 #include <condition_variable>
 #include <map>
@@ -114,6 +115,7 @@ TEST_F(Batches, ScanAFewAtATimeAndGoOnAfterAFailure) {
     scans->start(all, {}, false);
     EXPECT_EQ(letters(*scans), "rrww") << "the second a is the first";
     scans->start(folders({"e"}), {}, false); // ignored
+    ASSERT_TRUE(waitFor([&] { return gate_->most() == 2; }));
     gate_->allow(all[1].path);
     ASSERT_TRUE(reaches(*scans, "rfrw"));
     EXPECT_TRUE(recorded().empty());
