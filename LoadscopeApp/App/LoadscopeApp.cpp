@@ -102,6 +102,7 @@ struct LoadscopeApp::Parts {
         theme.force(appearanceFromEnvironment(), reducedMotionFromEnvironment());
         window.setCodexEstimates(codexEstimates);
         window.setRecentFolders(recentFolders);
+        window.setBatch(batch);
         desktop.start();
     }
 
@@ -117,6 +118,7 @@ struct LoadscopeApp::Parts {
     CodexEstimateModel codexEstimates{uiThread, collaborators.codexRunner};
     ReadinessModel readiness{uiThread, ReadinessChecker::checkForWindow};
     RecentFolders recentFolders{uiThread};
+    ScanBatch batch{uiThread, ScanModel::Collaborators::forUser};
     ContentView window{model, readiness, settings, FolderPanel::open};
     OpenEvents openEvents{window};
 };

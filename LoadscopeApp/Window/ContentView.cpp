@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Onboarding/OnboardingView.h"
 #include "LoadscopeApp/Pages/Compare/CompareView.h"
+#include "LoadscopeApp/Pages/Compare/RescanCard.h"
 #include "LoadscopeApp/Pages/Overview/OverviewStart.h"
 #include "LoadscopeApp/Pages/Overview/OverviewView.h"
 #include "LoadscopeApp/Pages/Trends/TrendsView.h"
@@ -16,6 +17,7 @@
 #include "LoadscopeApp/Window/Sidebar.h"
 #include "LoadscopeApp/Window/WindowSplitter.h"
 #include "LoadscopeApp/Window/WindowToolbar.h"
+#include "LoadscopeCore/History/ScanHistory.h"
 #include "LoadscopeCore/Presentation/Notices.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
@@ -30,6 +32,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace loadscope {
@@ -133,11 +136,56 @@ void ContentView::setRecentFolders(RecentFolders& recent) {
     refreshRecent();
 }
 
+void ContentView::setBatch(ScanBatch& batch) {
+    batch_ = &batch;
+    batchSubscription_ = batch.observe([this] { followBatch(); });
+}
+
+void ContentView::rescanAll() {
+    if (batch_ == nullptr || batch_->isRunning() || model_.state().isScanning()) return;
+    std::vector<RepoSelection> folders;
+    for (const RecordedScan& scan :
+         ScanHistory::latestPerRepository(model_.history(), RecordedScan::claudeTool))
+        folders.emplace_back(scan.repositoryPath, scan.repositoryName);
+    batchReports_.clear();
+    ProbeSettings settings = model_.probeSettings();
+    settings.signInVerified = readiness_.claude() == ToolReadiness::ready;
+    batch_->start(folders, settings, false);
+}
+
+void ContentView::followBatch() {
+    bool hasMeasured = false;
+    for (const ScanBatch::Item& item : batch_->items()) {
+        if (!item.report || std::count(batchReports_.begin(), batchReports_.end(), item.report) > 0) continue;
+        batchReports_.push_back(item.report);
+        keptReports_.keep({item.report, nullptr});
+        hasMeasured = true;
+    }
+    if (hasMeasured) model_.reloadHistory();
+    refresh();
+}
+
+void ContentView::refreshRescan() {
+    if (compare_ == nullptr || batch_ == nullptr) return;
+    const auto blocker = readiness_.scanBlocker(false);
+    const QString why = model_.state().isScanning() ? DisplayText::own(Notice::scanIsRunning().title)
+                        : blocker                   ? DisplayText::own(*blocker)
+                                                    : QString();
+    compare_->rescanCard()->refresh(
+        {batch_->items(), batch_->isRunning(),
+         ScanHistory::latestPerRepository(model_.history(), RecordedScan::claudeTool).size(), batch_->jobs(),
+         why});
+}
+
+bool ContentView::mayScan() const {
+    return model_.canScan() && (batch_ == nullptr || !batch_->isRunning()) &&
+           readiness_.permitsScan(model_.includeCodex());
+}
+
 void ContentView::refreshRecent() {
     toolbar_->setRecent(recent_->folders());
     overview_->start()->refresh(recent_->folders());
-    toolbar_->refresh({model_.state().isScanning(), model_.selection().has_value(),
-                       model_.canScan() && readiness_.permitsScan(model_.includeCodex())});
+    toolbar_->refresh({model_.state().isScanning(), model_.selection().has_value(), mayScan()});
 }
 
 void ContentView::setPage(AppPage page) {
@@ -160,7 +208,7 @@ void ContentView::selectFolder(const std::string& path) {
 }
 
 void ContentView::startScan() {
-    if (!readiness_.permitsScan(model_.includeCodex())) return;
+    if (!mayScan()) return;
     setPage(AppPage::overview);
     ProbeSettings settings = model_.probeSettings();
     settings.signInVerified = readiness_.claude() == ToolReadiness::ready;
@@ -203,9 +251,7 @@ void ContentView::refresh() {
         recent_->setHistory(recentHistory_);
         if (overview_->start()->isVisible()) recent_->check();
     }
-    const bool permitted = readiness_.permitsScan(model_.includeCodex());
-    toolbar_->refresh(
-        {model_.state().isScanning(), model_.selection().has_value(), model_.canScan() && permitted});
+    toolbar_->refresh({model_.state().isScanning(), model_.selection().has_value(), mayScan()});
     sidebar_->refresh();
     refreshPage();
     followClearing();
@@ -234,8 +280,14 @@ void ContentView::refreshPage() {
             compare_ = new CompareView;
             pages_->addWidget(compare_);
             connect(compare_, &CompareView::repositoryRequested, this, &ContentView::openRepository);
+            connect(compare_->rescanCard(), &RescanCard::rescanRequested, this, &ContentView::rescanAll);
+            connect(compare_->rescanCard(), &RescanCard::cancelRequested, this,
+                    [this](std::size_t index) { batch_->cancel(index); });
+            connect(compare_->rescanCard(), &RescanCard::cancelAllRequested, this,
+                    [this] { batch_->cancelAll(); });
         }
         compare_->refresh(model_.history(), model_.historyActivity());
+        refreshRescan();
         pages_->setCurrentWidget(compare_);
         break;
     }

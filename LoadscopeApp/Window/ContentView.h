@@ -8,13 +8,16 @@
 #include "LoadscopeCore/Report/RepoSelection.h"
 #include "LoadscopeCore/Scan/KeptReports.h"
 #include "LoadscopeCore/Scan/RecentFolders.h"
+#include "LoadscopeCore/Scan/ScanBatch.h"
 
 #include <QPointer>
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class QSplitter;
 class QStackedWidget;
@@ -55,6 +58,9 @@ public:
     /// Who remembers the folders to go back to. Must outlive the window.
     void setRecentFolders(RecentFolders& recent);
 
+    /// What scans every recorded repository once more. Must outlive the window.
+    void setBatch(ScanBatch& batch);
+
     /// The size of the very first window where a screen has so much room.
     [[nodiscard]] static QSize firstSize(QSize available);
 
@@ -84,6 +90,11 @@ private:
     void refresh();
     void refreshPage();
     void refreshRecent();
+    void refreshRescan();
+    [[nodiscard]] bool mayScan() const;
+    void rescanAll();
+    /// Takes over what scans of the batch have measured since the last time.
+    void followBatch();
     /// What was measured of the selection in this run, while the model has nothing of it; else null.
     [[nodiscard]] const KeptReports::Kept* keptReport() const;
     [[nodiscard]] CodexCard::Estimate codexEstimate() const;
@@ -98,6 +109,9 @@ private:
     bool wasShown_ = false;
     bool isClearing_ = false;
     KeptReports keptReports_;
+    ScanBatch* batch_ = nullptr;
+    Subscription batchSubscription_;
+    std::vector<std::shared_ptr<const ScanReport>> batchReports_; ///< those that were taken over
     RecentFolders* recent_ = nullptr;
     Subscription recentSubscription_;
     std::vector<RecordedScan> recentHistory_; ///< of which the recent folders know

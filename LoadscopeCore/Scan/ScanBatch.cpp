@@ -120,6 +120,8 @@ std::size_t ScanBatch::endedCount() const {
         std::count_if(items().begin(), items().end(), [](const Item& item) { return item.hasEnded(); }));
 }
 
+std::size_t ScanBatch::jobs() const { return implementation_->jobs; }
+
 bool ScanBatch::isRunning() const { return !implementation_->runs.empty(); }
 
 void ScanBatch::cancel(std::size_t index) {

@@ -63,6 +63,8 @@ public:
     /// In the order of the folders.
     [[nodiscard]] const std::vector<Item>& items() const;
     [[nodiscard]] std::size_t endedCount() const;
+    /// How many run at a time.
+    [[nodiscard]] std::size_t jobs() const;
     /// Until the last scan has ended and is recorded.
     [[nodiscard]] bool isRunning() const;
 

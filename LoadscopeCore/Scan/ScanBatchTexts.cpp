@@ -46,4 +46,15 @@ std::string progress(const std::vector<Item>& items) {
     return text;
 }
 
+std::string invitation(std::size_t repositories, std::size_t jobs) {
+    const std::string count = number(static_cast<std::ptrdiff_t>(repositories));
+    const std::string atATime = number(static_cast<std::ptrdiff_t>(jobs)) + " at a time";
+    if (repositories == 1) return "Scans the recorded repository once more in Claude Code.";
+    return "Scans each of the " + count + " recorded repositories once more in Claude Code, " + atATime + '.';
+}
+
+std::string spoken(const Item& item) { return item.selection.displayName + ", " + state(item); }
+
+std::string cancelName(const Item& item) { return "Cancel " + item.selection.displayName; }
+
 } // namespace loadscope::ScanBatchTexts

@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Scan/ScanBatch.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -16,5 +17,14 @@ namespace loadscope::ScanBatchTexts {
 /// "2 of 4 folders done" during a run; "3 of 4 folders measured, 1 failed" and "1 stopped" when all have
 /// ended.
 [[nodiscard]] std::string progress(const std::vector<ScanBatch::Item>& items);
+
+/// What a run would do.
+[[nodiscard]] std::string invitation(std::size_t repositories, std::size_t jobs);
+
+/// The folder and what becomes of it, in one line.
+[[nodiscard]] std::string spoken(const ScanBatch::Item& item);
+
+/// "Cancel app"
+[[nodiscard]] std::string cancelName(const ScanBatch::Item& item);
 
 } // namespace loadscope::ScanBatchTexts

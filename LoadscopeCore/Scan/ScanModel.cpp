@@ -266,6 +266,15 @@ void ScanModel::cancel() {
     implementation_->observers.notify();
 }
 
+void ScanModel::reloadHistory() {
+    if (!implementation_->collaborators.historyStore) return;
+    implementation_->historyWorker->run([self = implementation_.get()] {
+        self->post([list = self->collaborators.historyStore->load()](Implementation& model) mutable {
+            model.history = std::move(list);
+        });
+    });
+}
+
 void ScanModel::clearHistory() {
     if (implementation_->historyActivity == HistoryActivity::clearing) return;
     if (implementation_->collaborators.historyStore)

@@ -114,6 +114,9 @@ public:
     /// Asks the scan to stop; further requests are harmless.
     void cancel();
 
+    /// Asks the store for what others have recorded meanwhile, and returns at once.
+    void reloadHistory();
+
     /// Asks the store to delete the recorded history, also what is just being recorded, and returns at once.
     /// The history becomes empty when the store has done so, and stays as it was when it cannot. Further
     /// requests meanwhile are harmless.

@@ -175,6 +175,19 @@ std::vector<Scene> historyScenes() {
          demo(false)},
         {QStringLiteral("overview-recent"), open, demo(false)},
         compare(QStringLiteral("demo"), demo(true)),
+        {QStringLiteral("compare-rescan"),
+         [](Stage& stage) {
+             stage.view.setPage(AppPage::compare);
+             stage.settle();
+             stage.tools.probe->answer(testing::FakeProbe::Hang{});
+             stage.batch.start({RepoSelection("/src/gone"),
+                                RepoSelection(stage.folder.path().toStdString(), "web-app"),
+                                RepoSelection("/src/monorepo"), RepoSelection("/src/payments-service")},
+                               {}, false);
+             stage.settle([&stage] { return stage.batch.items()[1].stage == ScanStages::claudeStage; });
+             stage.batch.cancel(3);
+         },
+         demo(true)},
         {QStringLiteral("compare-copying"), showSelection, demo(true)},
         compare(QStringLiteral("one"), one),
         compare(QStringLiteral("extremes"), extremes()),

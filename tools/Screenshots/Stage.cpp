@@ -42,9 +42,12 @@ Stage::Stage(const std::vector<RecordedScan>& history)
       codexEstimates(uiThread, tools.codex),
       readiness(uiThread, [this](std::stop_token) { return readinessAnswer; }),
       recent(uiThread, isThere),
+      batch(
+          uiThread, [this] { return tools.collaborators(); }, 1),
       view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {
     view.setCodexEstimates(codexEstimates);
     view.setRecentFolders(recent);
+    view.setBatch(batch);
     settle([this] { return model.historyActivity() == HistoryActivity::none; });
 }
 

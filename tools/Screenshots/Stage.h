@@ -36,6 +36,7 @@ public:
     CodexEstimateModel codexEstimates;
     ReadinessModel readiness;
     RecentFolders recent; ///< a folder named "monorepo" is gone
+    ScanBatch batch;
     ContentView view;
 };
 

@@ -45,6 +45,7 @@ LiveWindow::LiveWindow(Dice& dice, HistoryWatch& history)
       subscription_(model_.observe([this] { onModelChanged(); })) {
     settings_.restoreWindow(view_, *view_.splitter());
     view_.setRecentFolders(recent_);
+    view_.setBatch(batch_);
     view_.show();
     view_.activateWindow();
     Journal::current().count("windows opened");
@@ -100,13 +101,14 @@ std::vector<QAbstractButton*> LiveWindow::buttons() const {
 
 QAbstractButton* LiveWindow::button(const QString& name) const {
     for (QAbstractButton* button : buttons()) {
-        if (button->text() == name || button->accessibleName() == name) return button;
+        if (name == (button->accessibleName().isEmpty() ? button->text() : button->accessibleName()))
+            return button;
     }
     return nullptr;
 }
 
 bool LiveWindow::isAtRest() const {
-    return !model_.isScanTaskRunning() && !clearing_.isOpen && !readiness_.isChecking() &&
+    return !model_.isScanTaskRunning() && !batch_.isRunning() && !clearing_.isOpen && !readiness_.isChecking() &&
            view_.findChild<Sheet*>() == nullptr;
 }
 

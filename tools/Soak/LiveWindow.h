@@ -74,6 +74,7 @@ private:
     ScanModel model_;
     ReadinessModel readiness_;
     RecentFolders recent_{uiThread_};
+    ScanBatch batch_{uiThread_, ScanModel::Collaborators::forUser, 2};
     ContentView view_;
     Subscription subscription_;
 };

@@ -128,6 +128,14 @@ std::string switchPage(Stage& stage) {
     return std::to_string(page + 1);
 }
 
+/// Scans what the history knows, and sometimes stops one or all of it again.
+std::string rescanAll(Stage& stage) {
+    stage.view().setPage(AppPage::compare);
+    for (const char* title : {"Cancel All", "Rescan All"})
+        if (auto* button = stage.window->button(QString::fromLatin1(title))) return click(button);
+    return "not offered";
+}
+
 std::string recheck(Stage& stage) {
     if (auto* button = stage.window->button(QStringLiteral("Recheck setup"))) return click(button);
     stage.window->readiness().recheck();
@@ -171,6 +179,7 @@ const std::vector<Action>& windowActions() {
         {"open a folder", 3, true, openByArgument},
         {"open a recent folder", 4, true, openRecent},
         {"scan", 34, true, startScan},
+        {"rescan all", 2, true, rescanAll},
         {"cancel the scan", 8, true, cancelScan},
         {"wait for the scan", 18, false, awaitScan},
         {"include Codex", 4, true, includeCodex},

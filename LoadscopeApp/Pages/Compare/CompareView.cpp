@@ -10,6 +10,7 @@
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Pages/Compare/CombinedCard.h"
 #include "LoadscopeApp/Pages/Compare/LeaderboardCard.h"
+#include "LoadscopeApp/Pages/Compare/RescanCard.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
@@ -18,9 +19,11 @@
 
 namespace loadscope {
 
-CompareView::CompareView(QWidget* parent) : PageFrame(parent) {
+CompareView::CompareView(QWidget* parent) : PageFrame(parent), rescan_(new RescanCard) {
     column()->addWidget(new PageHeader(DisplayText::own(ComparePresentation::title),
                                        DisplayText::own(ComparePresentation::headerLine())));
+    column()->addWidget(rescan_);
+    rescan_->hide();
     column()->addWidget(BandGuide::makeSection(ComparePresentation::methodSentences));
     column()->addStretch(1);
 }
@@ -60,7 +63,7 @@ void CompareView::build() {
             new ScanEmptyState(DisplayText::own(text.title), DisplayText::line(text.detail)));
         column->addWidget(surface);
     }
-    this->column()->insertWidget(1, cards_);
+    this->column()->insertWidget(2, cards_);
     ReadingOrder::follow(*this);
     cards_->show(); // at once, not only when the event loop comes to it
 }

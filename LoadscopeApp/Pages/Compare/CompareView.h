@@ -12,6 +12,8 @@
 
 namespace loadscope {
 
+class RescanCard;
+
 /// The Compare page: repositories ranked per tool, and their latest scans side by side. Its cards are made
 /// anew whenever the history has changed.
 class CompareView : public PageFrame {
@@ -23,6 +25,8 @@ public:
     /// `history` is oldest first. Costs nothing when it has not changed.
     void refresh(const std::vector<RecordedScan>& history, HistoryActivity activity = HistoryActivity::none);
 
+    [[nodiscard]] RescanCard* rescanCard() const { return rescan_; }
+
 Q_SIGNALS:
     /// The user picked one of the ranked repositories.
     void repositoryRequested(const std::string& path);
@@ -32,6 +36,7 @@ private:
 
     std::optional<std::vector<RecordedScan>> history_;
     bool isLoading_ = false;
+    RescanCard* rescan_;
     QWidget* cards_ = nullptr;
 };
 

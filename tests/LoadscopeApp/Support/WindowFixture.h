@@ -48,6 +48,7 @@ public:
           store(options.onboardingCompleted),
           readinessAnswer(options.readiness) {
         view.setRecentFolders(recent);
+        view.setBatch(batch);
     }
 
     void show() {
@@ -79,6 +80,7 @@ public:
     ScanModel model{uiThread, tools.collaborators()};
     ReadinessModel readiness{uiThread, [this](std::stop_token) { return readinessAnswer; }};
     RecentFolders recent{uiThread};
+    ScanBatch batch{uiThread, [this] { return tools.collaborators(); }, 2};
     std::optional<std::string> nextChoice;
     ContentView view{model, readiness, store, [this](QWidget*, const std::function<void(std::string)>& done) {
                          if (nextChoice) done(*nextChoice);

@@ -94,6 +94,51 @@ TEST(Window, OffersTheFoldersToGoBackTo) {
     EXPECT_EQ(window.model.selection()->path, window.folderPath());
 }
 
+TEST(Window, RescansEveryRepositoryAndTellsWhatBecomesOfEach) {
+    const QTemporaryDir first;
+    const QTemporaryDir second;
+    std::vector<RecordedScan> history{record(1, "a", day(1), 1'000), record(2, "b", day(2), 1'000),
+                                      record(3, "gone", day(3), 1'000)};
+    history[0].repositoryPath = first.path().toStdString();
+    history[1].repositoryPath = second.path().toStdString();
+    Window window({.history = history});
+    window.show();
+    window.view.setPage(AppPage::compare);
+    ASSERT_NE(window.button("Rescan All"), nullptr);
+    EXPECT_TRUE(
+        window.says("Scans each of the 3 recorded repositories once more in Claude Code, 2 at a time."));
+    window.tools.probe->answer(FakeProbe::Hang{});
+    window.button("Rescan All")->click();
+    ASSERT_TRUE(eventually([&] { return window.says("a, Reading Claude startup context…"); }));
+    EXPECT_TRUE(window.says("0 of 3 folders done"));
+    window.choose();
+    window.view.startScan();
+    EXPECT_FALSE(window.model.state().isScanning()) << "one or the other";
+    window.view.setPage(AppPage::compare);
+    window.button("Cancel b")->click();
+    EXPECT_TRUE(eventually([&] { return window.says("b, Stopped"); }));
+    EXPECT_TRUE(eventually([&] { return window.says("gone, This folder could not be read."); }));
+    window.button("Cancel All")->click();
+    ASSERT_TRUE(eventually([&] { return !window.batch.isRunning(); }));
+    EXPECT_TRUE(window.says("0 of 3 folders measured, 1 failed, 2 stopped"));
+
+    window.tools.probe->answer(sampleResult());
+    window.button("Rescan All")->click();
+    EXPECT_TRUE(eventually([&] { return window.says("a, Done") && window.says("b, Done"); }));
+    ASSERT_TRUE(eventually([&] { return window.model.history().size() == 5; })) << "recorded by the batch";
+    EXPECT_EQ(ScanHistoryStore(window.data.path().toStdString()).load().size(), 5U);
+    window.view.openRepository(history[0].repositoryPath);
+    EXPECT_EQ(window.view.page(), AppPage::overview) << "its report was kept";
+
+    window.tools.probe->answer(FakeProbe::Hang{});
+    window.view.startScan();
+    window.view.setPage(AppPage::compare);
+    EXPECT_FALSE(window.button("Rescan All")->isEnabled());
+    EXPECT_TRUE(window.says("A scan is running"));
+    window.model.cancel();
+    EXPECT_TRUE(eventually([&] { return !window.model.isScanTaskRunning(); }));
+}
+
 TEST(Window, KeepsTheReportWhenARowOfItsOwnRepositoryIsPressed) {
     Window window;
     window.show();
