@@ -83,7 +83,7 @@ double switchTo(AppPage page, int repositories) {
         });
         testing::MemoryCompletionStore onboarding{true};
         ContentView window(model, readiness, onboarding,
-                           [](QWidget*, const std::function<void(std::string)>&) {});
+                           [](QWidget*, const std::string&, const std::function<void(std::string)>&) {});
         window.show();
         while (model.historyActivity() != HistoryActivity::none)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

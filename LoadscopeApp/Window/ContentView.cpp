@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/Cards/AlertPanel.h"
 #include "LoadscopeApp/Cards/Sheet.h"
+#include "LoadscopeApp/Help/HelpButton.h"
 #include "LoadscopeApp/Onboarding/OnboardingView.h"
 #include "LoadscopeApp/Pages/Compare/CompareView.h"
 #include "LoadscopeApp/Pages/Compare/RescanCard.h"
@@ -18,6 +19,7 @@
 #include "LoadscopeApp/Window/WindowSplitter.h"
 #include "LoadscopeApp/Window/WindowToolbar.h"
 #include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Presentation/Notices.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
@@ -109,6 +111,9 @@ void ContentView::connectAll() {
     connect(new QShortcut(Qt::Key_F5, content_), &QShortcut::activated, this, [this] {
         if (model_.canScan()) startScan();
     });
+    connect(sidebar_, &Sidebar::walkthroughRequested, this, &ContentView::presentOnboarding);
+    connect(new QShortcut(Qt::Key_F1, content_), &QShortcut::activated, this,
+            [this] { HelpSheets::showShortcuts(pages_); });
     // Of the window, so that it also ends the program while a sheet is up.
     connect(new QShortcut(Qt::CTRL | Qt::Key_Q, this), &QShortcut::activated, qApp, &QApplication::quit);
     modelSubscription_ = model_.observe([this] { refresh(); });
@@ -196,7 +201,13 @@ void ContentView::setPage(AppPage page) {
 
 void ContentView::chooseFolder() {
     if (model_.state().isScanning()) return;
-    chooser_(this, [this](const std::string& path) { selectFolder(path); });
+    // Beside the folder that was chosen last.
+    std::string beside;
+    if (model_.selection())
+        beside = FilePath::parent(model_.selection()->path);
+    else if (recent_ != nullptr && !recent_->folders().empty() && !recent_->folders().front().isMissing)
+        beside = FilePath::parent(recent_->folders().front().selection.path);
+    chooser_(this, beside, [this](const std::string& path) { selectFolder(path); });
 }
 
 void ContentView::selectFolder(const std::string& path) {

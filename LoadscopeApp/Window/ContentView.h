@@ -42,8 +42,10 @@ class ContentView : public QWidget {
     Q_OBJECT
 
 public:
-    /// Asks the user for a folder and calls `done` with its path when one was chosen.
-    using FolderChooser = std::function<void(QWidget* window, std::function<void(std::string path)> done)>;
+    /// Asks the user for a folder, from the folder `start` on unless that is empty, and calls `done` with its
+    /// path when one was chosen.
+    using FolderChooser = std::function<void(QWidget* window, const std::string& start,
+                                             std::function<void(std::string path)> done)>;
 
     static constexpr int onboardingDelayMilliseconds = 300;
 

@@ -9,13 +9,15 @@
 
 namespace loadscope {
 
-void FolderPanel::open(QWidget* window, std::function<void(std::string path)> done) {
+void FolderPanel::open(QWidget* window, const std::string& start,
+                       std::function<void(std::string path)> done) {
     auto* panel = new QFileDialog(window, QStringLiteral("Choose a local repository to scan."));
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setFileMode(QFileDialog::Directory);
     panel->setOption(QFileDialog::ShowDirsOnly);
     panel->setSupportedSchemes({QStringLiteral("file")});
     panel->setLabelText(QFileDialog::Accept, QStringLiteral("Choose"));
+    if (!start.empty()) panel->setDirectory(QFile::decodeName(QByteArray::fromStdString(start)));
     panel->setPalette(AppTheme::current().palette());
     QObject::connect(
         panel, &QFileDialog::fileSelected, window,

@@ -9,8 +9,8 @@ class QWidget;
 
 namespace loadscope::FolderPanel {
 
-/// Opens the desktop's panel for choosing one folder over `window` and returns at once; `done` gets the path
-/// when one is chosen.
-void open(QWidget* window, std::function<void(std::string path)> done);
+/// Opens the desktop's panel for choosing one folder over `window`, at `start` unless that is empty, and
+/// returns at once; `done` gets the path when one is chosen.
+void open(QWidget* window, const std::string& start, std::function<void(std::string path)> done);
 
 } // namespace loadscope::FolderPanel

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Window/Sidebar.h"
 
+#include "LoadscopeApp/Help/HelpButton.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
@@ -21,6 +22,9 @@ namespace {
 
 constexpr int sectionSpacing = 24;
 constexpr int headingSpacing = 8;
+constexpr int topInset = 18;
+constexpr int bottomInset = 10;
+constexpr int footGap = 6;
 constexpr int pageInset = 12; ///< the rows of the pages reach nearer to the edges than the texts
 
 TextLabel* heading(const QString& title) {
@@ -50,7 +54,7 @@ Sidebar::Sidebar(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
 
     auto* body = new QWidget;
     auto* column = new QVBoxLayout(body);
-    column->setContentsMargins(0, 18, 0, 18);
+    column->setContentsMargins(0, topInset, 0, bottomInset);
     column->setSpacing(sectionSpacing);
     QVBoxLayout* repository = section(Metrics::sidebarInset);
     repository->addWidget(repository_);
@@ -66,8 +70,19 @@ Sidebar::Sidebar(ReadinessModel& readiness, ScanModel& model, QWidget* parent)
                                      0);
     pages->addWidget(pagesHeading);
     pages->addWidget(pages_);
-    column->addLayout(pages);
-    column->addStretch();
+    // The foot stands where there is room below the pages; the smallest window has just as much.
+    auto* help = new HelpButton;
+    auto* foot = new QHBoxLayout;
+    foot->setContentsMargins(Metrics::sidebarInset, footGap, Metrics::sidebarInset, 0);
+    foot->addWidget(help);
+    foot->addStretch();
+    auto* lower = new QVBoxLayout;
+    lower->setSpacing(0);
+    lower->addLayout(pages);
+    lower->addStretch();
+    lower->addLayout(foot);
+    column->addLayout(lower, 1);
+    connect(help, &HelpButton::walkthroughRequested, this, &Sidebar::walkthroughRequested);
     setWidget(body);
     body->setAutoFillBackground(false);
 

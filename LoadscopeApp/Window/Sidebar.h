@@ -29,6 +29,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 Q_SIGNALS:
+    void walkthroughRequested();
     void pageSelected(loadscope::AppPage page);
 
 protected:

@@ -3,12 +3,14 @@
 #include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Controls/PushButton.h"
+#include "LoadscopeApp/Help/HelpButton.h"
 #include "LoadscopeApp/Motion/SlideCover.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tools/Screenshots/HistoryScenes.h"
 #include "tools/Screenshots/Stage.h"
 
 #include <QDir>
+#include <QSplitter>
 
 namespace loadscope::screenshots {
 namespace {
@@ -60,6 +62,21 @@ std::vector<Scene> windowScenes() {
              stage.readinessAnswer = {ToolReadiness::unknown, ToolReadiness::notInstalled};
              stage.readiness.recheck();
              stage.settle([&stage] { return !stage.readiness.isChecking(); });
+         }},
+        {QStringLiteral("help-shortcuts"),
+         [](Stage& stage) {
+             HelpSheets::showShortcuts(stage.view.splitter());
+             stage.settle();
+         }},
+        {QStringLiteral("help-guide"),
+         [](Stage& stage) {
+             HelpSheets::showGuide(stage.view.splitter());
+             stage.settle();
+         }},
+        {QStringLiteral("help-about"),
+         [](Stage& stage) {
+             HelpSheets::showAbout(stage.view.splitter());
+             stage.settle();
          }},
         {QStringLiteral("overview-long-name"), [](Stage& stage) { stage.choose(repository(longName)); }},
         {QStringLiteral("overview-setup-help"),

@@ -44,7 +44,8 @@ Stage::Stage(const std::vector<RecordedScan>& history)
       recent(uiThread, isThere),
       batch(
           uiThread, [this] { return tools.collaborators(); }, 1),
-      view(model, readiness, store, [](QWidget*, const std::function<void(std::string)>&) {}) {
+      view(model, readiness, store,
+           [](QWidget*, const std::string&, const std::function<void(std::string)>&) {}) {
     view.setCodexEstimates(codexEstimates);
     view.setRecentFolders(recent);
     view.setBatch(batch);

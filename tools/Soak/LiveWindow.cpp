@@ -35,11 +35,11 @@ LiveWindow::LiveWindow(Dice& dice, HistoryWatch& history)
       model_(uiThread_, collaborators(dice)),
       readiness_(uiThread_),
       view_(model_, readiness_, settings_,
-            [this](QWidget* window, std::function<void(std::string)> done) {
+            [this](QWidget* window, const std::string& start, std::function<void(std::string)> done) {
                 if (nextChoice_) {
                     done(*nextChoice_);
                 } else {
-                    FolderPanel::open(window, std::move(done));
+                    FolderPanel::open(window, start, std::move(done));
                 }
             }),
       subscription_(model_.observe([this] { onModelChanged(); })) {
@@ -108,8 +108,8 @@ QAbstractButton* LiveWindow::button(const QString& name) const {
 }
 
 bool LiveWindow::isAtRest() const {
-    return !model_.isScanTaskRunning() && !batch_.isRunning() && !clearing_.isOpen && !readiness_.isChecking() &&
-           view_.findChild<Sheet*>() == nullptr;
+    return !model_.isScanTaskRunning() && !batch_.isRunning() && !clearing_.isOpen &&
+           !readiness_.isChecking() && view_.findChild<Sheet*>() == nullptr;
 }
 
 void LiveWindow::check() {

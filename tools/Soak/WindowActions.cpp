@@ -136,6 +136,15 @@ std::string rescanAll(Stage& stage) {
     return "not offered";
 }
 
+/// Whatever comes up is answered by the prompts, as every sheet is.
+std::string help(Stage& stage) {
+    if (stage.dice.oneIn(2)) {
+        QTest::keyClick(&stage.view(), Qt::Key_F1);
+        return "keys";
+    }
+    return click(stage.window->button(QStringLiteral("Help")));
+}
+
 std::string recheck(Stage& stage) {
     if (auto* button = stage.window->button(QStringLiteral("Recheck setup"))) return click(button);
     stage.window->readiness().recheck();
@@ -179,6 +188,7 @@ const std::vector<Action>& windowActions() {
         {"open a folder", 3, true, openByArgument},
         {"open a recent folder", 4, true, openRecent},
         {"scan", 34, true, startScan},
+        {"help", 2, true, help},
         {"rescan all", 2, true, rescanAll},
         {"cancel the scan", 8, true, cancelScan},
         {"wait for the scan", 18, false, awaitScan},

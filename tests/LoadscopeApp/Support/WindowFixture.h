@@ -82,9 +82,13 @@ public:
     RecentFolders recent{uiThread};
     ScanBatch batch{uiThread, [this] { return tools.collaborators(); }, 2};
     std::optional<std::string> nextChoice;
-    ContentView view{model, readiness, store, [this](QWidget*, const std::function<void(std::string)>& done) {
-                         if (nextChoice) done(*nextChoice);
-                     }};
+    std::string askedFrom;
+    ContentView view{
+        model, readiness, store,
+        [this](QWidget*, const std::string& start, const std::function<void(std::string)>& done) {
+            askedFrom = start;
+            if (nextChoice) done(*nextChoice);
+        }};
 
 private:
     [[nodiscard]] FakeTools toolsWith(const std::vector<RecordedScan>& history) const;
