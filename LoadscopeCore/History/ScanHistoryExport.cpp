@@ -4,7 +4,7 @@
 
 #include "LoadscopeCore/History/PathBytes.h"
 #include "LoadscopeCore/History/ScanHistoryFile.h"
-#include "LoadscopeCore/Platform/Text.h"
+#include "LoadscopeCore/Platform/Csv.h"
 
 #include <nlohmann/json.hpp>
 
@@ -14,20 +14,6 @@ namespace {
 using Object = nlohmann::ordered_json;
 
 constexpr const char* endOfLine = "\r\n";
-
-/// A cell of text: harmless to spreadsheets, quoted where the format asks for it.
-std::string cell(std::string_view text) {
-    std::string content = Text::repaired(text);
-    if (!content.empty() && std::string_view("=+-@\t\r").find(content.front()) != std::string_view::npos)
-        content.insert(content.begin(), '\'');
-    if (content.find_first_of("\",\r\n") == std::string::npos) return content;
-    std::string quoted = "\"";
-    for (const char character : content) {
-        if (character == '"') quoted += '"';
-        quoted += character;
-    }
-    return quoted + '"';
-}
 
 Object scanObject(const RecordedScan& scan) {
     Object object{{"band", OpinionBands::rawValue(scan.band())}, {"categories", Object::array()}};
@@ -74,11 +60,12 @@ std::string csv(const std::vector<RecordedScan>& scans) {
     table += endOfLine;
     for (const RecordedScan& scan : scans) {
         table += ScanHistoryFile::iso8601(scan.date) + ',';
-        table += cell(scan.repositoryName) + ',' + cell(scan.repositoryPath) + ',' + cell(scan.tool) + ',';
+        table += Csv::cell(scan.repositoryName) + ',' + Csv::cell(scan.repositoryPath) + ',' +
+                 Csv::cell(scan.tool) + ',';
         table += std::to_string(scan.total) + ',';
         if (scan.contextWindow) table += std::to_string(*scan.contextWindow);
-        table += ',' + OpinionBands::rawValue(scan.band()) + ',' + cell(scan.toolVersion.value_or("")) + ',' +
-                 cell(scan.model.value_or("")) + endOfLine;
+        table += ',' + OpinionBands::rawValue(scan.band()) + ',' + Csv::cell(scan.toolVersion.value_or("")) +
+                 ',' + Csv::cell(scan.model.value_or("")) + endOfLine;
     }
     return table;
 }

@@ -20,6 +20,7 @@ struct Notice {
     /// What came of an export, beside its button.
     [[nodiscard]] static std::string exported(std::string_view fileName);
     [[nodiscard]] static std::string notExported(std::string_view fileName);
+    static constexpr const char* printed = "The report was handed to the printer.";
 
     bool operator==(const Notice&) const = default;
 };

@@ -31,6 +31,10 @@ Q_SIGNALS:
 private:
     void add(const QString& title, ReportExport::Subject subject, ReportExport::Format format);
     void save(ReportExport::Subject subject, ReportExport::Format format);
+    /// Asks for a printer, then prints the report's pages.
+    void print();
+    /// Does `work` beside the window, then calls `done` with what it gave, if the button is still there.
+    void later(const std::function<bool()>& work, const std::function<void(ExportButton&, bool)>& done);
 
     std::shared_ptr<const ScanReport> report_;
     FileChooser chooser_;

@@ -8,10 +8,14 @@
 #include "LoadscopeApp/Pages/Report/BreakdownSection.h"
 #include "LoadscopeApp/Pages/Report/InstructionFilesSection.h"
 #include "LoadscopeApp/Pages/Report/ReportBlocks.h"
+#include "LoadscopeApp/Pages/Report/ReportPages.h"
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Presentation/ScanCsv.h"
+#include "LoadscopeCore/Presentation/ScanHtml.h"
+#include "LoadscopeCore/Presentation/ScanMarkdown.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 
 #include <QBuffer>
@@ -116,6 +120,14 @@ QString suffix(Format format) {
         return QStringLiteral("png");
     case Format::svg:
         return QStringLiteral("svg");
+    case Format::pdf:
+        return QStringLiteral("pdf");
+    case Format::html:
+        return QStringLiteral("html");
+    case Format::markdown:
+        return QStringLiteral("md");
+    case Format::csv:
+        return QStringLiteral("csv");
     case Format::json:
         break;
     }
@@ -123,6 +135,8 @@ QString suffix(Format format) {
 }
 
 } // namespace
+
+bool isPaged(Format format) { return format == Format::pdf; }
 
 bool isOffered(const ScanReport& report, Subject subject) {
     switch (subject) {
@@ -148,9 +162,23 @@ QString fileName(const ScanReport& report, Subject subject, Format format) {
 }
 
 QByteArray bytes(const std::shared_ptr<const ScanReport>& report, Subject subject, Format format) {
-    if (format == Format::json) return QByteArray::fromStdString(ScanReportJson::report(*report) + "\n");
-    const std::unique_ptr<QWidget> picture = scene(report, subject);
-    return format == Format::png ? png(*picture) : svg(*picture, fileName(*report, subject, format));
+    switch (format) {
+    case Format::png:
+        return png(*scene(report, subject));
+    case Format::svg:
+        return svg(*scene(report, subject), fileName(*report, subject, format));
+    case Format::pdf:
+        return ReportPages::pdf(*report);
+    case Format::html:
+        return QByteArray::fromStdString(ScanHtml::report(*report));
+    case Format::markdown:
+        return QByteArray::fromStdString(ScanMarkdown::report(*report, {}, nullptr));
+    case Format::csv:
+        return QByteArray::fromStdString(ScanCsv::report(*report));
+    case Format::json:
+        break;
+    }
+    return QByteArray::fromStdString(ScanReportJson::report(*report) + "\n");
 }
 
 } // namespace loadscope::ReportExport

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
+#include "LoadscopeApp/Pages/Report/ReportPages.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"
+#include "tests/LoadscopeApp/Support/WindowFixture.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -73,6 +75,16 @@ TEST(ReportExport, WritesPicturesAndTheDataOfScripts) {
     for (const char* entry : {"Breakdown as SVG…", "Instruction Files as SVG…", "Whole Report as SVG…"})
         EXPECT_TRUE(bytesAfter(entry).contains("</svg>")) << entry;
     EXPECT_EQ(message, QStringLiteral("Saved “web-app-context-report.svg”."));
+    const QString html = QString::fromUtf8(bytesAfter("Report as HTML…"));
+    EXPECT_TRUE(html.startsWith("<!DOCTYPE html>") && html.contains("45,000 tokens"));
+    EXPECT_TRUE(bytesAfter("Report as Markdown…").startsWith("### Startup context of <code>web-app</code>"));
+    EXPECT_TRUE(bytesAfter("Report as CSV…").contains("\ntotal,,,web-app,45000,contextCommand,yes\r\n"));
+    message.clear();
+    bytesAfter("Report as PDF…"); // made beside the window
+    EXPECT_TRUE(eventually([&] { return message == QStringLiteral("Saved “web-app-context-report.pdf”."); }));
+    QFile pdf(folder.filePath(QStringLiteral("web-app-context-report.pdf")));
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(pdf.readAll().startsWith("%PDF-"));
     QFile protectedFile(folder.filePath(QStringLiteral("report.json")));
     ASSERT_TRUE(protectedFile.open(QIODevice::WriteOnly) && protectedFile.setPermissions(QFile::ReadOwner));
     for (const char* refused : {"missing/report.json", "report.json"}) {
@@ -89,6 +101,15 @@ TEST(ReportExport, OffersNoPictureOfWhatIsNotThere) {
     ReportPage page(reportOf(sampleResult()));
     EXPECT_FALSE(action(page.find<ExportButton>(), QStringLiteral("Instruction Files as PNG…"))->isEnabled());
     EXPECT_TRUE(action(page.find<ExportButton>(), QStringLiteral("Whole Report as PNG…"))->isEnabled());
+}
+
+TEST(ReportExport, TakesPagesInsteadOfShrinking) {
+    const auto pages = [](const ScanReport& report) {
+        const QByteArray pdf = ReportPages::pdf(report);
+        return pdf.count("/Type /Page\n") + pdf.count("/Type /Page ");
+    };
+    EXPECT_EQ(pages(reportOf(sampleResult())), 1);
+    EXPECT_GT(pages(reportOf(detailedResult(1'000), manyFiles(500))), 20);
 }
 
 TEST(ReportExport, PicturesAReportHoweverLongItIs) {
