@@ -7,6 +7,7 @@
 #include "LoadscopeCLI/Folder.h"
 #include "LoadscopeCLI/LoopUIThread.h"
 #include "LoadscopeCLI/Readiness.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Presentation/CodexItemsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 #include "LoadscopeCore/Scan/CodexEstimateModel.h"
@@ -45,9 +46,7 @@ ExitCode estimateCodex(const std::string& folder, bool json) {
 
     LoopUIThread loop;
     std::optional<ProbeError> unreadable;
-    const auto check = [&](const std::stop_token& stop) {
-        unreadable = FolderAccess::checkDetached(*path, stop);
-    };
+    const auto check = [&](const StopToken& stop) { unreadable = FolderAccess::checkDetached(*path, stop); };
     if (!runOnWorker(loop, check)) return interrupted();
     if (unreadable) return failUnreadable(*unreadable);
     const auto items = ask(*path, loop, errors);

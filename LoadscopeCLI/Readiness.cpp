@@ -2,30 +2,30 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCLI/Readiness.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 
 #include <system_error>
-#include <thread>
 #include <utility>
 
 namespace loadscope {
 
-bool runOnWorker(LoopUIThread& loop, const std::function<void(std::stop_token)>& work) {
+bool runOnWorker(LoopUIThread& loop, const std::function<void(StopToken)>& work) {
     bool done = false;
-    const auto finish = [&](const std::stop_token& stop) {
+    const auto finish = [&](const StopToken& stop) {
         try {
             work(stop);
         } catch (const CancellationError&) { // the loop knows of the signal
         }
         loop.post([&done] { done = true; });
     };
-    std::jthread worker;
+    JoiningThread worker;
     try {
-        worker = std::jthread(finish);
+        worker = JoiningThread(finish);
     } catch (const std::system_error&) { // no thread is to be had
         finish({});
     }
-    loop.run([&done] { return done; }, [&worker] { worker.request_stop(); });
+    loop.run([&done] { return done; }, [&worker] { worker.requestStop(); });
     return !loop.wasInterrupted();
 }
 
@@ -34,7 +34,7 @@ std::optional<ReadinessChecker::Result> checkReadiness(LoopUIThread& loop, Termi
     ReadinessChecker::Result result;
     errors.showProgress("Checking sign-in…");
     const bool finished = runOnWorker(
-        loop, [&](std::stop_token stop) { result = ReadinessChecker::check(std::move(stop), settings); });
+        loop, [&](StopToken stop) { result = ReadinessChecker::check(std::move(stop), settings); });
     errors.clearProgress();
     if (!finished) return std::nullopt;
     return result;

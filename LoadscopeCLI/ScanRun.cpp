@@ -5,6 +5,7 @@
 #include "LoadscopeCLI/LoopUIThread.h"
 #include "LoadscopeCLI/Readiness.h"
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Scan/FolderAccess.h"
@@ -31,11 +32,11 @@ class UnavailableCodex : public CodexProbeRunning {
 public:
     explicit UnavailableCodex(ToolReadiness readiness) : readiness_(readiness) {}
 
-    CodexScanOutcome run(const std::string& /*repository*/, std::stop_token /*stop*/) override {
+    CodexScanOutcome run(const std::string& /*repository*/, StopToken /*stop*/) override {
         return CodexScanOutcome::unavailable(codexBlocker(readiness_));
     }
 
-    CodexItems estimate(const std::string& /*repository*/, std::stop_token /*stop*/) override {
+    CodexItems estimate(const std::string& /*repository*/, StopToken /*stop*/) override {
         return CodexItems::unavailable(codexBlocker(readiness_));
     }
 
@@ -104,9 +105,7 @@ ScanOutcome runScan(const std::string& folder, const ScanRequest& request, Termi
     LoopUIThread loop;
     // A mistyped folder is told at once, before any tool is asked.
     std::optional<ProbeError> unreadable;
-    const auto check = [&](const std::stop_token& stop) {
-        unreadable = FolderAccess::checkDetached(folder, stop);
-    };
+    const auto check = [&](const StopToken& stop) { unreadable = FolderAccess::checkDetached(folder, stop); };
     if (!runOnWorker(loop, check)) return ScanInterrupted{};
     if (unreadable) return *unreadable;
     const auto tools = askTools(request, loop, errors);
@@ -120,7 +119,7 @@ std::variant<BatchResult, ProbeError, ScanInterrupted>
 runScans(const FolderList& folders, std::size_t jobs, const ScanRequest& request, Terminal& errors) {
     LoopUIThread loop;
     std::vector<RepoSelection> selections;
-    if (!runOnWorker(loop, [&](const std::stop_token& stop) { selections = folders(stop); }))
+    if (!runOnWorker(loop, [&](const StopToken& stop) { selections = folders(stop); }))
         return ScanInterrupted{};
     if (selections.empty()) return BatchResult{};
     const auto tools = askTools(request, loop, errors);

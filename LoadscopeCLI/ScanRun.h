@@ -4,6 +4,7 @@
 
 #include "LoadscopeCLI/Terminal.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Report/ScanReport.h"
 #include "LoadscopeCore/Scan/ScanBatch.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
@@ -11,7 +12,6 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <stop_token>
 #include <string>
 #include <variant>
 #include <vector>
@@ -43,7 +43,7 @@ struct BatchResult {
 };
 
 /// Which folders to scan, found out on a worker thread.
-using FolderList = std::function<std::vector<RepoSelection>(const std::stop_token& stop)>;
+using FolderList = std::function<std::vector<RepoSelection>(const StopToken& stop)>;
 
 /// The same for several folders, `jobs` of them at a time, each recorded when it has ended. Why no scan could
 /// begin, if so; without a folder the result has no items.

@@ -8,6 +8,7 @@
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Platform/Markdown.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Presentation/BudgetPresentation.h"
 #include "LoadscopeCore/Presentation/ScanMarkdown.h"
@@ -36,7 +37,7 @@ std::optional<std::string> objection(const ScanOptions& options) {
 }
 
 /// The recorded folders that are still there, in the order of their names.
-std::vector<RepoSelection> recordedFolders(const std::stop_token& stop) {
+std::vector<RepoSelection> recordedFolders(const StopToken& stop) {
     std::map<std::string, std::string> names;
     for (const RecordedScan& scan : ScanHistoryStore(ScanHistoryStore::defaultDirectory()).load())
         names[scan.repositoryPath] = scan.repositoryName;
@@ -162,7 +163,7 @@ ExitCode scanSeveral(const ScanOptions& options) {
         return ExitCode::failure;
     }
     std::variant<Budgets, ExitCode> budgets = Budgets();
-    const auto folders = [&](const std::stop_token& stop) {
+    const auto folders = [&](const StopToken& stop) {
         auto all = options.scansAll ? recordedFolders(stop) : *named;
         budgets = readBudgets(options, all, errors);
         if (std::holds_alternative<ExitCode>(budgets)) all.clear();

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Window/ContentView.h"
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "benchmarks/SampleTexts.h"
 #include "tests/LoadscopeApp/Support/FakeTools.h"
@@ -78,7 +79,7 @@ double switchTo(AppPage page, int repositories) {
     for (int round = 0; round <= rounds; ++round) {
         QtUIThread uiThread;
         ScanModel model(uiThread, tools.collaborators());
-        ReadinessModel readiness(uiThread, [](std::stop_token) {
+        ReadinessModel readiness(uiThread, [](StopToken) {
             return ReadinessChecker::Result{ToolReadiness::ready, ToolReadiness::ready};
         });
         testing::MemoryCompletionStore onboarding{true};

@@ -82,6 +82,7 @@ none 'the command and the window do not include each other' grep -rnE --include=
     'LoadscopeApp/' LoadscopeCLI
 none 'no number is formatted or read by the C locale functions' grep -rnE "${code[@]}" \
     '\b(strtod|strtol|atoi|atof|stod|stoi|stol|stoll|setlocale)\(' LoadscopeCore LoadscopeCLI
+none 'stops go through StopToken: not every platform has the library'\''s' grep -rnE "${code[@]}" 'std::(jthread|stop_(token|source|callback))|<stop_token>' "${sources[@]}"
 none 'no shell is started' grep -rnE "${code[@]}" '\b(system|popen)\(' LoadscopeCore LoadscopeCLI
 none 'public headers are light' grep -rlE --include='*.h' '#include <(regex|iostream)>' LoadscopeCore
 none 'every header has #pragma once' grep -rL --include='*.h' '#pragma once' "${sources[@]}"

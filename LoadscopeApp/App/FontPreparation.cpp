@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/App/FontPreparation.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
+
 #ifdef LOADSCOPE_HAS_FONTCONFIG
 #include <fontconfig/fontconfig.h>
 
@@ -13,7 +15,7 @@ namespace loadscope {
 FontPreparation::FontPreparation() {
 #ifdef LOADSCOPE_HAS_FONTCONFIG
     try {
-        thread_ = std::jthread([] { FcInit(); });
+        thread_ = JoiningThread([] { FcInit(); });
     } catch (const std::system_error&) {
         // Then the toolkit reads it itself.
     }

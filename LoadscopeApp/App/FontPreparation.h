@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <thread>
+#include "LoadscopeCore/Platform/StopToken.h"
 
 namespace loadscope {
 
@@ -15,7 +15,7 @@ public:
     FontPreparation();
 
 private:
-    std::jthread thread_;
+    JoiningThread thread_;
 };
 
 } // namespace loadscope

@@ -5,6 +5,7 @@
 #include "LoadscopeCore/ClaudeProbe/ReportTrust.h"
 #include "LoadscopeCore/Platform/NetworkRoute.h"
 #include "LoadscopeCore/Platform/SaturatingSum.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/SearchPath.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
@@ -32,7 +33,7 @@ std::optional<std::int64_t> trustedUsageTotal(const ProbeOutput& output, std::st
 class ProbeRunner::Measurement {
 public:
     Measurement(const ProbeRunner& runner, const std::string& repository, const ProbeSettings& settings,
-                std::stop_token stop)
+                StopToken stop)
         : runner_(runner), repository_(repository), settings_(settings), stop_(std::move(stop)) {}
 
     ProbeResult run() {
@@ -192,14 +193,13 @@ private:
     const ProbeRunner& runner_;
     const std::string& repository_;
     const ProbeSettings& settings_;
-    std::stop_token stop_;
+    StopToken stop_;
     ProbeEnvironment::Options environment_;
     std::optional<ToolVersion> version_;
     ProbeResult result_;
 };
 
-ProbeResult ProbeRunner::run(const std::string& repository, const ProbeSettings& settings,
-                             std::stop_token stop) {
+ProbeResult ProbeRunner::run(const std::string& repository, const ProbeSettings& settings, StopToken stop) {
     return Measurement(*this, repository, settings, std::move(stop)).run();
 }
 

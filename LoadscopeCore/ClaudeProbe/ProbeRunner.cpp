@@ -3,6 +3,7 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 
 #include "LoadscopeCore/ClaudeProbe/TerminalReport.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include <algorithm>
 #include <array>
@@ -33,12 +34,12 @@ const TotalSourceTexts& textsOf(TotalSource source) {
 }
 
 /// Sleeps, but no longer than until `stop` is requested.
-void pause(double seconds, std::stop_token stop) {
+void pause(double seconds, const StopToken& stop) {
     constexpr double longest = 86400;
     std::mutex mutex;
-    std::condition_variable_any wake;
+    std::condition_variable wake;
     std::unique_lock lock(mutex);
-    wake.wait_for(lock, std::move(stop), std::chrono::duration<double>(std::clamp(seconds, 0.0, longest)),
+    waitOrStopFor(wake, lock, stop, std::chrono::duration<double>(std::clamp(seconds, 0.0, longest)),
                   [] { return false; });
 }
 
@@ -77,10 +78,10 @@ std::optional<std::int64_t> ProbeRunner::reportedTurns(std::string_view standard
 }
 
 ProbeRunner::TranscriptAnswer ProbeRunner::transcriptAnswer(const std::string& sessionID, int attempts,
-                                                            const std::stop_token& stop) const {
+                                                            const StopToken& stop) const {
     TranscriptAnswer answer;
     for (int attempt = 0; attempt < std::max(attempts, 1) && answer.isEmpty(); ++attempt) {
-        if (stop.stop_requested()) break;
+        if (stop.isStopRequested()) break;
         if (attempt > 0) pause(transcriptRetryDelay, stop);
         const auto path = TranscriptLocator::find(sessionID, projectsRoot);
         if (!path) continue;
@@ -94,7 +95,7 @@ ProbeRunner::TranscriptAnswer ProbeRunner::transcriptAnswer(const std::string& s
 }
 
 std::optional<ProbeUsage> ProbeRunner::transcriptUsage(const std::string& sessionID,
-                                                       const std::stop_token& stop) const {
+                                                       const StopToken& stop) const {
     return transcriptAnswer(sessionID, transcriptRetries, stop).usage;
 }
 

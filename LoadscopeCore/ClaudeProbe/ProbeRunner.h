@@ -7,12 +7,12 @@
 #include "LoadscopeCore/ClaudeProbe/ProbeOutputParser.h"
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/ToolRun/ToolRun.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,8 +48,7 @@ public:
     virtual ~ProbeRunning() = default;
 
     /// Throws `ProbeError`, or `CancellationError` when `stop` was requested meanwhile.
-    virtual ProbeResult run(const std::string& repository, const ProbeSettings& settings,
-                            std::stop_token stop) = 0;
+    virtual ProbeResult run(const std::string& repository, const ProbeSettings& settings, StopToken stop) = 0;
 };
 
 /// The probe over the real tool: one headless session that asks only for the `/context` report; its total,
@@ -74,8 +73,7 @@ public:
     /// The settings that the application uses, for the user's home folder and environment.
     [[nodiscard]] static ProbeRunner forUser();
 
-    ProbeResult run(const std::string& repository, const ProbeSettings& settings,
-                    std::stop_token stop) override;
+    ProbeResult run(const std::string& repository, const ProbeSettings& settings, StopToken stop) override;
 
     /// One child of a tool within bounds, as `ToolRun::execute`.
     [[nodiscard]] static Execution execute(const std::string& cli, const std::vector<std::string>& arguments,
@@ -100,12 +98,12 @@ public:
     /// Waits for the session's transcript to appear, for at most so many attempts; empty when it does not or
     /// `stop` was requested.
     [[nodiscard]] TranscriptAnswer transcriptAnswer(const std::string& sessionID, int attempts,
-                                                    const std::stop_token& stop) const;
+                                                    const StopToken& stop) const;
 
     /// Waits for the session's transcript to appear, within the retries set; nothing when it does not or
     /// `stop` was requested.
     [[nodiscard]] std::optional<ProbeUsage> transcriptUsage(const std::string& sessionID,
-                                                            const std::stop_token& stop) const;
+                                                            const StopToken& stop) const;
 
 private:
     class Measurement;

@@ -3,6 +3,7 @@
 #include "LoadscopeCore/CodexProbe/CodexItemsReader.h"
 
 #include "LoadscopeCore/CodexProbe/CodexDebugOutput.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
@@ -23,8 +24,7 @@ std::vector<std::string> CodexItemsReader::promptInputArguments(std::string_view
 }
 
 CodexItemsReader::Answer CodexItemsReader::ask(const std::vector<std::string>& arguments,
-                                               const std::string& repository,
-                                               const std::stop_token& stop) const {
+                                               const std::string& repository, const StopToken& stop) const {
     const auto run = [&] {
         return ToolRun::execute(
             cli, arguments, repository, ProbeEnvironment::Tool::codex,
@@ -41,7 +41,7 @@ CodexItemsReader::Answer CodexItemsReader::ask(const std::vector<std::string>& a
 }
 
 CodexItems CodexItemsReader::told(const std::string& repository, const std::optional<std::string>& model,
-                                  const std::stop_token& stop) const {
+                                  const StopToken& stop) const {
     const Answer list = ask(modelsArguments(), repository, stop);
     const auto models = CodexDebugOutput::models(list.text.value_or(""));
     const CodexDebugOutput::Session session{model, configuration.replacesSystemPrompt};
@@ -55,7 +55,7 @@ CodexItems CodexItemsReader::told(const std::string& repository, const std::opti
 }
 
 CodexItems CodexItemsReader::read(const std::string& repository, const std::optional<std::string>& model,
-                                  const std::stop_token& stop) const {
+                                  const StopToken& stop) const {
     CodexItems items;
     try {
         items = told(repository, model, stop);

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "LoadscopeCore/CodexProbe/CodexItems.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +24,7 @@ struct CodexItemsReader {
     /// `model` is that of the session, by its events or the configuration. Blocking; throws nothing but
     /// `CancellationError`: every other failure is the reason in the result.
     [[nodiscard]] CodexItems read(const std::string& repository, const std::optional<std::string>& model,
-                                  const std::stop_token& stop) const;
+                                  const StopToken& stop) const;
 
     [[nodiscard]] static std::vector<std::string> modelsArguments();
     /// With what a measured session sets: it may only read, and asks for no approval.
@@ -36,9 +36,9 @@ private:
         bool tookTooLong = false;
     };
     [[nodiscard]] Answer ask(const std::vector<std::string>& arguments, const std::string& repository,
-                             const std::stop_token& stop) const;
+                             const StopToken& stop) const;
     [[nodiscard]] CodexItems told(const std::string& repository, const std::optional<std::string>& model,
-                                  const std::stop_token& stop) const;
+                                  const StopToken& stop) const;
 };
 
 } // namespace loadscope

@@ -6,6 +6,7 @@
 #include "LoadscopeCore/CodexProbe/CodexSessionText.h"
 #include "LoadscopeCore/CodexProbe/ReconnectionWatch.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Platform/SystemWords.h"
 #include "LoadscopeCore/Platform/Text.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
@@ -101,7 +102,7 @@ std::string CodexProbeRunner::unreadableDetail(std::int32_t exitCode, std::strin
 CodexProbeRunner::SessionOutput CodexProbeRunner::session(const std::string& cli,
                                                           const std::vector<std::string>& list,
                                                           const std::string& repository,
-                                                          const std::stop_token& stop) const {
+                                                          const StopToken& stop) const {
     return ProcessCancellation::run(stop, [&] { return executor(cli, list, repository); });
 }
 
@@ -129,7 +130,7 @@ CodexProbeResult CodexProbeRunner::resultOf(const SessionOutput& session,
     return result;
 }
 
-std::string CodexProbeRunner::locate(const std::stop_token& stop) const {
+std::string CodexProbeRunner::locate(const StopToken& stop) const {
     const auto availability =
         ProcessCancellation::run(stop, [&] { return CodexCLILocator::locateForUser(cliOverride); });
     if (!availability.path)
@@ -146,7 +147,7 @@ CodexItemsReader CodexProbeRunner::itemsReader(const std::string& cli,
             .configurationFolder = CodexConfiguration::folderForUser()};
 }
 
-CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std::stop_token& stop) const {
+CodexProbeResult CodexProbeRunner::run(const std::string& repository, const StopToken& stop) const {
     using Clock = std::chrono::steady_clock;
 
     const std::string cli = locate(stop);
@@ -171,7 +172,7 @@ CodexProbeResult CodexProbeRunner::run(const std::string& repository, const std:
     return result;
 }
 
-CodexItems CodexProbeRunner::estimate(const std::string& repository, const std::stop_token& stop) const {
+CodexItems CodexProbeRunner::estimate(const std::string& repository, const StopToken& stop) const {
     const std::string cli = locate(stop);
     const CodexConfiguration setUp = configuration();
     CodexItems items = itemsReader(cli, setUp).read(repository, modelName(setUp.model), stop);
@@ -185,7 +186,7 @@ CodexProbe::CodexProbe(std::optional<std::string> cliOverride, double timeoutSec
 
 CodexProbe::CodexProbe(CodexProbeRunner runner) : runner_(std::move(runner)) {}
 
-CodexScanOutcome CodexProbe::run(const std::string& repository, std::stop_token stop) {
+CodexScanOutcome CodexProbe::run(const std::string& repository, StopToken stop) {
     try {
         return CodexScanOutcome::measured(runner_.run(repository, stop));
     } catch (...) {
@@ -193,7 +194,7 @@ CodexScanOutcome CodexProbe::run(const std::string& repository, std::stop_token 
     }
 }
 
-CodexItems CodexProbe::estimate(const std::string& repository, std::stop_token stop) {
+CodexItems CodexProbe::estimate(const std::string& repository, StopToken stop) {
     try {
         return runner_.estimate(repository, stop);
     } catch (...) {

@@ -5,12 +5,12 @@
 #include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
 #include "LoadscopeCore/CodexProbe/CodexItemsReader.h"
 #include "LoadscopeCore/CodexProbe/CodexScanOutcome.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include <cstdint>
 #include <exception>
 #include <functional>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,10 +46,10 @@ struct Header {
 class CodexProbeRunning {
 public:
     virtual ~CodexProbeRunning() = default;
-    virtual CodexScanOutcome run(const std::string& repository, std::stop_token stop) = 0;
+    virtual CodexScanOutcome run(const std::string& repository, StopToken stop) = 0;
 
     /// The items alone: no session, no allowance. The servers of the configuration are started.
-    virtual CodexItems estimate(const std::string& repository, std::stop_token stop) = 0;
+    virtual CodexItems estimate(const std::string& repository, StopToken stop) = 0;
 };
 
 /// One `codex exec` session with a fixed one-line prompt; a version that does not know the flag against a
@@ -79,10 +79,10 @@ struct CodexProbeRunner {
     double versionSeconds = 0;
 
     /// Throws `ProbeError` or `CancellationError`.
-    [[nodiscard]] CodexProbeResult run(const std::string& repository, const std::stop_token& stop) const;
+    [[nodiscard]] CodexProbeResult run(const std::string& repository, const StopToken& stop) const;
 
     /// The items without a session, and without the prompt of one. Throws as `run` does.
-    [[nodiscard]] CodexItems estimate(const std::string& repository, const std::stop_token& stop) const;
+    [[nodiscard]] CodexItems estimate(const std::string& repository, const StopToken& stop) const;
 
     [[nodiscard]] static std::vector<std::string> arguments(const std::string& repository);
     [[nodiscard]] static std::vector<std::string> argumentsKeepingRecord(const std::string& repository);
@@ -93,10 +93,10 @@ struct CodexProbeRunner {
                                                       std::size_t tailLines);
 
 private:
-    [[nodiscard]] std::string locate(const std::stop_token& stop) const;
+    [[nodiscard]] std::string locate(const StopToken& stop) const;
     [[nodiscard]] CodexItemsReader itemsReader(const std::string& cli, const CodexConfiguration& setUp) const;
     [[nodiscard]] SessionOutput session(const std::string& cli, const std::vector<std::string>& list,
-                                        const std::string& repository, const std::stop_token& stop) const;
+                                        const std::string& repository, const StopToken& stop) const;
 
     /// Without a count: the session's own last error, else a timeout, else `unreadableDetail`.
     [[nodiscard]] static CodexProbeResult resultOf(const SessionOutput& session,
@@ -118,8 +118,8 @@ public:
                         double reconnectionSeconds = defaultReconnectionSeconds);
     explicit CodexProbe(CodexProbeRunner runner);
 
-    CodexScanOutcome run(const std::string& repository, std::stop_token stop) override;
-    CodexItems estimate(const std::string& repository, std::stop_token stop) override;
+    CodexScanOutcome run(const std::string& repository, StopToken stop) override;
+    CodexItems estimate(const std::string& repository, StopToken stop) override;
 
     [[nodiscard]] static CodexProbeRunner::Executor
     processExecutor(double timeoutSeconds, double reconnectionSeconds = defaultReconnectionSeconds);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/PipeDrain.h"
 #include "LoadscopeCore/Process/ProcessTermination.h"
@@ -58,7 +59,7 @@ void ProcessCancellation::cancel() {
 
 void ProcessCancellation::terminate(const Registered& registered) {
     try {
-        terminator_ = std::jthread([child = registered.process, grace = registered.graceSeconds] {
+        terminator_ = JoiningThread([child = registered.process, grace = registered.graceSeconds] {
             ProcessTermination::terminateThenKill(*child, grace);
         });
     } catch (const std::system_error&) { // nobody is there to wait until it ends by itself

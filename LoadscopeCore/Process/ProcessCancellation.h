@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 
 #include <memory>
 #include <mutex>
-#include <stop_token>
-#include <thread>
 #include <type_traits>
 
 namespace loadscope {
@@ -33,7 +32,7 @@ public:
     /// Runs a blocking operation under a fresh token. Throws `CancellationError` when `stop` was requested
     /// before or meanwhile (the operation's result is dropped then), else whatever the operation throws.
     template <typename Operation>
-    static auto run(std::stop_token stop, Operation&& operation) -> std::invoke_result_t<Operation>;
+    static auto run(StopToken stop, Operation&& operation) -> std::invoke_result_t<Operation>;
 
     /// Launches `child` unless cancelled, and records it with the deadline of its readers and the time that a
     /// cancel leaves it to end by itself. Throws `CancellationError` or `LaunchError`.
@@ -69,7 +68,7 @@ private:
     mutable std::mutex mutex_; ///< never held together with another one but across the launch
     bool cancelled_ = false;
     Registered registered_;
-    std::jthread terminator_; ///< set by the one call that cancels
+    JoiningThread terminator_; ///< set by the one call that cancels
 };
 
 /// Launches a child through the token that is current on this thread, if any, and makes the token forget it
@@ -90,18 +89,17 @@ private:
 };
 
 template <typename Operation>
-auto ProcessCancellation::run(std::stop_token stop, Operation&& operation)
-    -> std::invoke_result_t<Operation> {
-    if (stop.stop_requested()) throw CancellationError();
+auto ProcessCancellation::run(StopToken stop, Operation&& operation) -> std::invoke_result_t<Operation> {
+    if (stop.isStopRequested()) throw CancellationError();
     ProcessCancellation token;
-    std::stop_callback onStop(stop, [&token] { token.cancel(); });
+    StopCallback onStop(stop, [&token] { token.cancel(); });
     Scope scope(token);
     if constexpr (std::is_void_v<std::invoke_result_t<Operation>>) {
         operation();
-        if (stop.stop_requested()) throw CancellationError();
+        if (stop.isStopRequested()) throw CancellationError();
     } else {
         auto result = operation();
-        if (stop.stop_requested()) throw CancellationError();
+        if (stop.isStopRequested()) throw CancellationError();
         return result;
     }
 }

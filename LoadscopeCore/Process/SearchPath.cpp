@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/Platform/FileDescriptor.h"
 #include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/LoginShell.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 
@@ -62,7 +63,7 @@ bool wasStartedFromTerminal() {
     return FileDescriptor(open("/dev/tty", O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)).isOpen();
 }
 
-void askShell(std::stop_token stop) {
+void askShell(StopToken stop) {
     auto path = ProcessCancellation::run(std::move(stop), [] {
         return LoginShell::answer(LoginShell::userShell(), LoginShell::Start::interactive,
                                   R"('printf' '%s' "$PATH")", shellTimeoutSeconds, shellKillGraceSeconds);

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +32,7 @@ inline constexpr double shellKillGraceSeconds = 1.0;
 /// Asks the user's shell, as an interactive login shell without a terminal, and remembers what it says. An
 /// earlier answer stays when it says nothing. Blocking, bounded by the time-out and the grace periods. Throws
 /// `CancellationError` when `stop` was requested meanwhile.
-void askShell(std::stop_token stop);
+void askShell(StopToken stop);
 
 [[nodiscard]] SearchPathSource source();
 

@@ -5,6 +5,7 @@
 #include "LoadscopeCore/CodexProbe/CodexConfiguration.h"
 #include "LoadscopeCore/Platform/Json.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
 #include "LoadscopeCore/Process/SearchPath.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
@@ -67,7 +68,7 @@ ToolReadiness askCodex() {
 
 /// Whatever goes wrong, a stop included, leaves the sign-in unverified.
 template <typename Ask>
-ToolReadiness statusOf(const std::stop_token& stop, Ask ask) {
+ToolReadiness statusOf(const StopToken& stop, Ask ask) {
     try {
         return ProcessCancellation::run(stop, ask);
     } catch (...) {
@@ -77,7 +78,7 @@ ToolReadiness statusOf(const std::stop_token& stop, Ask ask) {
 
 } // namespace
 
-Result check(std::stop_token stop, const ProbeSettings& settings) {
+Result check(StopToken stop, const ProbeSettings& settings) {
     const auto claude = [&] { return statusOf(stop, [&] { return askClaude(settings); }); };
     const auto codex = [&] { return statusOf(stop, askCodex); };
     Result result;
@@ -91,7 +92,7 @@ Result check(std::stop_token stop, const ProbeSettings& settings) {
     return result;
 }
 
-Result checkForWindow(std::stop_token stop) {
+Result checkForWindow(StopToken stop) {
     try {
         if (!SearchPath::wasStartedFromTerminal()) SearchPath::askShell(stop);
     } catch (const std::exception&) { // stopped, or no thread is to be had: the inherited path has to do

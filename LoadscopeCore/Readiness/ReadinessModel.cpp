@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 
 #include <system_error>
-#include <thread>
 
 namespace loadscope {
 
@@ -17,7 +17,7 @@ struct ReadinessModel::Implementation {
     Observers observers;
     /// Gone with the model; a result that arrives later finds out by it. Both live on the UI thread.
     const std::shared_ptr<bool> alive = std::make_shared<bool>(true);
-    std::jthread worker; // last, so that it is joined first
+    JoiningThread worker; // last, so that it is joined first
 
     void publish(const ReadinessChecker::Result& result) {
         last = result;
@@ -28,7 +28,7 @@ struct ReadinessModel::Implementation {
 
 namespace {
 
-ReadinessChecker::Result resultOf(const ReadinessModel::Check& check, const std::stop_token& stop) {
+ReadinessChecker::Result resultOf(const ReadinessModel::Check& check, const StopToken& stop) {
     try {
         return check(stop);
     } catch (...) {
@@ -55,13 +55,12 @@ void ReadinessModel::recheck() {
     const std::weak_ptr<bool> alive = model->alive;
     model->isChecking = true;
     try {
-        model->worker =
-            std::jthread([model, alive, &uiThread = model->uiThread](const std::stop_token& stop) {
-                const auto result = resultOf(model->check, stop);
-                uiThread.post([model, alive, result] {
-                    if (!alive.expired()) model->publish(result);
-                });
+        model->worker = JoiningThread([model, alive, &uiThread = model->uiThread](const StopToken& stop) {
+            const auto result = resultOf(model->check, stop);
+            uiThread.post([model, alive, result] {
+                if (!alive.expired()) model->publish(result);
             });
+        });
     } catch (const std::system_error&) {
         model->publish({ToolReadiness::unknown, ToolReadiness::unknown});
         return;

@@ -4,13 +4,13 @@
 
 #include "LoadscopeCore/ClaudeProbe/ProbeSettings.h"
 #include "LoadscopeCore/Platform/Observers.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Platform/UIThread.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -50,11 +50,11 @@ struct Result {
 /// and, for a Claude Code that says it is signed out, 5 of its version, with their grace periods. Claude Code
 /// gets the environment that a scan with `settings` gives it. Never throws; a check that was stopped is
 /// `unknown`.
-[[nodiscard]] Result check(std::stop_token stop, const ProbeSettings& settings = {});
+[[nodiscard]] Result check(StopToken stop, const ProbeSettings& settings = {});
 
 /// The same for a window: when no terminal started it, the user's shell is asked first for the search path,
 /// for at most 5 seconds more.
-[[nodiscard]] Result checkForWindow(std::stop_token stop);
+[[nodiscard]] Result checkForWindow(StopToken stop);
 
 /// Judges `claude auth status --json`.
 [[nodiscard]] ToolReadiness claudeStatus(std::string_view standardOutput, std::int32_t exitCode);
@@ -68,12 +68,12 @@ struct Result {
 /// told after each change. Destroying the model during a check stops it and waits for the worker.
 class ReadinessModel {
 public:
-    using Check = std::function<ReadinessChecker::Result(std::stop_token stop)>;
+    using Check = std::function<ReadinessChecker::Result(StopToken stop)>;
 
     /// `uiThread` must outlive the model.
     explicit ReadinessModel(
         UIThread& uiThread,
-        Check check = [](std::stop_token stop) { return ReadinessChecker::check(std::move(stop)); });
+        Check check = [](StopToken stop) { return ReadinessChecker::check(std::move(stop)); });
     ~ReadinessModel();
     ReadinessModel(const ReadinessModel&) = delete;
     ReadinessModel& operator=(const ReadinessModel&) = delete;

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/CodexEstimateModel.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
+
 #include <system_error>
-#include <thread>
 #include <utility>
 
 namespace loadscope {
@@ -21,18 +22,18 @@ struct CodexEstimateModel::Implementation : std::enable_shared_from_this<Impleme
     std::optional<CodexItems> items;
     bool isRunning = false;
     bool isCancelling = false;
-    std::jthread worker;
+    JoiningThread worker;
 
     void start() {
         const auto work = [weak = weak_from_this(), codex = codex, &uiThread = uiThread,
-                           repository = repository](const std::stop_token& stop) {
+                           repository = repository](const StopToken& stop) {
             CodexItems answer = codex->estimate(repository, stop);
             uiThread.post([weak, answer = std::move(answer)]() mutable {
                 if (const auto self = weak.lock()) self->finish(std::move(answer));
             });
         };
         try {
-            worker = std::jthread(work);
+            worker = JoiningThread(work);
         } catch (const std::system_error& error) { // no thread is to be had
             items = CodexItems::unavailable(error.what());
             isRunning = false;
@@ -50,7 +51,7 @@ struct CodexEstimateModel::Implementation : std::enable_shared_from_this<Impleme
     void cancel() {
         if (!isRunning || isCancelling) return;
         isCancelling = true;
-        worker.request_stop();
+        worker.requestStop();
     }
 };
 
@@ -58,7 +59,7 @@ CodexEstimateModel::CodexEstimateModel(UIThread& uiThread, std::shared_ptr<Codex
     : implementation_(std::make_shared<Implementation>(uiThread, std::move(codex))) {}
 
 CodexEstimateModel::~CodexEstimateModel() {
-    implementation_->worker.request_stop();
+    implementation_->worker.requestStop();
     if (implementation_->worker.joinable()) implementation_->worker.join();
 }
 

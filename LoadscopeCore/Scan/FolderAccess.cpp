@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/FolderAccess.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 
 #include <condition_variable>
@@ -27,16 +28,16 @@ public:
         given_.notify_all();
     }
 
-    std::optional<ProbeError> wait(const std::stop_token& stop) {
+    std::optional<ProbeError> wait(const StopToken& stop) {
         std::unique_lock lock(mutex_);
-        given_.wait(lock, stop, [this] { return isGiven_; });
-        if (stop.stop_requested()) throw CancellationError();
+        waitOrStop(given_, lock, stop, [this] { return isGiven_; });
+        if (stop.isStopRequested()) throw CancellationError();
         return std::move(error_);
     }
 
 private:
     std::mutex mutex_;
-    std::condition_variable_any given_;
+    std::condition_variable given_;
     bool isGiven_ = false;
     std::optional<ProbeError> error_;
 };
@@ -60,7 +61,7 @@ std::optional<ProbeError> checkPresence(const std::string& path) {
     return ProbeError(ProbeError::RepositoryUnreadable{path});
 }
 
-std::optional<ProbeError> checkDetached(const std::string& repository, const std::stop_token& stop,
+std::optional<ProbeError> checkDetached(const std::string& repository, const StopToken& stop,
                                         Check isListed) {
     const auto answer = std::make_shared<Answer>();
     try {

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <functional>
 #include <optional>
-#include <stop_token>
 #include <string>
 
 /// Checks, before any tool is started, that a folder can be listed.
@@ -25,7 +25,7 @@ using Check = std::function<std::optional<ProbeError>(const std::string& reposit
 /// The answer of `check`, or of another question, made on a thread of its own: a folder on a share that has
 /// gone away may never answer, and nothing ends that. Throws `CancellationError` as soon as `stop` is
 /// requested, and leaves the thread to itself then.
-[[nodiscard]] std::optional<ProbeError> checkDetached(const std::string& repository,
-                                                      const std::stop_token& stop, Check isListed = check);
+[[nodiscard]] std::optional<ProbeError> checkDetached(const std::string& repository, const StopToken& stop,
+                                                      Check isListed = check);
 
 } // namespace loadscope::FolderAccess

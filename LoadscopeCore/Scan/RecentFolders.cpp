@@ -3,12 +3,12 @@
 #include "LoadscopeCore/Scan/RecentFolders.h"
 
 #include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 
 #include <algorithm>
 #include <set>
 #include <system_error>
-#include <thread>
 #include <utility>
 
 namespace loadscope {
@@ -25,7 +25,7 @@ struct RecentFolders::Implementation : std::enable_shared_from_this<Implementati
     std::vector<RepoSelection> recorded;
     std::set<std::string> missing;
     std::vector<Folder> folders;
-    std::vector<std::jthread> questions; ///< of the last time that somebody looked
+    std::vector<JoiningThread> questions; ///< of the last time that somebody looked
 
     void rebuild();
     void ask(const std::string& path);
@@ -46,7 +46,7 @@ void RecentFolders::Implementation::rebuild() {
 
 void RecentFolders::Implementation::ask(const std::string& path) {
     const auto question = [path, check = isThere, &thread = uiThread,
-                           weak = weak_from_this()](const std::stop_token& stop) {
+                           weak = weak_from_this()](const StopToken& stop) {
         try {
             const bool isMissing = FolderAccess::checkDetached(path, stop, check).has_value();
             thread.post([path, isMissing, weak] {

@@ -3,6 +3,7 @@
 #include "LoadscopeCore/Scan/ScanModel.h"
 
 #include "LoadscopeCore/History/ScanHistory.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Scan/HistoryWorker.h"
@@ -10,7 +11,6 @@
 
 #include <chrono>
 #include <system_error>
-#include <thread>
 
 namespace loadscope {
 namespace {
@@ -70,7 +70,7 @@ struct ScanModel::Implementation : std::enable_shared_from_this<Implementation> 
     bool taskRunning = false;
     HistoryActivity historyActivity = HistoryActivity::none;
     bool couldNotClear = false;
-    std::jthread task;
+    JoiningThread task;
     // In the order of the jobs: no list that was read before a clearing is published after it.
     std::optional<HistoryWorker> historyWorker{std::in_place};
 
@@ -101,7 +101,7 @@ void ScanModel::Implementation::start() {
     taskRunning = true;
     scanStage = ScanStages::folderStage;
     const auto work = [this, request = ScanStages::Request{*selection, probeSettings, includeCodex}](
-                          const std::stop_token& stop) {
+                          const StopToken& stop) {
         const auto announce = [this](std::string stage) {
             post([stage = std::move(stage)](Implementation& self) {
                 if (!self.isCancelling) self.scanStage = stage;
@@ -113,7 +113,7 @@ void ScanModel::Implementation::start() {
         });
     };
     try {
-        task = std::jthread(work);
+        task = JoiningThread(work);
     } catch (const std::system_error& error) { // no thread is to be had
         state = ScanState::failed(ProbeError::UnreadableOutput{error.what()});
         endTask();
@@ -202,7 +202,7 @@ ScanModel::ScanModel(UIThread& uiThread, Collaborators collaborators)
 }
 
 ScanModel::~ScanModel() {
-    implementation_->task.request_stop();
+    implementation_->task.requestStop();
     if (implementation_->task.joinable()) implementation_->task.join();
     implementation_->historyWorker.reset();
 }
@@ -262,7 +262,7 @@ void ScanModel::cancel() {
     if (!implementation_->state.isScanning() || implementation_->isCancelling) return;
     implementation_->isCancelling = true;
     implementation_->scanStage = stoppingStage;
-    implementation_->task.request_stop();
+    implementation_->task.requestStop();
     implementation_->observers.notify();
 }
 

@@ -5,6 +5,7 @@
 #include "LoadscopeCore/ClaudeProbe/ConfiguredServers.h"
 #include "LoadscopeCore/ClaudeProbe/Transcript.h"
 #include "LoadscopeCore/Platform/FilePath.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Report/LargestChangeable.h"
@@ -12,12 +13,12 @@
 namespace loadscope::ScanStages {
 namespace {
 
-void checkForCancellation(const std::stop_token& stop) {
-    if (stop.stop_requested()) throw CancellationError();
+void checkForCancellation(const StopToken& stop) {
+    if (stop.isStopRequested()) throw CancellationError();
 }
 
 ScanReport measure(const Request& request, const Collaborators& collaborators,
-                   const std::function<void(std::string)>& announce, const std::stop_token& stop) {
+                   const std::function<void(std::string)>& announce, const StopToken& stop) {
     checkForCancellation(stop);
     announce(claudeStage);
     const std::string& repository = request.selection.path;
@@ -43,7 +44,7 @@ ScanReport measure(const Request& request, const Collaborators& collaborators,
 } // namespace
 
 Outcome perform(const Request& request, const Collaborators& collaborators,
-                const std::function<void(std::string)>& announce, const std::stop_token& stop) {
+                const std::function<void(std::string)>& announce, const StopToken& stop) {
     try {
         if (const auto error =
                 FolderAccess::checkDetached(request.selection.path, stop, collaborators.checkFolder))

@@ -6,13 +6,13 @@
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 #include "LoadscopeCore/History/ScanHistoryStore.h"
 #include "LoadscopeCore/Instructions/InstructionFileScanner.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Report/ScanReport.h"
 #include "LoadscopeCore/Scan/FolderAccess.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
 
 #include <functional>
 #include <memory>
-#include <stop_token>
 #include <string>
 #include <variant>
 
@@ -56,7 +56,6 @@ using Outcome = std::variant<ScanReport, Failure, Cancelled>;
 /// the stages. Never throws: an error that is neither a `ProbeError` nor a cancellation becomes
 /// `UnreadableOutput` with its description.
 [[nodiscard]] Outcome perform(const Request& request, const Collaborators& collaborators,
-                              const std::function<void(std::string stage)>& announce,
-                              const std::stop_token& stop);
+                              const std::function<void(std::string stage)>& announce, const StopToken& stop);
 
 } // namespace loadscope::ScanStages

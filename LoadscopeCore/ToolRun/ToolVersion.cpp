@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ToolRun/ToolVersion.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Platform/UserFolders.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/OutputCollector.h"
@@ -26,7 +27,7 @@ constexpr std::string_view versionCharacters =
 
 /// What the tool prints. A stop kills it at once: nothing is lost, and nobody is to wait for it.
 std::optional<std::string> ask(const std::string& cli, ProbeEnvironment::Tool tool,
-                               const ProbeEnvironment::Options& environment, const std::stop_token& stop) {
+                               const ProbeEnvironment::Options& environment, const StopToken& stop) {
     ChildProcess child({.executable = cli,
                         .arguments = {"--version"},
                         .workingFolder = UserFolders::temporary(),
@@ -36,7 +37,7 @@ std::optional<std::string> ask(const std::string& cli, ProbeEnvironment::Tool to
     child.launch();
     const auto deadline = std::make_shared<ReaderDeadline>();
     OutputCollector output(child.standardOutput(), deadline, mostBytesKept);
-    const std::stop_callback kill(stop, [&child, &deadline] {
+    const StopCallback kill(stop, [&child, &deadline] {
         ChildProcess::Hold(child).signalGroup(SIGKILL);
         deadline->expireAt(ReaderDeadline::Clock::now());
     });
@@ -50,8 +51,7 @@ std::optional<std::string> ask(const std::string& cli, ProbeEnvironment::Tool to
 }
 
 std::optional<std::string> askOrGiveUp(const std::string& cli, ProbeEnvironment::Tool tool,
-                                       const ProbeEnvironment::Options& environment,
-                                       const std::stop_token& stop) {
+                                       const ProbeEnvironment::Options& environment, const StopToken& stop) {
     try {
         return ask(cli, tool, environment, stop);
     } catch (const std::exception&) { // it cannot be started, or there are no threads
@@ -64,7 +64,7 @@ std::optional<std::string> askOrGiveUp(const std::string& cli, ProbeEnvironment:
 ToolVersion::ToolVersion(std::string cli, ProbeEnvironment::Tool tool,
                          ProbeEnvironment::Options environment) {
     try {
-        thread_ = std::jthread([this, cli = std::move(cli), tool, environment](const std::stop_token& stop) {
+        thread_ = JoiningThread([this, cli = std::move(cli), tool, environment](const StopToken& stop) {
             auto version = askOrGiveUp(cli, tool, environment, stop);
             const std::lock_guard lock(mutex_);
             version_ = std::move(version);

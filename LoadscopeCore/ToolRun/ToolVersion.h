@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/ToolRun/ProbeEnvironment.h"
 
 #include <array>
@@ -10,7 +11,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 
 namespace loadscope {
 
@@ -38,7 +38,7 @@ private:
     std::condition_variable answered_;
     bool isAnswered_ = false;
     std::optional<std::string> version_;
-    std::jthread thread_; // last, so that it is joined first
+    JoiningThread thread_; // last, so that it is joined first
 };
 
 } // namespace loadscope

@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -40,7 +41,7 @@ Stage::Stage(const std::vector<RecordedScan>& history)
     : tools(withHistory(folder, history)),
       model(uiThread, tools.collaborators()),
       codexEstimates(uiThread, tools.codex),
-      readiness(uiThread, [this](std::stop_token) { return readinessAnswer; }),
+      readiness(uiThread, [this](StopToken) { return readinessAnswer; }),
       recent(uiThread, isThere),
       batch(
           uiThread, [this] { return tools.collaborators(); }, 1),

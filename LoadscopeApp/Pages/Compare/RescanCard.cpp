@@ -23,15 +23,15 @@ constexpr int pieceSpacing = 12;
 /// One folder: its name, what becomes of it, and a button while that can still be stopped.
 class RescanCard::Row : public QWidget {
 public:
-    explicit Row(const QString& name)
-        : state_(new ElidedLabel({}, TextStyle::body, ThemeColor::secondaryText)),
+    Row()
+        : title_(new ElidedLabel({})),
+          state_(new ElidedLabel({}, TextStyle::body, ThemeColor::secondaryText)),
           cancel_(new PushButton(PushButton::Kind::plain, QStringLiteral("Cancel"))) {
-        auto* title = new ElidedLabel(name);
-        title->setElideMode(Qt::ElideMiddle);
+        title_->setElideMode(Qt::ElideMiddle);
         auto* row = new QHBoxLayout(this);
         row->setContentsMargins(0, 0, 0, 0);
         row->setSpacing(pieceSpacing);
-        row->addWidget(title, 2);
+        row->addWidget(title_, 2);
         row->addWidget(state_, 3);
         row->addWidget(cancel_);
         QSizePolicy keepsRoom = cancel_->sizePolicy();
@@ -40,6 +40,7 @@ public:
     }
 
     void refresh(const ScanBatch::Item& item) {
+        title_->setText(DisplayText::line(item.selection.displayName));
         state_->setText(DisplayText::own(ScanBatchTexts::state(item)));
         AccessibleTraits::setRole(this, QAccessible::ListItem,
                                   DisplayText::line(ScanBatchTexts::spoken(item)));
@@ -51,6 +52,7 @@ public:
     [[nodiscard]] PushButton* cancelButton() const { return cancel_; }
 
 private:
+    ElidedLabel* title_;
     ElidedLabel* state_;
     PushButton* cancel_;
 };
@@ -100,7 +102,7 @@ void RescanCard::refresh(const Input& input) {
     }
     for (std::size_t i = 0; i < input.items.size(); ++i) {
         if (i == lines_.size()) {
-            auto* row = new Row(DisplayText::line(input.items[i].selection.displayName));
+            auto* row = new Row;
             connect(row->cancelButton(), &QPushButton::clicked, this,
                     [this, i] { Q_EMIT cancelRequested(i); });
             rows_->addWidget(row);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Readiness/OnboardingFlow.h"
 #include "LoadscopeCore/Scan/ScanModel.h"
@@ -25,12 +26,12 @@ public:
         answer_ = std::move(answer);
     }
 
-    ProbeResult run(const std::string&, const ProbeSettings&, std::stop_token stop) override {
+    ProbeResult run(const std::string&, const ProbeSettings&, StopToken stop) override {
         std::unique_lock lock(mutex_);
         if (const auto* result = std::get_if<ProbeResult>(&answer_)) return *result;
         if (const auto* error = std::get_if<ProbeError>(&answer_)) throw ProbeError(*error);
-        std::condition_variable_any stopped;
-        stopped.wait(lock, stop, [] { return false; });
+        std::condition_variable stopped;
+        waitOrStop(stopped, lock, stop, [] { return false; });
         throw CancellationError();
     }
 
@@ -49,8 +50,8 @@ class FakeCodex : public CodexProbeRunning {
 public:
     CodexScanOutcome outcome = CodexScanOutcome::measured({41'200, 272'000, 20.0});
     CodexItems items;
-    CodexScanOutcome run(const std::string&, std::stop_token) override { return outcome; }
-    CodexItems estimate(const std::string&, std::stop_token) override { return items; }
+    CodexScanOutcome run(const std::string&, StopToken) override { return outcome; }
+    CodexItems estimate(const std::string&, StopToken) override { return items; }
 };
 
 class MemoryCompletionStore : public OnboardingCompletionStore {

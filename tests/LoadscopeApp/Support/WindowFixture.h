@@ -4,6 +4,7 @@
 
 #include "LoadscopeApp/App/QtUIThread.h"
 #include "LoadscopeApp/Window/ContentView.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 #include "tests/LoadscopeApp/Support/FakeTools.h"
 
@@ -78,7 +79,7 @@ public:
     ReadinessChecker::Result readinessAnswer;
     QtUIThread uiThread;
     ScanModel model{uiThread, tools.collaborators()};
-    ReadinessModel readiness{uiThread, [this](std::stop_token) { return readinessAnswer; }};
+    ReadinessModel readiness{uiThread, [this](StopToken) { return readinessAnswer; }};
     RecentFolders recent{uiThread};
     ScanBatch batch{uiThread, [this] { return tools.collaborators(); }, 2};
     std::optional<std::string> nextChoice;

@@ -127,6 +127,9 @@ TEST(Window, RescansEveryRepositoryAndTellsWhatBecomesOfEach) {
     EXPECT_TRUE(eventually([&] { return window.says("a, Done") && window.says("b, Done"); }));
     ASSERT_TRUE(eventually([&] { return window.model.history().size() == 5; })) << "recorded by the batch";
     EXPECT_EQ(ScanHistoryStore(window.data.path().toStdString()).load().size(), 5U);
+    window.batch.start({RepoSelection("/src/other")}, {}, false);
+    EXPECT_TRUE(window.says("other")) << "the lines are those of this run";
+    ASSERT_TRUE(eventually([&] { return !window.batch.isRunning(); }));
     window.view.openRepository(history[0].repositoryPath);
     EXPECT_EQ(window.view.page(), AppPage::overview) << "its report was kept";
 

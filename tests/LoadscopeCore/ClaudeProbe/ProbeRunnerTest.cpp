@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ProbeRunner.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
 #include "tests/Support/Testing.h"
@@ -25,7 +26,7 @@ protected:
         writeExecutable(home.path(".local/bin/claude"), "#!/bin/sh\n" + commands + "\n");
     }
 
-    std::variant<ProbeResult, ProbeError> run(std::stop_token stop = {}, const ProbeSettings& settings = {}) {
+    std::variant<ProbeResult, ProbeError> run(StopToken stop = {}, const ProbeSettings& settings = {}) {
         try {
             return runner.run(home.path("repository"), settings, std::move(stop));
         } catch (const ProbeError& error) {
@@ -281,12 +282,12 @@ TEST_F(ProbeRunnerTest, SaysSoWhenTheOutputWasTooMuch) {
 
 TEST_F(ProbeRunnerTest, EndsTheToolWhenCancelled) {
     scriptClaude("touch \"$HOME/started\"\nexec sleep 60");
-    std::stop_source stop;
-    auto outcome = std::async(std::launch::async, [&] { return run(stop.get_token()); });
+    StopSource stop;
+    auto outcome = std::async(std::launch::async, [&] { return run(stop.token()); });
     EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(home.path("started")); }));
-    stop.request_stop();
+    stop.requestStop();
     EXPECT_THROW(outcome.get(), CancellationError);
-    EXPECT_THROW(run(stop.get_token()), CancellationError);
+    EXPECT_THROW(run(stop.token()), CancellationError);
 }
 
 TEST(ProbeRunner, IsPatientByDefault) {
@@ -311,11 +312,11 @@ TEST_F(ProbeRunnerTest, WaitsForATranscriptThatComesLate) {
 
     runner.transcriptRetries = 2;
     runner.transcriptRetryDelay = 3600; // the stop must cut it short
-    std::stop_source stop;
-    usage = std::async(std::launch::async, [&] { return runner.transcriptUsage("other", stop.get_token()); });
-    stop.request_stop();
+    StopSource stop;
+    usage = std::async(std::launch::async, [&] { return runner.transcriptUsage("other", stop.token()); });
+    stop.requestStop();
     EXPECT_EQ(usage.get(), std::nullopt);
-    EXPECT_EQ(runner.transcriptUsage("abc", stop.get_token()), std::nullopt);
+    EXPECT_EQ(runner.transcriptUsage("abc", stop.token()), std::nullopt);
 }
 
 TEST(TotalSource, IsMadeBackFromItsRawValueOnly) {

@@ -4,6 +4,7 @@
 
 #include "LoadscopeCore/CodexProbe/CodexDebugOutput.h"
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "tests/Support/ScopedEnvironment.h"
 #include "tests/Support/TemporaryFolder.h"
 #include "tests/Support/WaitFor.h"
@@ -248,10 +249,10 @@ TEST_F(CodexItemsOfATool, AreEstimatedWithoutASession) {
 
 TEST_F(CodexItemsOfATool, EndWithACancel) {
     script("touch \"$HOME/started\"; exec sleep 60");
-    std::stop_source stop;
-    auto items = std::async(std::launch::async, [&] { return probe.estimate(repository, stop.get_token()); });
+    StopSource stop;
+    auto items = std::async(std::launch::async, [&] { return probe.estimate(repository, stop.token()); });
     EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(home.path("started")); }));
-    stop.request_stop();
+    stop.requestStop();
     EXPECT_EQ(items.get().reason, "Codex probe failed: The operation was cancelled.");
 }
 

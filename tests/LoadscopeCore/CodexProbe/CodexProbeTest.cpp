@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/CodexProbe/CodexProbe.h"
 
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/ToolRun/ProbeError.h"
 #include "tests/Support/Testing.h"
@@ -81,11 +82,11 @@ TEST_F(CodexProbeTest, IsEndedByItsLimitAndByACancel) {
     EXPECT_EQ(summary(CodexProbe({}, 0.3).run(home.path(), {})), timedOut);
 
     std::filesystem::remove(home.path("started"));
-    std::stop_source stop;
+    StopSource stop;
     auto outcome =
-        std::async(std::launch::async, [&] { return CodexProbe().run(home.path(), stop.get_token()); });
+        std::async(std::launch::async, [&] { return CodexProbe().run(home.path(), stop.token()); });
     EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(home.path("started")); }));
-    stop.request_stop();
+    stop.requestStop();
     EXPECT_EQ(summary(outcome.get()), "The operation was cancelled.");
 }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Process/LoginShell.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include "LoadscopeCore/ClaudeProbe/ClaudeCLILocator.h"
 #include "LoadscopeCore/Platform/FilePath.h"
@@ -60,14 +61,14 @@ TEST_F(LoginShells, AnswerWithinTheLimit) {
 TEST_F(LoginShells, AreKilledAtOnceByACancel) {
     const std::string shell = fakeShell("trap '' TERM\n: >\"$2\"\nsleep 60 & wait");
     const std::string started = home.path("started");
-    std::stop_source stop;
+    StopSource stop;
     auto answer = std::async(std::launch::async, [&] {
-        return ProcessCancellation::run(stop.get_token(),
+        return ProcessCancellation::run(stop.token(),
                                         [&] { return LoginShell::output(shell, started, 50, 50); });
     });
     ASSERT_TRUE(waitFor([&] { return access(started.c_str(), F_OK) == 0; }));
     const auto start = Clock::now();
-    stop.request_stop();
+    stop.requestStop();
     EXPECT_THROW(answer.get(), CancellationError);
     EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
 }

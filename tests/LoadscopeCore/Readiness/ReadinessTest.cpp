@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Readiness/ToolReadiness.h"
 
 #include "tests/Support/ManualUIThread.h"
@@ -139,21 +140,21 @@ TEST_F(ReadinessCheckerRun, LeavesWhatCannotBeAskedUnverified) {
     EXPECT_EQ(ReadinessChecker::check({}), (Result{unknown, unknown}));
 
     script("touch \"$HOME/started\"; exec sleep 60", "exec sleep 60");
-    std::stop_source stop;
-    auto result = std::async(std::launch::async, [&] { return ReadinessChecker::check(stop.get_token()); });
+    StopSource stop;
+    auto result = std::async(std::launch::async, [&] { return ReadinessChecker::check(stop.token()); });
     EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(home.path("started")); }));
-    stop.request_stop();
+    stop.requestStop();
     EXPECT_EQ(result.get(), (Result{unknown, unknown}));
 }
 
 /// A check that goes on until it is let go or stopped.
 class HeldCheck {
 public:
-    Result operator()(const std::stop_token& stop) {
+    Result operator()(const StopToken& stop) {
         std::unique_lock lock(mutex_);
         ++started;
-        wake_.wait(lock, stop, [this] { return released_; });
-        if (stop.stop_requested()) wasStopped = true;
+        waitOrStop(wake_, lock, stop, [this] { return released_; });
+        if (stop.isStopRequested()) wasStopped = true;
         return {ready, notInstalled};
     }
     void release() {
@@ -167,7 +168,7 @@ public:
 
 private:
     std::mutex mutex_;
-    std::condition_variable_any wake_;
+    std::condition_variable wake_;
     bool released_ = false;
 };
 
@@ -217,7 +218,7 @@ TEST(ReadinessModel, PermitsAScanByWhatItsToolsNeed) {
         {{ready, signedOut}, false, true},    {{ready, ready}, true, true}};
     for (const auto& [result, withCodex, without] : cases) {
         ManualUIThread uiThread;
-        ReadinessModel model(uiThread, [result = result](const std::stop_token&) { return result; });
+        ReadinessModel model(uiThread, [result = result](const StopToken&) { return result; });
         model.recheck();
         EXPECT_TRUE(uiThread.runUntil([&] { return !model.isChecking(); }));
         EXPECT_EQ(model.permitsScan(true), withCodex) << label(result.claude) << ", " << label(result.codex);

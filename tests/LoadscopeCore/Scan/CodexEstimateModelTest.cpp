@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/CodexEstimateModel.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include "tests/Support/ManualUIThread.h"
 
@@ -16,15 +17,15 @@ namespace {
 struct FakeCodex : CodexProbeRunning {
     std::atomic<bool> hangs = false;
     std::atomic<int> ended = 0;
-    CodexScanOutcome run(const std::string&, std::stop_token) override {
+    CodexScanOutcome run(const std::string&, StopToken) override {
         ADD_FAILURE() << "no session";
         return CodexScanOutcome::unavailable("");
     }
-    CodexItems estimate(const std::string& repository, std::stop_token stop) override {
+    CodexItems estimate(const std::string& repository, StopToken stop) override {
         std::mutex mutex;
-        std::condition_variable_any stopped;
+        std::condition_variable stopped;
         std::unique_lock lock(mutex);
-        stopped.wait(lock, stop, [this] { return !hangs; });
+        waitOrStop(stopped, lock, stop, [this] { return !hangs; });
         ++ended;
         CodexItems items;
         items.items = {{CodexItemKind::skills, 8}};

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/FolderAccess.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Report/RepoSelection.h"
@@ -36,10 +37,10 @@ TEST(FolderAccess, LeavesAFolderThatNeverAnswersToItself) {
         released.wait();
         return ProbeError(ProbeError::RepositoryUnreadable{path});
     };
-    std::stop_source stop;
-    auto outcome = std::async(std::launch::async,
-                              [&] { return FolderAccess::checkDetached("/a", stop.get_token(), hang); });
-    stop.request_stop();
+    StopSource stop;
+    auto outcome =
+        std::async(std::launch::async, [&] { return FolderAccess::checkDetached("/a", stop.token(), hang); });
+    stop.requestStop();
     EXPECT_THROW((void)outcome.get(), CancellationError);
     answer->set_value();
     EXPECT_EQ(FolderAccess::checkDetached("/b", {}, hang),

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/ScanBatch.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "LoadscopeCore/Scan/ScanBatchTexts.h"
@@ -18,10 +19,10 @@ using State = ScanBatch::State;
 /// Holds every scan until it is let go or stopped; folders named "bad" fail.
 class Gate : public ProbeRunning {
 public:
-    ProbeResult run(const std::string& repository, const ProbeSettings&, std::stop_token stop) override {
+    ProbeResult run(const std::string& repository, const ProbeSettings&, StopToken stop) override {
         std::unique_lock lock(mutex_);
         most_ = std::max(most_, ++running_);
-        const bool goesOn = changed_.wait(lock, stop, [&] { return open_ || allowed_[repository]; });
+        const bool goesOn = waitOrStop(changed_, lock, stop, [&] { return open_ || allowed_[repository]; });
         --running_;
         if (!goesOn) throw CancellationError();
         if (repository.ends_with("bad")) throw ProbeError(ProbeError::TimedOut{});
@@ -47,7 +48,7 @@ public:
 
 private:
     std::mutex mutex_;
-    std::condition_variable_any changed_;
+    std::condition_variable changed_;
     bool open_ = false;
     std::map<std::string, bool> allowed_;
     int running_ = 0;
@@ -55,10 +56,8 @@ private:
 };
 
 struct NoCodex : CodexProbeRunning {
-    CodexScanOutcome run(const std::string&, std::stop_token) override {
-        return CodexScanOutcome::unavailable("");
-    }
-    CodexItems estimate(const std::string&, std::stop_token) override { return {}; }
+    CodexScanOutcome run(const std::string&, StopToken) override { return CodexScanOutcome::unavailable(""); }
+    CodexItems estimate(const std::string&, StopToken) override { return {}; }
 };
 
 struct NoFiles : InstructionFileScanning {

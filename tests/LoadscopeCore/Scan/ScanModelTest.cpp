@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Scan/ScanModel.h"
+#include "LoadscopeCore/Platform/StopToken.h"
 
 #include "LoadscopeCore/Process/CancellationError.h"
 #include "tests/Support/HistoryRecords.h"
@@ -12,19 +13,19 @@
 
 namespace {
 
-using Hook = std::function<void(const std::stop_token&)>;
+using Hook = std::function<void(const StopToken&)>;
 
-void waitForStop(const std::stop_token& stop) {
+void waitForStop(const StopToken& stop) {
     std::mutex mutex;
-    std::condition_variable_any wakeUp;
+    std::condition_variable wakeUp;
     std::unique_lock lock(mutex);
-    wakeUp.wait(lock, stop, [] { return false; });
+    waitOrStop(wakeUp, lock, stop, [] { return false; });
 }
 
 struct FakeProbe : ProbeRunning {
-    Hook hook = [](const std::stop_token&) {};
+    Hook hook = [](const StopToken&) {};
     MeasurementConditions conditions;
-    ProbeResult run(const std::string&, const ProbeSettings&, std::stop_token stop) override {
+    ProbeResult run(const std::string&, const ProbeSettings&, StopToken stop) override {
         hook(stop);
         return {.sessionID = "s",
                 .authoritativeTotal = 45000,
@@ -38,15 +39,15 @@ struct FakeProbe : ProbeRunning {
 };
 
 struct FakeCodex : CodexProbeRunning {
-    Hook hook = [](const std::stop_token&) {};
+    Hook hook = [](const StopToken&) {};
     CodexScanOutcome outcome = CodexScanOutcome::measured({41200, 272000, 2.5});
     std::atomic<int> runs = 0;
-    CodexScanOutcome run(const std::string&, std::stop_token stop) override {
+    CodexScanOutcome run(const std::string&, StopToken stop) override {
         ++runs;
         hook(stop);
         return outcome;
     }
-    CodexItems estimate(const std::string&, std::stop_token) override { return {}; }
+    CodexItems estimate(const std::string&, StopToken) override { return {}; }
 };
 
 struct FakeScanner : InstructionFileScanning {
@@ -165,22 +166,22 @@ TEST_F(ScanModels, EndInIdleAndRecordNothingWhenCancelled) {
         {"Checking folder access…", "Scan cancelled. Ready to try again.", [] {}},
         {"Reading Claude startup context…", "Scan cancelled. Ready to try again.",
          [&] {
-             probe_->hook = [](const std::stop_token& stop) {
+             probe_->hook = [](const StopToken& stop) {
                  waitForStop(stop);
                  throw CancellationError();
              };
          }},
         {"Reading Claude startup context…", "Stopping scan…",
          [&] {
-             probe_->hook = [](const std::stop_token& stop) {
+             probe_->hook = [](const StopToken& stop) {
                  waitForStop(stop);
                  throw ProbeError(ProbeError::UnreadableContextReport{});
              };
          }},
         {"Measuring Codex context…", "Scan cancelled. Ready to try again.",
          [&] {
-             probe_->hook = [](const std::stop_token&) {};
-             codex_->hook = [](const std::stop_token& stop) { waitForStop(stop); };
+             probe_->hook = [](const StopToken&) {};
+             codex_->hook = [](const StopToken& stop) { waitForStop(stop); };
          }},
     };
     const auto model = makeModel();
@@ -216,9 +217,9 @@ TEST_F(ScanModels, ShowWhyAScanFailedAndRecordNothing) {
         ProbeError expected;
     };
     const std::vector<Case> cases{
-        {"probe error", [](const std::stop_token&) { throw ProbeError(ProbeError::TimedOut{}); },
+        {"probe error", [](const StopToken&) { throw ProbeError(ProbeError::TimedOut{}); },
          ProbeError::TimedOut{}},
-        {"any other error", [](const std::stop_token&) { throw std::runtime_error("out of luck"); },
+        {"any other error", [](const StopToken&) { throw std::runtime_error("out of luck"); },
          ProbeError::UnreadableOutput{"out of luck"}},
     };
     const auto model = makeModel();
@@ -235,7 +236,7 @@ TEST_F(ScanModels, ShowWhyAScanFailedAndRecordNothing) {
     EXPECT_EQ(stages_.back(), "Checking folder access…");
 
     model->select(RepoSelection(folder_.path("my app")));
-    probe_->hook = [](const std::stop_token&) { throw CancellationError(); };
+    probe_->hook = [](const StopToken&) { throw CancellationError(); };
     runToEnd(*model);
     EXPECT_TRUE(model->state().isIdle()) << "a cancellation that nobody asked for is no failure either";
     EXPECT_TRUE(model->history().empty());
@@ -365,7 +366,7 @@ TEST_F(ScanModels, LeaveAFolderThatNeverAnswersBehind) {
 
 TEST_F(ScanModels, StopTheWorkWhenDestroyedInTheMiddle) {
     std::atomic<bool> stopped = false;
-    probe_->hook = [&](const std::stop_token& stop) {
+    probe_->hook = [&](const StopToken& stop) {
         waitForStop(stop);
         stopped = true;
         throw CancellationError();

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
+#include "LoadscopeCore/Platform/StopToken.h"
 #include "LoadscopeCore/Process/ChildProcess.h"
 #include "LoadscopeCore/Process/PipeDrain.h"
 #include "LoadscopeCore/Process/ProcessCancellation.h"
@@ -162,13 +163,13 @@ TEST_F(ChildRuns, GiveUpOnAGrandchildThatKeepsThePipeButKeepTheOutput) {
 
 TEST_F(ChildRuns, AreCancelledAtAnyMoment) {
     for (const char* mode : {"live", "live-stubborn", "stopped", "live-with-server"}) {
-        std::stop_source stop;
+        StopSource stop;
         auto outcome = std::async(std::launch::async, [&] {
-            return ProcessCancellation::run(stop.get_token(), [&] { return run({mode, marker()}); });
+            return ProcessCancellation::run(stop.token(), [&] { return run({mode, marker()}); });
         });
         const int identifier = announcedIdentifier();
         const auto start = Clock::now();
-        stop.request_stop();
+        stop.requestStop();
         EXPECT_THROW((void)outcome.get(), CancellationError) << mode;
         EXPECT_LT(Clock::now() - start, std::chrono::seconds(5)) << mode;
         EXPECT_TRUE(waitFor([&] { return !isAlive(identifier); })) << mode;
@@ -177,9 +178,9 @@ TEST_F(ChildRuns, AreCancelledAtAnyMoment) {
 }
 
 TEST_F(ChildRuns, AreNotStartedAfterACancelAndIgnoreOneThatComesLate) {
-    std::stop_source before;
-    before.request_stop();
-    EXPECT_THROW((void)ProcessCancellation::run(before.get_token(),
+    StopSource before;
+    before.requestStop();
+    EXPECT_THROW((void)ProcessCancellation::run(before.token(),
                                                 [&] {
                                                     return run({"live", marker()});
                                                 }),
@@ -192,20 +193,20 @@ TEST_F(ChildRuns, AreNotStartedAfterACancelAndIgnoreOneThatComesLate) {
     EXPECT_EQ(child->processIdentifier(), 0);
     EXPECT_NE(access(marker().c_str(), F_OK), 0);
 
-    std::stop_source after;
-    EXPECT_EQ(ProcessCancellation::run(after.get_token(), [&] { return run({"exit", "3"}).exitCode; }), 3);
-    after.request_stop();
+    StopSource after;
+    EXPECT_EQ(ProcessCancellation::run(after.token(), [&] { return run({"exit", "3"}).exitCode; }), 3);
+    after.requestStop();
 }
 
 TEST_F(ChildRuns, SurviveACancelInTheMiddleOfTheLaunch) {
     for (int round = 0; round < 20; ++round) {
-        std::stop_source stop;
+        StopSource stop;
         std::thread canceller([&] {
             for (int spin = 0; spin < round * 100; ++spin)
                 std::this_thread::yield();
-            stop.request_stop();
+            stop.requestStop();
         });
-        EXPECT_THROW((void)ProcessCancellation::run(stop.get_token(),
+        EXPECT_THROW((void)ProcessCancellation::run(stop.token(),
                                                     [&] {
                                                         return run({"live", marker()});
                                                     }),
