@@ -57,11 +57,6 @@ std::optional<std::string> ownFolder() {
 #endif
 }
 
-bool isSet(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr && *value != '\0';
-}
-
 struct Options {
     std::string folder = ".";
     std::size_t recent = 0; ///< counted from 1; 0 when it was not asked for
@@ -108,6 +103,10 @@ bool hasDisplay() {
 #if defined(__APPLE__)
     return true;
 #else
+    const auto isSet = [](const char* name) {
+        const char* value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    };
     return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
 #endif
 }

@@ -5,7 +5,7 @@
 # shellcheck shell=bash
 
 packages=(
-    cmake ninja-build g++ libicu-dev nlohmann-json3-dev libcli11-dev libtomlplusplus-dev libgtest-dev
+    cmake ninja-build g++ libicu-dev nlohmann-json3-dev libcli11-dev libtomlplusplus-dev libfast-float-dev libgtest-dev
     libgmock-dev qt6-base-dev qt6-svg-dev libfontconfig-dev fonts-inter fonts-noto-core
 )
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/ClaudeProbe/ContextBreakdownParser.h"
 
+#include "LoadscopeCore/Platform/DecimalNumber.h"
 #include "LoadscopeCore/Platform/LineBreaks.h"
 #include "LoadscopeCore/Platform/Text.h"
 
@@ -71,21 +72,13 @@ private:
 };
 
 /// A plain decimal number such as 12, 1.5, 5. or .5; nothing for any other text.
-std::optional<double> decimalNumber(std::string_view text) {
+std::optional<double> plainNumber(std::string_view text) {
     const auto digits = std::ranges::count_if(text, isDigit);
     const auto points = std::ranges::count(text, '.');
     if (digits == 0 || points > 1 || static_cast<std::size_t>(digits + points) != text.size())
         return std::nullopt;
-
-    double number = 0;
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::general);
-    if (error == std::errc::result_out_of_range) {
-        const bool underflows = text.find_first_not_of('0') == text.find('.');
-        return underflows ? std::optional(0.0) : std::nullopt;
-    }
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return number;
+    const auto number = decimalNumber(text);
+    return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 constexpr std::array<std::string_view, 3> reservedNames{"autocompact buffer", "compact buffer", "reserved"};
@@ -127,7 +120,7 @@ std::optional<std::int64_t> tokenCount(std::string_view text) {
     if (suffix == 'm' || suffix == 'M') multiplier = 1'000'000;
     if (multiplier != 1) number.pop_back();
 
-    const auto value = decimalNumber(number);
+    const auto value = plainNumber(number);
     if (!value) return std::nullopt;
     const double rounded = std::round(multiplier * *value);
     if (rounded >= int64Bound) return std::nullopt;

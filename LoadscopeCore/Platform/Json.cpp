@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeCore/Platform/Json.h"
 
+#include "LoadscopeCore/Platform/DecimalNumber.h"
 #include "LoadscopeCore/Platform/Text.h"
 
 #include <algorithm>
@@ -220,12 +221,8 @@ private:
     void copyNumber() {
         const std::size_t end = std::min(text_.find_first_not_of("+-.eE0123456789", position_), text_.size());
         const std::string_view number = text_.substr(position_, end - position_);
-        double value = 0;
-        const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-        const bool isTooSmall = number.find("e-") != std::string_view::npos ||
-                                number.find("E-") != std::string_view::npos || number.starts_with("0.") ||
-                                number.starts_with("-0.");
-        if (result.ec != std::errc::result_out_of_range || isTooSmall) return copy(number.size());
+        const auto value = decimalNumber(number);
+        if (!value || !std::isinf(*value)) return copy(number.size());
         mended_ += number.starts_with('-') ? "-1e308" : "1e308";
         position_ = end;
         changed_ = true;

@@ -17,6 +17,9 @@
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 #include <utility>
+#if defined(__APPLE__)
+#include <xlocale.h>
+#endif
 
 namespace loadscope {
 
@@ -181,9 +184,15 @@ std::string LocaleFormat::compact(std::int64_t number) {
 std::string LocaleFormat::oneDecimal(double number) {
     // The largest double has 309 digits before its point.
     std::array<char, std::numeric_limits<double>::max_exponent10 + 8> buffer{};
+#if defined(__APPLE__)
+    // Its library writes doubles only from version 13.3 on.
+    const int size = snprintf_l(buffer.data(), buffer.size(), nullptr, "%.1f", number);
+    return size > 0 ? std::string(buffer.data(), static_cast<std::size_t>(size)) : std::string();
+#else
     const auto [end, error] =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed, 1);
     return error == std::errc() ? std::string(buffer.data(), end) : std::string();
+#endif
 }
 
 std::string LocaleFormat::date(Timestamp time) { return formattedDate(time, &Formatters::date); }

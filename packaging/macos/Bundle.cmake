@@ -1,6 +1,6 @@
 # The window as Loadscope.app, with an icon that iconutil puts together from the same drawings. The command stays outside:
 # on a disk that ignores case `loadscope` and `Loadscope` could not stand beside each other.
-set(LOADSCOPE_MACOS_MINIMUM 11.0)
+set(LOADSCOPE_MACOS_MINIMUM 12.0)
 if(CMAKE_OSX_DEPLOYMENT_TARGET)
   set(LOADSCOPE_MACOS_MINIMUM ${CMAKE_OSX_DEPLOYMENT_TARGET})
 endif()

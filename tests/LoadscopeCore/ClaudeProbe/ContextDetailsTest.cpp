@@ -69,6 +69,12 @@ TEST(ContextDetails, HoldWhatTheCategoriesLeaveOutAndEveryMember) {
     EXPECT_EQ(slabs(ContextBreakdownParser::categories(report)), "System prompt=1300;");
 }
 
+TEST(ContextDetails, EndARowThatHasItsCellsWithItsLine) {
+    const std::string table = "### MCP Tools\n\n| Tool | Server | Tokens |\n|---|---|---|\n";
+    EXPECT_EQ(members(ContextDetailsParser::parse(table + "| a | s | 5\nno row\n| b | s | 6 |\n")),
+              "MCP Tools/s/a=5 exact\nMCP Tools/s/b=6 exact\n");
+}
+
 TEST(ContextDetails, TellWhatIsOnDemandByTheCategories) {
     const std::string table =
         "### MCP Tools\n| Tool | Server | Tokens |\n|---|---|---|\n| a | s | 7 |\n| b | s | 0 |\n\n"

@@ -72,6 +72,18 @@ TEST(ReportTrust, TellsWhatWasNotCounted) {
     }
 }
 
+TEST(ReportTrust, SaysWhyAReportIsIncomplete) {
+    const auto reason = [](std::vector<ContextMember> members) {
+        ContextDetails details;
+        details.members = std::move(members);
+        return ReportTrust::judge({{"Skills", 100}}, details, sizeInName).reason;
+    };
+    EXPECT_THAT(reason({}), ::testing::EndsWith("no \"System prompt\" row"));
+    EXPECT_THAT(reason({agent(0)}), ::testing::EndsWith(" and gives 0 tokens for 1 agent"));
+    EXPECT_THAT(reason({file("900", 0), agent(0), agent(0)}),
+                ::testing::EndsWith(" and gives 0 tokens for 1 memory file and 2 agents"));
+}
+
 TEST(ReportTrust, ReadsNoMoreThanSoManyFiles) {
     ContextDetails details;
     for (int i = 0; i < 5000; ++i)

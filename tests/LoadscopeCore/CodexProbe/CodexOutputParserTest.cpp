@@ -58,6 +58,7 @@ TEST(CodexOutputParser, ReadsIntegersGenerouslyButWhole) {
         EXPECT_EQ(reading(value), std::nullopt) << value;
     EXPECT_EQ(reading("-2.9"), -2);
     EXPECT_EQ(reading("true"), 1);
+    EXPECT_EQ(reading("false"), 0);
     EXPECT_EQ(reading("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
 }
 

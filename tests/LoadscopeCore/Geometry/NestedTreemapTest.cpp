@@ -76,6 +76,15 @@ TEST(OuterRing, SharesTheAngleOfItsSector) {
                   std::nullopt);
     }
     EXPECT_EQ(outer.arcAt(pointOnCircle(outer.center(), 109, 90)), std::nullopt);
+    const auto sweeps = [&](const std::vector<std::int64_t>& tokens) {
+        const OuterRing parted(ring, 1, tokens, 4, 10);
+        double sum = 0;
+        for (const OuterRing::Arc& arc : parted.arcs())
+            sum += arc.sweep;
+        return sum;
+    };
+    EXPECT_DOUBLE_EQ(sweeps({5}), whole.sweep) << "a lone part needs no gap";
+    EXPECT_LT(sweeps({5, 5}), whole.sweep);
     const std::vector<std::int64_t> nothing{0};
     EXPECT_EQ(OuterRing(ring, 0, nothing, 4, 10).arcs().front().sweep, 0);
 }

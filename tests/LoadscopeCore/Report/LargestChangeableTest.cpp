@@ -75,6 +75,18 @@ TEST_F(LargestChangeableTest, IsNeverWhatBelongsToTheToolOrToAPlugin) {
               "its size · 0.0% of total () /home/dev/src/app/CLAUDE.md\n");
 }
 
+TEST_F(LargestChangeableTest, NamesNoFileOutsideOfItsFolder) {
+    const std::string folder = "/home/dev/src/app/.claude/skills/";
+    for (const char* name : {"..", ".", "../../x", "a/b"}) {
+        const ScanReport report = reportOf(
+            contextText("20k", {{"Skills", "900"}}, skillsHead + "| " + name + " | Project | 200 |\n"));
+        EXPECT_EQ(shown(report, {},
+                        {folder + name + "/SKILL.md", "/home/dev/src/app/.claude/SKILL.md",
+                         "/home/dev/src/app/x/SKILL.md", folder + "SKILL.md"}),
+                  std::string("Skill ") + name + " 200 tokens · 1.0% of total () -\n");
+    }
+}
+
 TEST_F(LargestChangeableTest, CountsOnlyWhatIsInTheTotal) {
     const std::string tools = toolsHead + "| mcp__db__a | db | 400 |\n";
     const ConfiguredServer server{"local", "db", "/f"};
