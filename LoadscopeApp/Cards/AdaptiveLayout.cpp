@@ -51,13 +51,24 @@ void AdaptiveLayout::invalidate() {
     QLayout::invalidate();
 }
 
-int AdaptiveLayout::equalWidth(int width) const { return (width - (count() - 1) * rule_.spacing) / count(); }
+int AdaptiveLayout::equalWidth(int width, int columns) const {
+    return (width - (columns - 1) * rule_.spacing) / columns;
+}
+
+int AdaptiveLayout::columns(int width) const {
+    constexpr int fewest = 4;
+    if (!rule_.wraps || count() < fewest) return 1;
+    const int wanted = std::max(minimumSize().width(), AppTheme::current().scaled(rule_.narrowest));
+    for (const int columns : {3, 2})
+        if (equalWidth(width, columns) >= wanted) return columns;
+    return 1;
+}
 
 int AdaptiveLayout::firstWidth(int width) const {
     if (rule_.widths == Widths::firstByShare)
         return static_cast<int>(std::lround((width - rule_.spacing) * rule_.firstShare));
     if (rule_.widths == Widths::firstAsItAsks) return std::min(width, items_.front()->sizeHint().width());
-    return equalWidth(width);
+    return equalWidth(width, count());
 }
 
 int AdaptiveLayout::widestHint() const {
@@ -72,7 +83,7 @@ bool AdaptiveLayout::isSideBySide(int width) const {
     if (count() < 2) return false;
     if (rule_.sideBySideFrom > 0) return width >= theme.scaled(rule_.sideBySideFrom);
     const int wanted = rule_.narrowest == 0 ? widestHint() : minimumSize().width();
-    return equalWidth(width) >= std::max(wanted, theme.scaled(rule_.narrowest));
+    return equalWidth(width, count()) >= std::max(wanted, theme.scaled(rule_.narrowest));
 }
 
 const AdaptiveLayout::Places& AdaptiveLayout::placesFor(int width) const {
@@ -83,8 +94,26 @@ const AdaptiveLayout::Places& AdaptiveLayout::placesFor(int width) const {
     return remembered_.emplace_back(place(width));
 }
 
+AdaptiveLayout::Places AdaptiveLayout::placeInRows(int width, int columns) const {
+    Places result{width, 0, false, true, {}};
+    const int wide = equalWidth(width, columns);
+    for (int first = 0; first < count(); first += columns) {
+        const int end = std::min(first + columns, count());
+        int high = 0;
+        for (int i = first; i < end; ++i)
+            high = std::max(high, heightOf(*items_[static_cast<std::size_t>(i)], wide));
+        const int top = first == 0 ? 0 : result.height + rule_.stackedSpacing;
+        for (int i = first; i < end; ++i)
+            result.items.emplace_back((i - first) * (wide + rule_.spacing), top, wide, high);
+        result.height = top + high;
+    }
+    return result;
+}
+
 AdaptiveLayout::Places AdaptiveLayout::place(int width) const {
-    Places result{width, 0, isSideBySide(width), {}};
+    const bool areSideBySide = isSideBySide(width);
+    if (const int inRow = areSideBySide ? 1 : columns(width); inRow > 1) return placeInRows(width, inRow);
+    Places result{width, 0, areSideBySide, false, {}};
     QPoint origin;
     for (const auto& item : items_) {
         const bool isFirst = result.items.empty();
@@ -122,6 +151,7 @@ QSize AdaptiveLayout::minimumSize() const {
 
 QRect AdaptiveLayout::stretched(const Places& places, std::size_t item, int height) const {
     QRect area = places.items[item];
+    if (places.areInRows) return area;
     if (places.areSideBySide && (rule_.equalHeights || item > 0)) {
         area.setHeight(height);
     } else if (places.areSideBySide) {

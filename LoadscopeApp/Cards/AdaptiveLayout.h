@@ -30,12 +30,18 @@ public:
         double firstShare = 0;     ///< of the width, for `firstByShare`
         bool equalHeights = true;  ///< else the first stands in the middle beside the others
         bool centersFirst = false; ///< one below the other
+        bool wraps = false;        ///< four and more come in rows of three or two where so many have room
     };
 
     /// Items stand side by side where each is at least so wide, and as wide as it must be. With 0, items want
     /// the width of their hints.
     [[nodiscard]] static constexpr Rule equal(int narrowest, int spacing) {
         return {Widths::equal, spacing, spacing, 0, narrowest, 0, true, false};
+    }
+
+    /// The same, but four and more items that have no room in one row come in rows of three or two.
+    [[nodiscard]] static constexpr Rule rows(int narrowest, int spacing) {
+        return {Widths::equal, spacing, spacing, 0, narrowest, 0, true, false, true};
     }
 
     explicit AdaptiveLayout(const Rule& rule, QWidget* parent = nullptr);
@@ -60,13 +66,17 @@ private:
         int width = 0;
         int height = 0;
         bool areSideBySide = false;
+        bool areInRows = false; ///< each already as high as its row
         std::vector<QRect> items;
     };
 
     [[nodiscard]] const Places& placesFor(int width) const;
     [[nodiscard]] Places place(int width) const;
+    [[nodiscard]] Places placeInRows(int width, int columns) const;
     [[nodiscard]] bool isSideBySide(int width) const;
-    [[nodiscard]] int equalWidth(int width) const;
+    /// How many stand in a row where not all of them have room; 1 unless they wrap.
+    [[nodiscard]] int columns(int width) const;
+    [[nodiscard]] int equalWidth(int width, int columns) const;
     [[nodiscard]] int firstWidth(int width) const;
     [[nodiscard]] int widestHint() const;
     [[nodiscard]] QRect stretched(const Places& places, std::size_t item, int height) const;

@@ -95,9 +95,9 @@ std::vector<RecordedScan> extremes() {
         .scans();
 }
 
-std::vector<RecordedScan> forty() {
+std::vector<RecordedScan> several(int count) {
     History history;
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < count; ++i)
         history.add("repository-" + std::to_string(i + 1), at(40 + i, 8, 0), 9'000 + 2'300 * ((i * 11) % 40),
                     typical(9'000 + 2'300 * ((i * 11) % 40), 100L * i));
     return history.scans();
@@ -191,7 +191,8 @@ std::vector<Scene> historyScenes() {
         {QStringLiteral("compare-copying"), showSelection, demo(true)},
         compare(QStringLiteral("one"), one),
         compare(QStringLiteral("extremes"), extremes()),
-        compare(QStringLiteral("40"), forty()),
+        compare(QStringLiteral("6"), several(6)),
+        compare(QStringLiteral("40"), several(40)),
     };
 }
 

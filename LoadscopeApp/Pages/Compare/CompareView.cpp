@@ -50,7 +50,7 @@ void CompareView::build() {
     }
     if (shown.hasComparison()) {
         auto* columns =
-            new AdaptiveLayout(AdaptiveLayout::equal(ColumnCard::narrowest, Metrics::blockSpacing));
+            new AdaptiveLayout(AdaptiveLayout::rows(ColumnCard::narrowest, Metrics::blockSpacing));
         const QString longestPill = DisplayText::own(shown.longestPill());
         for (const ComparePresentation::Column& repository : shown.columns())
             columns->addWidget(new ColumnCard(shown, repository, longestPill));

@@ -112,18 +112,28 @@ TEST(CompareView, SetsColumnsSideBySideOnlyWhereTheyFit) {
     struct Case {
         int repositories;
         int width;
-        bool stacked;
+        int inRow;
     };
-    for (const Case& testCase : std::vector<Case>{{2, 900, false},
-                                                  {3, 900, false},
-                                                  {2, 460, true},
-                                                  {4, 930, false},
-                                                  {4, 800, true},
-                                                  {40, 1'100, true}}) {
+    for (const Case& testCase : std::vector<Case>{{2, 900, 2},
+                                                  {3, 900, 3},
+                                                  {2, 460, 1},
+                                                  {4, 930, 4},
+                                                  {4, 800, 3},
+                                                  {5, 600, 2},
+                                                  {4, 400, 1},
+                                                  {40, 1'100, 3}}) {
         CompareView view;
         show(view, many(testCase.repositories), testCase.width);
         const QList<ColumnCard*> cards = view.findChildren<ColumnCard*>();
-        EXPECT_EQ(cards[1]->y() > cards[0]->y(), testCase.stacked) << testCase.repositories;
+        const auto isInFirstRow = [&](const ColumnCard* card) { return card->y() == cards[0]->y(); };
+        EXPECT_EQ(std::count_if(cards.begin(), cards.end(), isInFirstRow), testCase.inRow)
+            << testCase.repositories << " in " << testCase.width;
+        for (qsizetype i = 1; i < cards.size(); ++i) {
+            EXPECT_FALSE(cards[i]->geometry().intersects(cards[i - 1]->geometry()));
+            if (cards[i]->y() == cards[i - 1]->y()) {
+                EXPECT_EQ(cards[i]->height(), cards[i - 1]->height());
+            }
+        }
         EXPECT_LE(cards.last()->geometry().right(), testCase.width);
         const auto* legend = view.findChild<ChartLegend*>();
         if (testCase.repositories > 5) {
