@@ -127,6 +127,7 @@ TEST(Window, RescansEveryRepositoryAndTellsWhatBecomesOfEach) {
     EXPECT_TRUE(eventually([&] { return window.says("a, Done") && window.says("b, Done"); }));
     ASSERT_TRUE(eventually([&] { return window.model.history().size() == 5; })) << "recorded by the batch";
     EXPECT_EQ(ScanHistoryStore(window.data.path().toStdString()).load().size(), 5U);
+    ASSERT_TRUE(eventually([&] { return !window.batch.isRunning(); }));
     window.batch.start({RepoSelection("/src/other")}, {}, false);
     EXPECT_TRUE(window.says("other")) << "the lines are those of this run";
     ASSERT_TRUE(eventually([&] { return !window.batch.isRunning(); }));
