@@ -4,6 +4,8 @@
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QVariant>
 
@@ -13,6 +15,7 @@ namespace {
 constexpr const char* roleProperty = "accessibleRole";
 constexpr const char* leafProperty = "accessibleLeaf";
 constexpr const char* valueProperty = "accessibleValue";
+constexpr const char* menuProperty = "accessibleMenu";
 constexpr const char* expandedProperty = "accessibleExpanded";
 
 /// A widget as its traits describe it. A button keeps its press action.
@@ -48,16 +51,26 @@ public:
     QStringList actionNames() const override {
         QStringList names = QAccessibleWidget::actionNames();
         if (asButton() != nullptr && widget()->isEnabled()) names.prepend(pressAction());
+        if (widget()->property(menuProperty).toBool()) names.append(showMenuAction());
         return names;
     }
     void doAction(const QString& name) override {
         if (name == pressAction() && asButton() != nullptr && widget()->isEnabled())
             asButton()->click();
+        else if (name == showMenuAction() && widget()->property(menuProperty).toBool())
+            showMenu();
         else
             QAccessibleWidget::doAction(name);
     }
 
 private:
+    /// As the Menu key does.
+    void showMenu() {
+        const QPoint middle = widget()->rect().center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, widget()->mapToGlobal(middle));
+        QCoreApplication::sendEvent(widget(), &event);
+    }
+
     [[nodiscard]] QAbstractButton* asButton() const { return qobject_cast<QAbstractButton*>(widget()); }
 };
 
@@ -99,6 +112,8 @@ void setExpanded(QWidget* widget, bool expanded) {
     QAccessibleStateChangeEvent event(widget, changed);
     QAccessible::updateAccessibility(&event);
 }
+
+void setHasMenu(QWidget* widget) { widget->setProperty(menuProperty, true); }
 
 void setDecoration(QWidget* widget) {
     setRole(widget, QAccessible::Graphic);

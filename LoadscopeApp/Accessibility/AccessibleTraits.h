@@ -25,6 +25,9 @@ void setValue(QWidget* widget, const QString& value);
 /// The widget shows or hides something; tells listeners when it changes.
 void setExpanded(QWidget* widget, bool expanded);
 
+/// The widget has a context menu, which assistive technologies can ask for.
+void setHasMenu(QWidget* widget);
+
 /// The widget shows nothing that a reader needs.
 void setDecoration(QWidget* widget);
 

@@ -59,12 +59,25 @@ public:
         return state;
     }
     void* interface_cast(QAccessible::InterfaceType type) override {
-        const bool acts = type == QAccessible::ActionInterface && isValid() && marks()->canToggleMark(index_);
+        const bool acts = type == QAccessible::ActionInterface && !actionNames().isEmpty();
         return acts ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
     }
-    QStringList actionNames() const override { return {toggleAction()}; }
+    QStringList actionNames() const override {
+        QStringList names;
+        if (!isValid()) return names;
+        if (marks()->canToggleMark(index_)) names.append(toggleAction());
+        if (marks()->canOpenMark(index_)) names.append(pressAction());
+        if (marks()->hasMenu(index_)) names.append(showMenuAction());
+        return names;
+    }
     void doAction(const QString& name) override {
-        if (name == toggleAction() && isValid()) marks()->toggleMark(index_);
+        if (!actionNames().contains(name)) return;
+        if (name == toggleAction())
+            marks()->toggleMark(index_);
+        else if (name == pressAction())
+            marks()->openMark(index_);
+        else
+            marks()->showMenu(index_);
     }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 

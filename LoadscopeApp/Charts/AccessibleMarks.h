@@ -29,6 +29,11 @@ public:
     /// A mark that can be toggled offers that as an action.
     [[nodiscard]] virtual bool canToggleMark(int) const { return false; }
     virtual void toggleMark(int) {}
+    /// Likewise one that has a menu, and one that is a file to open.
+    [[nodiscard]] virtual bool hasMenu(int) const { return false; }
+    virtual void showMenu(int) {}
+    [[nodiscard]] virtual bool canOpenMark(int) const { return false; }
+    virtual void openMark(int) {}
     /// The mark that the keyboard has reached, or -1.
     [[nodiscard]] virtual int currentMark() const { return -1; }
 

@@ -81,6 +81,11 @@ MarkedWidget::Mark BarChart::mark(std::size_t index) const {
     return {DisplayText::own(spoken), {}, areaOf(item), QAccessible::ListItem};
 }
 
+MarkSubject BarChart::subject(std::size_t item) const {
+    const BarChartGeometry::Mark& bar = geometry_.marks().at(item);
+    return {DisplayText::own(nameOf(bar)), DisplayText::own(LocaleFormat::grouped(bar.tokens))};
+}
+
 MarkedWidget::Item BarChart::stopOf(std::size_t item) const {
     const auto stop = std::find(order_.begin(), order_.end(), item);
     return stop == order_.end() ? Item() : Item(static_cast<std::size_t>(stop - order_.begin()));

@@ -35,6 +35,8 @@ public:
     [[nodiscard]] int markCount() const override { return static_cast<int>(order_.size()); }
     [[nodiscard]] Mark mark(std::size_t index) const override;
     [[nodiscard]] Item markOf(std::size_t item) const override { return stopOf(item); }
+    [[nodiscard]] Item itemOf(std::size_t mark) const override { return order_.at(mark); }
+    [[nodiscard]] MarkSubject subject(std::size_t item) const override;
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

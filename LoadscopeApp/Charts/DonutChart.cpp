@@ -11,6 +11,7 @@
 #include "LoadscopeApp/Text/ReadingText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/TokenTexts.h"
 
 #include <QPaintEvent>
@@ -120,6 +121,14 @@ MarkedWidget::Item DonutChart::stopOf(std::size_t item) const {
 MarkedWidget::Item DonutChart::markOf(std::size_t item) const {
     const Item stop = stopOf(item);
     return stop ? Item(*stop + 1) : Item();
+}
+
+MarkedWidget::Item DonutChart::itemOf(std::size_t mark) const {
+    return mark == 0 ? Item() : Item(sectors_.at(mark - 1)); // the total is no item
+}
+
+MarkSubject DonutChart::subject(std::size_t item) const {
+    return {rows_.at(item).name, DisplayText::own(LocaleFormat::grouped(rows_[item].tokens))};
 }
 
 MarkedWidget::Item DonutChart::itemAt(QPointF point) const {

@@ -45,6 +45,8 @@ public:
     [[nodiscard]] int markCount() const override { return 1 + static_cast<int>(sectors_.size()); }
     [[nodiscard]] Mark mark(std::size_t index) const override;
     [[nodiscard]] Item markOf(std::size_t item) const override;
+    [[nodiscard]] Item itemOf(std::size_t mark) const override;
+    [[nodiscard]] MarkSubject subject(std::size_t item) const override;
 
 protected:
     [[nodiscard]] std::size_t stopCount() const override { return sectors_.size(); }

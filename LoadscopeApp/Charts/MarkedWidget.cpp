@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Charts/MarkedWidget.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollArea>
 
@@ -71,8 +73,63 @@ void MarkedWidget::keyPressEvent(QKeyEvent* event) {
         walkTo(*next);
     else if (event->key() == Qt::Key_Escape && active_)
         change(std::nullopt, std::nullopt);
-    else
+    else if (const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+             !opens || !openFile(active_))
         QWidget::keyPressEvent(event);
+}
+
+MarkSubject MarkedWidget::subject(std::size_t item) const {
+    const Item shown = markOf(item);
+    if (!shown) return {};
+    const Mark told = mark(*shown);
+    return {told.name, told.value};
+}
+
+QRect MarkedWidget::areaOfItem(std::size_t item) const {
+    const Item shown = markOf(item);
+    return shown ? mark(*shown).area.toAlignedRect() : QRect();
+}
+
+bool MarkedWidget::openFile(Item item) {
+    const std::string path = item ? pathOf(*item) : std::string();
+    if (path.empty()) return false;
+    MarkSubject opened = subject(*item);
+    opened.path = path;
+    MarkMenu::open(this, opened, mapToGlobal(areaOfItem(*item).center()));
+    return true;
+}
+
+void MarkedWidget::popup(std::size_t item, QPoint globalPosition) {
+    MarkSubject shown = subject(item);
+    shown.path = pathOf(item);
+    QMenu* menu = MarkMenu::popup(this, shown, globalPosition);
+    if (menuExtras_) menuExtras_(*menu);
+}
+
+void MarkedWidget::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byPointer = event->reason() == QContextMenuEvent::Mouse;
+    const Item item = byPointer ? menuItemAt(QPointF(event->pos())) : menuItem();
+    if (item)
+        popup(*item, MarkMenu::place(*this, *event, areaOfItem(*item)));
+    else
+        event->ignore();
+}
+
+void MarkedWidget::showMenu(int mark) {
+    if (const Item item = itemOf(static_cast<std::size_t>(mark)))
+        popup(*item, mapToGlobal(areaOfItem(*item).center()));
+}
+
+bool MarkedWidget::canOpenMark(int mark) const {
+    const Item item = itemOf(static_cast<std::size_t>(mark));
+    return item && !pathOf(*item).empty();
+}
+
+void MarkedWidget::openMark(int mark) { openFile(itemOf(static_cast<std::size_t>(mark))); }
+
+void MarkedWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !openFile(itemAt(event->position())))
+        QWidget::mouseDoubleClickEvent(event);
 }
 
 void MarkedWidget::mouseMoveEvent(QMouseEvent* event) {

@@ -40,6 +40,7 @@ MemberTreemapView::MemberTreemapView(std::shared_ptr<const ScanReport> report, Q
       tip_(new ChartTip(this)) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(DisplayText::own(MemberTreemap::title));
+    setPaths([this](std::size_t node) { return treemap_.path(node); });
     AppTheme::bind(this, [this] {
         updateGeometry();
         update();
@@ -64,6 +65,10 @@ MarkedWidget::Mark MemberTreemapView::mark(std::size_t index) const {
             {},
             ChartShapes::rect(layout_.tiles()[node]),
             QAccessible::Graphic};
+}
+
+MarkSubject MemberTreemapView::subject(std::size_t item) const {
+    return {DisplayText::line(treemap_.name(item)), DisplayText::own(treemap_.tokens(item))};
 }
 
 MarkedWidget::Item MemberTreemapView::stopOf(std::size_t item) const {

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] int markCount() const override { return static_cast<int>(shown_.size()); }
     [[nodiscard]] Mark mark(std::size_t index) const override;
     [[nodiscard]] Item markOf(std::size_t item) const override { return stopOf(item); }
+    [[nodiscard]] Item itemOf(std::size_t mark) const override { return shown_.at(mark); }
+    [[nodiscard]] MarkSubject subject(std::size_t item) const override;
 
 protected:
     [[nodiscard]] std::size_t stopCount() const override { return shown_.size(); }

@@ -21,6 +21,7 @@ public:
         QString path;
         QString label;
         QString detail; ///< the second line of the tip
+        QString number; ///< what its menu copies with its path
         double weight = 0;
     };
 
@@ -33,6 +34,9 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {60, sizeHint().height()}; }
     [[nodiscard]] int markCount() const override { return static_cast<int>(tiles_.size()); }
     [[nodiscard]] Mark mark(std::size_t index) const override;
+    [[nodiscard]] MarkSubject subject(std::size_t item) const override {
+        return {tiles_.at(item).path, tiles_[item].number};
+    }
 
 protected:
     [[nodiscard]] std::size_t stopCount() const override { return layout_.keyboardOrder().size(); }

@@ -8,6 +8,7 @@
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
+#include <QContextMenuEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -22,6 +23,7 @@ constexpr double pressedOpacity = 0.07;
 RowButton::RowButton(QWidget* content, const QString& name, QWidget* parent) : QAbstractButton(parent) {
     AccessibleTraits::setRole(this, QAccessible::PushButton, name);
     AccessibleTraits::setLeaf(this);
+    AccessibleTraits::setHasMenu(this);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
@@ -53,6 +55,10 @@ void RowButton::paintEvent(QPaintEvent*) {
         FocusRing::paint(painter,
                          QRectF(rect()).adjusted(Metrics::controlRadius, 2, -Metrics::controlRadius, -2),
                          Metrics::controlRadius);
+}
+
+void RowButton::contextMenuEvent(QContextMenuEvent* event) {
+    MarkMenu::popup(this, subject_, MarkMenu::place(*this, *event, rect()));
 }
 
 bool RowButton::event(QEvent* event) {

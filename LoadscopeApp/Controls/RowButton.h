@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LoadscopeApp/Controls/MarkMenu.h"
+
 #include <QAbstractButton>
 
 namespace loadscope {
@@ -15,6 +17,9 @@ public:
     /// nothing, so it must hold all that the content says.
     RowButton(QWidget* content, const QString& name, QWidget* parent = nullptr);
 
+    /// What its menu is about.
+    void setSubject(MarkSubject subject) { subject_ = std::move(subject); }
+
     /// Draws a line above the row, which parts it from the one before.
     void setDivided();
 
@@ -23,10 +28,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
     bool divided_ = false;
+    MarkSubject subject_;
 };
 
 } // namespace loadscope

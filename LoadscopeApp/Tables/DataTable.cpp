@@ -127,12 +127,21 @@ MarkedWidget::Mark DataTable::mark(std::size_t index) const {
 }
 
 MarkedWidget::Item DataTable::openingRowOf(int mark) const {
-    const auto line = static_cast<std::size_t>(mark) / columns_.count();
+    const Item row = itemOf(static_cast<std::size_t>(mark));
+    return row && outline_.opens(*row) ? row : Item();
+}
+
+MarkedWidget::Item DataTable::itemOf(std::size_t mark) const {
+    const std::size_t line = mark / columns_.count();
     const std::size_t header = columns_.hasHeader() ? 1 : 0;
-    if (static_cast<std::size_t>(mark) % columns_.count() != 0 || line < header) return {};
+    if (mark % columns_.count() != 0 || line < header) return {}; // the name stands for its row
     if (line - header >= places_.shown().size()) return {};
-    const std::size_t row = places_.shown()[line - header];
-    return outline_.opens(row) ? Item(row) : Item();
+    return places_.shown()[line - header];
+}
+
+MarkSubject DataTable::subject(std::size_t item) const {
+    const TableRow& row = rows_.at(item);
+    return {row.name, row.cells.empty() ? QString() : row.cells.front()};
 }
 
 void DataTable::describeMark(int mark, QAccessible::State& state) const {

@@ -49,6 +49,8 @@ public:
     [[nodiscard]] int markCount() const override;
     [[nodiscard]] Mark mark(std::size_t index) const override;
     [[nodiscard]] Item markOf(std::size_t item) const override;
+    [[nodiscard]] Item itemOf(std::size_t mark) const override;
+    [[nodiscard]] MarkSubject subject(std::size_t item) const override;
     void describeMark(int mark, QAccessible::State& state) const override;
     [[nodiscard]] bool canToggleMark(int mark) const override;
     void toggleMark(int mark) override;

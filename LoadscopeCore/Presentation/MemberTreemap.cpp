@@ -5,6 +5,7 @@
 #include "LoadscopeCore/Instructions/InstructionFileShare.h"
 #include "LoadscopeCore/Platform/FilePath.h"
 #include "LoadscopeCore/Presentation/DetailsPresentation.h"
+#include "LoadscopeCore/Report/MemberPath.h"
 
 namespace loadscope {
 
@@ -62,6 +63,17 @@ std::string MemberTreemap::label(std::size_t node) const {
     const std::string folder = FilePath::lastComponent(FilePath::parent(whole));
     const std::string file = FilePath::lastComponent(whole);
     return folder.empty() || folder == "/" ? file : folder + "/" + file;
+}
+
+std::string MemberTreemap::path(std::size_t node) const {
+    const Place& place = places_.at(node);
+    if (!place.member) return {};
+    const MemberList& list = members_.rows()[place.row];
+    return MemberPath::ofMember(report_, list, list.groups[*place.group].members[*place.member]);
+}
+
+std::string MemberTreemap::tokens(std::size_t node) const {
+    return DetailsPresentation::tokens(countOf(places_.at(node)));
 }
 
 std::string MemberTreemap::detail(std::size_t node) const {

@@ -35,6 +35,12 @@ public:
     /// The name as far as a tile has room for it: of a file its own name and its folder's.
     [[nodiscard]] std::string label(std::size_t node) const;
 
+    /// The file that a node is; empty for a node that is none.
+    [[nodiscard]] std::string path(std::size_t node) const;
+
+    /// The tokens, as far as they are known: "6,000".
+    [[nodiscard]] std::string tokens(std::size_t node) const;
+
     /// The second line of its tip: "6,000 tokens · 15.7% of total".
     [[nodiscard]] std::string detail(std::size_t node) const;
 

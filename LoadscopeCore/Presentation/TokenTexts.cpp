@@ -18,6 +18,11 @@ std::string within(std::string_view whole, std::string_view part) {
     return std::string(whole) + " · " + std::string(part);
 }
 
+std::string copyable(std::string_view name, std::string_view number) {
+    if (number.empty()) return std::string(name);
+    return std::string(name) + '\t' + std::string(number);
+}
+
 std::string withShare(std::string_view tokens, std::string_view share) {
     return count(tokens) + ", " + std::string(share);
 }

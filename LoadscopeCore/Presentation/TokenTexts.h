@@ -22,6 +22,9 @@ inline constexpr const char* unit = "tokens";
 /// "web-app · MCP tools".
 [[nodiscard]] std::string within(std::string_view whole, std::string_view part);
 
+/// The name and the number with a tab between, as tables take them.
+[[nodiscard]] std::string copyable(std::string_view name, std::string_view number);
+
 /// "9,000 tokens, 20.0%".
 [[nodiscard]] std::string withShare(std::string_view tokens, std::string_view share);
 

@@ -102,11 +102,18 @@ std::string copy(Stage& stage) {
 }
 
 std::string contextMenu(Stage& stage) {
-    auto* widget = anyVisible<QWidget>(stage);
+    const bool ofMark = stage.dice.oneIn(2);
+    QWidget* widget = ofMark ? anyVisible<MarkedWidget>(stage) : anyVisible<QWidget>(stage);
     if (widget == nullptr) return "no widget";
     const std::string name = nameOf(*widget);
     const QPoint place = placeIn(*widget, stage.dice);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, place, widget->mapToGlobal(place));
+    if (ofMark && stage.dice.oneIn(3)) {
+        const QPointer<QWidget> target(widget);
+        QTest::mouseDClick(widget, Qt::LeftButton, {}, place);
+        if (!target) return name;
+    }
+    QContextMenuEvent event(stage.dice.oneIn(3) ? QContextMenuEvent::Keyboard : QContextMenuEvent::Mouse,
+                            place, widget->mapToGlobal(place));
     QApplication::sendEvent(widget, &event);
     return name;
 }

@@ -6,6 +6,7 @@
 #include "LoadscopeApp/Accessibility/AccessibleTraits.h"
 #include "LoadscopeApp/Accessibility/FocusRing.h"
 #include "LoadscopeApp/Controls/AppStyle.h"
+#include "LoadscopeApp/Controls/DesktopFiles.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "tools/Soak/Journal.h"
 #include "tools/Soak/Soak.h"
@@ -67,9 +68,13 @@ int soakFor(const soak::Soak::Length& length, std::uint64_t seed, int& argumentC
     AppTheme theme;
     const KeyboardUse keyboardUse;
     const NoBrowser noBrowser;
+    DesktopFiles noDesktop(QDBusConnection(QStringLiteral("none")),
+                           [&dice](const QUrl&) { return !dice.oneIn(4); });
+    DesktopFiles::setCurrent(&noDesktop);
     soak::Soak run(dice, home);
     run.run(length);
     run.printSummary();
+    DesktopFiles::setCurrent(nullptr);
     return 0;
 }
 

@@ -27,6 +27,8 @@ public:
 
     [[nodiscard]] int markCount() const override { return static_cast<int>(rows().size()); }
     [[nodiscard]] Mark mark(std::size_t index) const override;
+    [[nodiscard]] Item markOf(std::size_t item) const override { return item; }
+    [[nodiscard]] Item itemOf(std::size_t mark) const override { return mark; }
 
     [[nodiscard]] bool hasHeightForWidth() const override { return false; }
     [[nodiscard]] QSize sizeHint() const override;
@@ -38,6 +40,8 @@ protected:
     void clearSelection() override;
     [[nodiscard]] std::size_t stopCount() const override { return 0; }
     [[nodiscard]] Item itemAt(QPointF) const override { return {}; }
+    [[nodiscard]] Item menuItemAt(QPointF point) const override { return rowAt(point); }
+    [[nodiscard]] Item menuItem() const override { return selection_ ? Item(selection_->second) : Item(); }
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 

@@ -72,6 +72,12 @@ ColumnCard::ColumnCard(const ComparePresentation& presentation, const ComparePre
                                {{label, column.paletteIndex}});
     chart->setAccessibleName(DisplayText::line(text.chartName));
 
+    for (MarkedWidget* marks : {static_cast<MarkedWidget*>(chart), static_cast<MarkedWidget*>(categories_)})
+        marks->setMenuExtras([this](QMenu& menu) {
+            menu.addSeparator();
+            addCopy(menu);
+        });
+
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(DisplayText::line(text.cardName));
     setAccessibleDescription(QStringLiteral("The key for Copy copies all of it."));
@@ -96,11 +102,15 @@ QString ColumnCard::copyableText() const {
 
 void ColumnCard::copy() const { QGuiApplication::clipboard()->setText(copyableText()); }
 
+void ColumnCard::addCopy(QMenu& menu) {
+    menu.addAction(QStringLiteral("Copy"), this, &ColumnCard::copy)->setShortcut(QKeySequence::Copy);
+}
+
 void ColumnCard::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu menu(this);
-    QAction* action = menu.addAction(QStringLiteral("Copy"), [this] { copy(); });
-    action->setShortcut(QKeySequence::Copy);
-    menu.exec(event->globalPos());
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    addCopy(*menu);
+    menu->popup(event->globalPos());
 }
 
 void ColumnCard::keyPressEvent(QKeyEvent* event) {

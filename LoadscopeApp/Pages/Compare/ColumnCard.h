@@ -5,6 +5,8 @@
 #include "LoadscopeApp/Cards/ReportSurface.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
+class QMenu;
+
 namespace loadscope {
 
 class CategoryTable;
@@ -31,6 +33,7 @@ protected:
 
 private:
     void copy() const;
+    void addCopy(QMenu& menu);
 
     QString summary_;
     CategoryTable* categories_;

@@ -10,6 +10,7 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include <QHBoxLayout>
@@ -34,6 +35,8 @@ RowButton* makeRow(const ComparePresentation::LeaderboardRow& row, const Leaderb
         new HistoryRow({rank, title, detail, entry.latest.total, ThemeColors::text(text.band), band},
                        new TrendPill(row.trend)),
         DisplayText::line(text.spoken(row.trend.text)));
+    button->setSubject(
+        {title, DisplayText::own(LocaleFormat::grouped(entry.latest.total)), text.repositoryPath, true});
     button->setAccessibleDescription(QStringLiteral("Opens the repository"));
     return button;
 }

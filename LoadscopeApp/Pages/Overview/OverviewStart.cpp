@@ -35,6 +35,7 @@ RowButton* rowFor(const RecentFolders::Folder& folder) {
     lines->addWidget(new ElidedLabel(name, TextStyle::body, tint));
     lines->addWidget(path);
     auto* row = new RowButton(content, DisplayText::line(RecentFolderTexts::spoken(folder)));
+    row->setSubject({DisplayText::line(folder.selection.displayName), {}, folder.selection.path, true});
     row->setEnabled(!folder.isMissing);
     return row;
 }

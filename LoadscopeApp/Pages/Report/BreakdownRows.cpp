@@ -7,6 +7,7 @@
 #include "LoadscopeCore/Presentation/DetailsPresentation.h"
 #include "LoadscopeCore/Presentation/ScanPresentation.h"
 #include "LoadscopeCore/Presentation/TokenTexts.h"
+#include "LoadscopeCore/Report/MemberPath.h"
 
 namespace loadscope {
 namespace {
@@ -25,12 +26,16 @@ void BreakdownRows::add(const ScanReport& report, const MemberList& list, std::s
     const int level = list.isGrouped() ? 2 : 1;
     for (const MemberGroup& group : list.groups) {
         if (list.isGrouped()) rows.push_back(rowOf(DetailsPresentation::line(report, list, group), 1));
-        for (const CategoryMember& member : group.members)
+        paths.resize(rows.size());
+        for (const CategoryMember& member : group.members) {
             rows.push_back(rowOf(DetailsPresentation::line(report, list, member), level));
+            paths.push_back(MemberPath::ofMember(report, list, member));
+        }
     }
     for (const DetailsPresentation::Line& line : DetailsPresentation::restLines(report, list))
         rows.push_back(rowOf(line, 1));
     categories.resize(rows.size(), category);
+    paths.resize(rows.size());
 }
 
 BreakdownRows BreakdownRows::loaded(const ScanReport& report, const CategoryMembers& members) {

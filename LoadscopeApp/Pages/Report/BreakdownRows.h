@@ -6,6 +6,7 @@
 #include "LoadscopeCore/Report/CategoryMembers.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace loadscope {
@@ -16,6 +17,7 @@ struct BreakdownRows {
     std::vector<TableRow> rows;
     std::vector<std::size_t> categories; ///< of each row
     std::vector<std::size_t> tops;       ///< the row of each category
+    std::vector<std::string> paths;      ///< the file of each row; empty for a row that is none
 
     /// Of what is in the total.
     [[nodiscard]] static BreakdownRows loaded(const ScanReport& report, const CategoryMembers& members);

@@ -102,6 +102,7 @@ void BreakdownSection::addRows(const ScanReport& report, const CategoryMembers& 
                                    QStringLiteral("Source")},
                                   rows->rows, QStringLiteral("Rows by category"));
     rows->rows.clear(); // the table has its own
+    table->setPaths([rows](std::size_t row) { return rows->paths.at(row); });
     if (ring == nullptr) {
         content()->addWidget(TextLabel::note(
             QStringLiteral("The attributed category rows report no tokens to chart."), TextStyle::body));
@@ -147,6 +148,7 @@ void BreakdownSection::addBesides(const ScanReport& report, const CategoryMember
                                    {QStringLiteral("Tokens"), QStringLiteral("Share")},
                                    QStringLiteral("Source")},
                                   std::move(rows.rows), QStringLiteral("Listed by the tool, not counted"));
+    table->setPaths([paths = std::move(rows.paths)](std::size_t row) { return paths.at(row); });
     content()->addWidget(table);
 }
 

@@ -31,10 +31,12 @@ ReportTable* filesTable(const std::vector<CodexFileLine>& files) {
                         DisplayText::line(file.path),
                         DisplayText::own(file.part),
                         {DisplayText::own(CodexItemsPresentation::bytesRead(file))}});
-    return new ReportTable({DisplayText::own(CodexItemsPresentation::fileColumn),
-                            {DisplayText::own(CodexItemsPresentation::bytesColumn)},
-                            {}},
-                           std::move(rows), DisplayText::own(CodexItemsPresentation::filesTitle));
+    auto* table = new ReportTable({DisplayText::own(CodexItemsPresentation::fileColumn),
+                                   {DisplayText::own(CodexItemsPresentation::bytesColumn)},
+                                   {}},
+                                  std::move(rows), DisplayText::own(CodexItemsPresentation::filesTitle));
+    table->setPaths([files](std::size_t file) { return files.at(file).path; });
+    return table;
 }
 
 } // namespace

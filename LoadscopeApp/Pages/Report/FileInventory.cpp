@@ -3,14 +3,7 @@
 #include "LoadscopeApp/Pages/Report/FileInventory.h"
 
 #include "LoadscopeApp/Text/DisplayText.h"
-#include "LoadscopeApp/Text/PlainToolTip.h"
-#include "LoadscopeCore/Platform/FilePath.h"
-
-#include <QClipboard>
-#include <QDesktopServices>
-#include <QFile>
-#include <QGuiApplication>
-#include <QMenu>
+#include "LoadscopeCore/Report/MemberPath.h"
 
 namespace loadscope {
 namespace {
@@ -33,26 +26,17 @@ FileInventory::FileInventory(const ScanReport& report, const std::vector<FilesPr
     : ReportTable({QStringLiteral("File"),
                    {DisplayText::own(FilesPresentation::countTitle(report)), QStringLiteral("Share")},
                    {}},
-                  rowsOf(files), QStringLiteral("Largest contributors"), parent),
-      opener_(QDesktopServices::openUrl) {
-    for (const FilesPresentation::File& file : files)
-        paths_.push_back(file.path);
-    connect(this, &ReportTable::menuRequested, this, &FileInventory::showMenu);
+                  rowsOf(files), QStringLiteral("Largest contributors"), parent) {
+    setPaths(pathsOf(report, files));
 }
 
-void FileInventory::showMenu(std::size_t row, const QPoint& globalPosition) {
-    const std::string& path = paths_.at(row);
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("Copy Path"), this, [path] {
-        QGuiApplication::clipboard()->setText(QFile::decodeName(QByteArray::fromStdString(path)));
-    });
-    menu->addAction(QStringLiteral("Open Folder"), this, [this, path, globalPosition] {
-        const QByteArray folder = QByteArray::fromStdString(FilePath::parent(path));
-        if (!opener_(QUrl::fromLocalFile(QFile::decodeName(folder))))
-            PlainToolTip::show(globalPosition, QStringLiteral("The folder could not be opened."), this);
-    });
-    menu->popup(globalPosition);
+MarkedWidget::PathOf FileInventory::pathsOf(const ScanReport& report,
+                                            const std::vector<FilesPresentation::File>& files) {
+    std::vector<std::string> paths;
+    paths.reserve(files.size());
+    for (const FilesPresentation::File& file : files)
+        paths.push_back(file.isFound ? file.path : MemberPath::ofFile(report, file.path));
+    return [paths = std::move(paths)](std::size_t file) { return paths.at(file); };
 }
 
 } // namespace loadscope

@@ -5,13 +5,9 @@
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 #include "LoadscopeCore/Presentation/FilesPresentation.h"
 
-#include <QUrl>
-
-#include <functional>
-
 namespace loadscope {
 
-/// Every instruction file, largest first. A menu on a row copies its path or opens its folder.
+/// Every instruction file, largest first.
 class FileInventory : public ReportTable {
     Q_OBJECT
 
@@ -20,15 +16,9 @@ public:
     FileInventory(const ScanReport& report, const std::vector<FilesPresentation::File>& files,
                   QWidget* parent = nullptr);
 
-    /// Shows a folder; false when it could not. The desktop does it unless told otherwise.
-    using FolderOpener = std::function<bool(const QUrl& folder)>;
-    void setFolderOpener(FolderOpener opener) { opener_ = std::move(opener); }
-
-private:
-    void showMenu(std::size_t row, const QPoint& globalPosition);
-
-    std::vector<std::string> paths_; ///< as they are, not as they are shown
-    FolderOpener opener_;
+    /// The file of each of them, on the disk.
+    [[nodiscard]] static PathOf pathsOf(const ScanReport& report,
+                                        const std::vector<FilesPresentation::File>& files);
 };
 
 } // namespace loadscope

@@ -37,7 +37,9 @@ QWidget* unreadableList(const std::vector<std::string>& paths) {
     rows.reserve(paths.size());
     for (const std::string& path : paths)
         rows.push_back({{}, DisplayText::line(path), {}, {}});
-    return new ReportTable({}, std::move(rows), QStringLiteral("Could not be read"));
+    auto* table = new ReportTable({}, std::move(rows), QStringLiteral("Could not be read"));
+    table->setPaths([paths](std::size_t row) { return paths.at(row); });
+    return table;
 }
 
 void fill(QWidget* body, const ScanReport& report) {
@@ -52,7 +54,9 @@ void fill(QWidget* body, const ScanReport& report) {
             ->addWidget(unreadableList(report.unreadablePaths()));
     if (!files.empty()) {
         QVBoxLayout* group = addGroup(column, QStringLiteral("Relative size"));
-        group->addWidget(InstructionFilesSection::treemap(files));
+        TreemapView* treemap = InstructionFilesSection::treemap(files);
+        treemap->setPaths(FileInventory::pathsOf(report, files));
+        group->addWidget(treemap);
         group->addWidget(TextLabel::note(DisplayText::own(FilesPresentation::treemapCaption(report))));
     }
     QVBoxLayout* inventory = addGroup(column, QStringLiteral("Largest contributors"));
@@ -86,7 +90,8 @@ TreemapView* InstructionFilesSection::treemap(const std::vector<FilesPresentatio
     tiles.reserve(files.size());
     for (const FilesPresentation::File& file : files)
         tiles.push_back({DisplayText::line(file.path), DisplayText::line(lastTwoComponents(file.path)),
-                         DisplayText::own(file.tip), static_cast<double>(file.count.tokens)});
+                         DisplayText::own(file.tip), DisplayText::own(file.tokens),
+                         static_cast<double>(file.count.tokens)});
     return new TreemapView(std::move(tiles));
 }
 

@@ -6,7 +6,6 @@
 #include "LoadscopeApp/Tables/TablePainter.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 
-#include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTextLayout>
@@ -82,18 +81,8 @@ void ReportTable::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ReportTable::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (const Item row = rowAt(event->position()))
-        select({*row, 0, static_cast<int>(shownName(*row).shown.size())});
-}
-
-void ReportTable::contextMenuEvent(QContextMenuEvent* event) {
-    const bool byPointer = event->reason() == QContextMenuEvent::Mouse;
-    const Item row = byPointer ? rowAt(event->pos()) : active();
-    if (!row) {
-        event->ignore();
-        return;
-    }
-    Q_EMIT menuRequested(*row, byPointer ? event->globalPos() : mapToGlobal(rowArea(*row).center()));
+    const Item row = rowAt(event->position());
+    if (!openFile(row) && row) select({*row, 0, static_cast<int>(shownName(*row).shown.size())});
 }
 
 } // namespace loadscope

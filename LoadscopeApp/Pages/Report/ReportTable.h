@@ -7,7 +7,8 @@
 namespace loadscope {
 
 /// A table of a report. The row under the pointer, or reached with the arrow keys, is highlighted. Names can
-/// be selected with the mouse; Copy takes the selection or else the name of the active row.
+/// be selected with the mouse, by a double click as a whole where the row is no file; Copy takes the
+/// selection or else the name of the active row.
 class ReportTable : public DataTable {
     Q_OBJECT
 
@@ -18,9 +19,6 @@ public:
     [[nodiscard]] Selected selected(std::size_t row) const override;
     [[nodiscard]] QString selectedText() const override;
 
-Q_SIGNALS:
-    void menuRequested(std::size_t row, const QPoint& globalPosition);
-
 protected:
     void selectFrom(std::size_t row, QPointF point) override;
     void selectTo(std::size_t row, QPointF point) override;
@@ -29,7 +27,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     struct Selection {

@@ -10,6 +10,7 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Text/TextLabel.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeCore/Platform/LocaleFormat.h"
 #include "LoadscopeCore/Presentation/TrendsPresentation.h"
 
 #include <QHBoxLayout>
@@ -37,6 +38,9 @@ PreviousRunsCard::PreviousRunsCard(const TrendsPresentation& presentation) {
                                                   band},
                                                  new ProvenancePill(tool)),
                                   DisplayText::line(text.spoken(runs[index].toolLabel)));
+        row->setSubject({title,
+                         DisplayText::own(LocaleFormat::grouped(presentation.listedRuns()[index].total)),
+                         text.repositoryPath, true});
         row->setAccessibleDescription(QStringLiteral("Opens the repository"));
         if (index > 0) row->setDivided();
         connect(row, &RowButton::clicked, this,

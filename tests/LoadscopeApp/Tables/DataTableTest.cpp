@@ -51,12 +51,6 @@ TEST(DataTable, ShowsSomeOfItsRowsInAnyOrder) {
         EXPECT_EQ(table.active(), row);
     }
     EXPECT_EQ(table.currentMark(), 2);
-    QSignalSpy menus(&table, &ReportTable::menuRequested);
-    const QPoint place = table.rowArea(0).center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, place, table.mapToGlobal(place));
-    QApplication::sendEvent(&table, &event);
-    ASSERT_EQ(menus.size(), 1);
-    EXPECT_EQ(menus[0][0].value<std::size_t>(), 0U);
 }
 
 /// What the table shows, an open row with a "v" behind it and a closed one with a ">".
@@ -114,7 +108,9 @@ TEST(DataTable, OpensRowsByKeyboardChevronAndAssistiveTechnology) {
     const auto mark = [&](int index) { return spoken->child(index); };
     EXPECT_TRUE(mark(2)->state().expandable && mark(2)->state().collapsed && !mark(2)->state().expanded);
     EXPECT_FALSE(mark(4)->state().expandable);
-    EXPECT_EQ(mark(4)->actionInterface(), nullptr) << "Skills opens to nothing";
+    EXPECT_FALSE(
+        mark(4)->actionInterface()->actionNames().contains(QAccessibleActionInterface::toggleAction()))
+        << "Skills opens to nothing";
     mark(2)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     EXPECT_TRUE(mark(2)->state().expanded);
     EXPECT_EQ(mark(4)->text(QAccessible::Name), "search");

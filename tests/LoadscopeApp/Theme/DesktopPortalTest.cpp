@@ -2,17 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/DesktopAppearance.h"
-#include "LoadscopeCore/Process/ChildProcess.h"
+#include "tests/LoadscopeApp/Support/SessionBus.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
-#include <QFile>
 #include <QMap>
 #include <QMutex>
-#include <QStandardPaths>
 #include <QThread>
 
 namespace loadscope::testing {
@@ -22,37 +20,6 @@ const QString service = "org.freedesktop.portal.Desktop";
 const QString path = "/org/freedesktop/portal/desktop";
 const QString settings = "org.freedesktop.portal.Settings";
 const QString appearance = "org.freedesktop.appearance";
-
-/// A bus of its own, on which no service can be started.
-class Bus {
-public:
-    Bus() {
-        const QString config = folder_.filePath("bus.conf");
-        QFile file(config);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(
-            R"(<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>
-            <policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>
-            <allow own="*"/></policy></busconfig>)");
-        file.close();
-        daemon_ = std::make_unique<ChildProcess>(
-            ChildProcess::Options{.executable = program().toStdString(),
-                                  .arguments = {"--config-file=" + config.toStdString(), "--nofork",
-                                                "--nopidfile", "--print-address"}});
-        daemon_->launch();
-        for (char c = 0; read(daemon_->standardOutput().get(), &c, 1) == 1 && c != '\n';)
-            address_ += QChar::fromLatin1(c);
-    }
-    static QString program() { return QStandardPaths::findExecutable("dbus-daemon"); }
-    [[nodiscard]] QDBusConnection connection(const QString& name) const {
-        return QDBusConnection::connectToBus(address_, name);
-    }
-
-private:
-    QTemporaryDir folder_;
-    std::unique_ptr<ChildProcess> daemon_;
-    QString address_;
-};
 
 /// A settings portal that answers from a thread of its own, as another process would.
 class Portal : public QDBusVirtualObject {

@@ -1,14 +1,11 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ExportButton.h"
-#include "LoadscopeApp/Pages/Report/FileInventory.h"
 #include "LoadscopeApp/Pages/Report/ReportPages.h"
 #include "LoadscopeCore/Presentation/ScanReportJson.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"
 #include "tests/LoadscopeApp/Support/WindowFixture.h"
 
-#include <QClipboard>
-#include <QContextMenuEvent>
 #include <QFile>
 #include <QImage>
 #include <QMenu>
@@ -26,28 +23,6 @@ QAction* action(const QWidget* owner, const QString& text) {
         }
     }
     return nullptr;
-}
-
-TEST(FileInventory, CopiesAPathAsItIsAndOpensItsFolder) {
-    InstructionFileSet files;
-    files.repositoryFiles = {{"/home/dev/two\nlines/CLAUDE.md", 400}};
-    ReportPage page(reportOf(sampleResult(), files));
-    auto* inventory = page.find<FileInventory>();
-    ASSERT_NE(inventory, nullptr);
-    EXPECT_EQ(inventory->rows()[0].name, QStringLiteral("/home/dev/two\\nlines/CLAUDE.md"));
-    const QPoint place = inventory->rowArea(0).center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, place, inventory->mapToGlobal(place));
-    QApplication::sendEvent(inventory, &event);
-    ASSERT_NE(action(inventory, QStringLiteral("Copy Path")), nullptr);
-    action(inventory, QStringLiteral("Copy Path"))->trigger();
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("/home/dev/two\nlines/CLAUDE.md"));
-    QUrl opened;
-    inventory->setFolderOpener([&opened](const QUrl& folder) {
-        opened = folder;
-        return true;
-    });
-    action(inventory, QStringLiteral("Open Folder"))->trigger();
-    EXPECT_EQ(opened.toLocalFile(), QStringLiteral("/home/dev/two\nlines"));
 }
 
 TEST(ReportExport, WritesPicturesAndTheDataOfScripts) {
