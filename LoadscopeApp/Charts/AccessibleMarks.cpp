@@ -155,6 +155,11 @@ void AccessibleMarks::tellExpanded(QWidget* widget, int mark) {
     changed.expanded = true;
     QAccessibleStateChangeEvent event(child, changed);
     QAccessible::updateAccessibility(&event);
+    tellReordered(widget);
+}
+
+void AccessibleMarks::tellReordered(QWidget* widget) {
+    if (!QAccessible::isActive()) return;
     QAccessibleEvent reordered(widget, QAccessible::ObjectReorder);
     QAccessible::updateAccessibility(&reordered);
 }

@@ -43,6 +43,8 @@ public:
     static void tellCurrent(QWidget* widget);
     /// Tells listeners that a mark of `widget` was opened or closed, and with it the marks behind it changed.
     static void tellExpanded(QWidget* widget, int mark);
+    /// Tells listeners that other marks of `widget` are shown, or the same in another order.
+    static void tellReordered(QWidget* widget);
 };
 
 } // namespace loadscope

@@ -8,23 +8,9 @@
 #include <QMouseEvent>
 #include <QScrollArea>
 
+#include <algorithm>
+
 namespace loadscope {
-namespace {
-
-/// Scrolls the page around `widget` so that `area` can be seen.
-void bringIntoView(const QWidget* widget, const QRectF& area) {
-    constexpr int margin = 24;
-    for (QWidget* above = widget->parentWidget(); above != nullptr; above = above->parentWidget()) {
-        auto* page = qobject_cast<QScrollArea*>(above);
-        if (page == nullptr || page->widget() == nullptr) continue;
-        const QPoint middle = widget->mapTo(page->widget(), area.center().toPoint());
-        page->ensureVisible(middle.x(), middle.y(), 0, static_cast<int>(area.height() / 2) + margin);
-        return;
-    }
-}
-
-} // namespace
-
 MarkedWidget::MarkedWidget(QAccessible::Role role, QWidget* parent) : QWidget(parent), role_(role) {
     AccessibleMarks::install();
     setMouseTracking(true);
@@ -48,6 +34,18 @@ int MarkedWidget::currentMark() const {
     return spoken ? static_cast<int>(*spoken) : -1;
 }
 
+void MarkedWidget::bringIntoView(const QRectF& area) const {
+    constexpr int margin = 24;
+    for (QWidget* above = parentWidget(); above != nullptr; above = above->parentWidget()) {
+        auto* page = qobject_cast<QScrollArea*>(above);
+        if (page == nullptr || page->widget() == nullptr) continue;
+        const QPoint middle = mapTo(page->widget(), area.center().toPoint());
+        page->ensureVisible(middle.x(), middle.y(), 0,
+                            static_cast<int>(area.height() / 2) + std::max(margin, roomAbove()));
+        return;
+    }
+}
+
 void MarkedWidget::setActive(Item item) { change(item, std::nullopt); }
 
 void MarkedWidget::change(Item item, std::optional<QPointF> place) {
@@ -63,7 +61,7 @@ void MarkedWidget::walkTo(std::size_t stop) {
     change(item, std::nullopt);
     const Item spoken = markOf(item);
     if (!spoken) return;
-    bringIntoView(this, mark(*spoken).area);
+    bringIntoView(mark(*spoken).area);
     AccessibleMarks::tellCurrent(this);
 }
 

@@ -59,13 +59,13 @@ public:
     [[nodiscard]] QString markValue(int index) const final;
     [[nodiscard]] QRect markArea(int index) const final;
     [[nodiscard]] QAccessible::Role markRole(int index) const final;
-    [[nodiscard]] int currentMark() const final;
+    [[nodiscard]] int currentMark() const override;
     [[nodiscard]] bool hasMenu(int mark) const final {
         return itemOf(static_cast<std::size_t>(mark)).has_value();
     }
     void showMenu(int mark) final;
-    [[nodiscard]] bool canOpenMark(int mark) const final;
-    void openMark(int mark) final;
+    [[nodiscard]] bool canOpenMark(int mark) const override;
+    void openMark(int mark) override;
 
 Q_SIGNALS:
     void activeChanged(Item item);
@@ -84,6 +84,10 @@ protected:
     /// absent when the change came from elsewhere.
     virtual void activeMoved(Item before, std::optional<QPointF> place) = 0;
 
+    /// Scrolls the page so that a place in the widget can be seen.
+    void bringIntoView(const QRectF& area) const;
+    /// What covers the upper edge of the widget while the page is scrolled.
+    [[nodiscard]] virtual int roomAbove() const { return 0; }
     /// Makes the item at a stop active as the arrow keys do: it comes into view and is read out.
     void walkTo(std::size_t stop);
 

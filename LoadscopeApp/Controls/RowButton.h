@@ -19,6 +19,7 @@ public:
 
     /// What its menu is about.
     void setSubject(MarkSubject subject) { subject_ = std::move(subject); }
+    [[nodiscard]] const MarkSubject& subject() const { return subject_; }
 
     /// Draws a line above the row, which parts it from the one before.
     void setDivided();

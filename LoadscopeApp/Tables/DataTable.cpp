@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Tables/DataTable.h"
 
+#include "LoadscopeApp/Tables/TableHeader.h"
 #include "LoadscopeApp/Tables/TablePainter.h"
 #include "LoadscopeApp/Text/PlainToolTip.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHash>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -22,6 +24,12 @@ namespace {
 constexpr int usualWidth = 420;
 constexpr int narrowest = 200;
 
+/// The orders that tables were put in, by their names. They last as long as the program.
+QHash<QString, TableSort>& keptSorts() {
+    static QHash<QString, TableSort> kept;
+    return kept;
+}
+
 } // namespace
 
 DataTable::DataTable(QAccessible::Role role, TableColumns columns, std::vector<TableRow> rows,
@@ -30,11 +38,12 @@ DataTable::DataTable(QAccessible::Role role, TableColumns columns, std::vector<T
       columns_(std::move(columns)),
       rows_(std::move(rows)),
       outline_(rows_),
+      arrangement_(columns_, rows_, outline_),
       places_(columns_, rows_, style) {
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    if (!outline_.isFlat()) places_.show(outline_.visible());
+    if (!outline_.isFlat()) places_.show(arrangement_.shown());
     AppTheme::bind(this, [this] {
         isMeasured_ = false;
         if (isVisible()) measure();
@@ -64,9 +73,59 @@ void DataTable::showRows(std::vector<std::size_t> rows) {
 void DataTable::setOpen(std::size_t row, bool open) {
     if (!outline_.opens(row) || outline_.isOpen(row) == open) return;
     outline_.setOpen(row, open);
-    showRows(outline_.visible());
+    rearrange();
     AccessibleMarks::tellExpanded(this, static_cast<int>(markOf(row).value_or(0)));
     Q_EMIT openChanged(row, open);
+}
+
+void DataTable::rearrange() { showRows(arrangement_.shown()); }
+
+void DataTable::setSortable(const QString& name) {
+    if (!columns_.hasHeader() || rows_.empty()) return;
+    sortName_ = name;
+    header_ = new TableHeader(*this);
+    const auto kept = keptSorts().constFind(name);
+    if (kept == keptSorts().constEnd() || kept->column >= columns_.count()) return;
+    arrangement_.setSort(*kept);
+    rearrange();
+}
+
+void DataTable::forgetSorts() { keptSorts().clear(); }
+
+void DataTable::setSort(std::optional<TableSort> sort) {
+    if (sort == arrangement_.sort()) return;
+    if (sort)
+        keptSorts()[sortName_] = *sort;
+    else
+        keptSorts().remove(sortName_);
+    arrangement_.setSort(sort);
+    const Item active = this->active();
+    rearrange();
+    if (active) setActive(active);
+    if (header_ != nullptr) header_->update();
+    AccessibleMarks::tellReordered(this);
+}
+
+void DataTable::find(const QString& wanted) {
+    if (wanted == arrangement_.wanted()) return;
+    arrangement_.find(wanted);
+    rearrange();
+    AccessibleMarks::tellReordered(this);
+}
+
+MarkedWidget::Item DataTable::titleAt(double x) const {
+    if (sortName_.isEmpty()) return {};
+    for (std::size_t column = 0; column < columns_.count(); ++column) {
+        // A click beside a short title is meant for it, and so is one in the gap before a number.
+        const QRectF area =
+            headerCell(column).adjusted(column == 0 ? 0 : -places_.style().columnGap, 0, 0, 0);
+        if (x >= area.left() && x <= area.right()) return column;
+    }
+    return {};
+}
+
+void DataTable::sortAt(double x) {
+    if (const Item title = titleAt(x)) setSort(arrangement_.nextSort(*title));
 }
 
 int DataTable::heightForWidth(int width) const {
@@ -81,6 +140,7 @@ QSize DataTable::minimumSizeHint() const { return {narrowest, 0}; }
 void DataTable::resizeEvent(QResizeEvent*) {
     measure();
     places_.setWidth(width());
+    if (header_ != nullptr) header_->follow();
 }
 
 QRectF DataTable::mirrored(const QRectF& area) const {
@@ -117,7 +177,8 @@ MarkedWidget::Mark DataTable::mark(std::size_t index) const {
     const std::size_t column = index % columns_.count();
     std::size_t line = index / columns_.count();
     if (columns_.hasHeader()) {
-        if (line == 0) return {columns_.title(column), {}, headerCell(column), QAccessible::ColumnHeader};
+        if (line == 0)
+            return {columns_.title(column), sortText(column), headerCell(column), QAccessible::ColumnHeader};
         --line;
     }
     const std::size_t row = places_.shown().at(line);
@@ -148,7 +209,7 @@ void DataTable::describeMark(int mark, QAccessible::State& state) const {
     const Item row = openingRowOf(mark);
     if (!row) return;
     state.expandable = true;
-    state.expanded = outline_.isOpen(*row);
+    state.expanded = arrangement_.isOpen(*row);
     state.collapsed = !state.expanded;
 }
 
@@ -156,6 +217,79 @@ bool DataTable::canToggleMark(int mark) const { return openingRowOf(mark).has_va
 
 void DataTable::toggleMark(int mark) {
     if (const Item row = openingRowOf(mark)) setOpen(*row, !outline_.isOpen(*row));
+}
+
+QString DataTable::sortText(std::size_t column) const {
+    const auto& sort = arrangement_.sort();
+    if (!sort || sort->column != column) return {};
+    if (columns_.isNumber(column))
+        return sort->isDescending ? QStringLiteral("largest first") : QStringLiteral("smallest first");
+    return sort->isDescending ? QStringLiteral("from Z to A") : QStringLiteral("from A to Z");
+}
+
+bool DataTable::canOpenMark(int mark) const {
+    const bool isTitle = columns_.hasHeader() && mark < static_cast<int>(columns_.count());
+    return isTitle ? !sortName_.isEmpty() : MarkedWidget::canOpenMark(mark);
+}
+
+void DataTable::openMark(int mark) {
+    const bool isTitle = columns_.hasHeader() && mark < static_cast<int>(columns_.count());
+    if (!isTitle)
+        MarkedWidget::openMark(mark);
+    else if (!sortName_.isEmpty())
+        setSort(arrangement_.nextSort(static_cast<std::size_t>(mark)));
+}
+
+int DataTable::currentMark() const {
+    return activeTitle_ ? static_cast<int>(*activeTitle_) : MarkedWidget::currentMark();
+}
+
+void DataTable::setActiveTitle(Item title) {
+    if (title == activeTitle_) return;
+    activeTitle_ = title;
+    update();
+    if (!title) return;
+    setActive(std::nullopt);
+    bringIntoView(headerCell(*title));
+    AccessibleMarks::tellCurrent(this);
+}
+
+bool DataTable::walkTitles(const QKeyEvent& event) {
+    const int key = event.key();
+    if (!activeTitle_) {
+        const bool isFirst = active() && stopOf(*active()) == Item(0);
+        if (key != Qt::Key_Up || sortName_.isEmpty() || !isFirst) return false;
+        setActiveTitle(arrangement_.sort() ? arrangement_.sort()->column : 0);
+        return true;
+    }
+    const bool isForward = key == (layoutDirection() == Qt::RightToLeft ? Qt::Key_Left : Qt::Key_Right);
+    if (key == Qt::Key_Left || key == Qt::Key_Right) {
+        const std::size_t count = columns_.count();
+        setActiveTitle((*activeTitle_ + (isForward ? 1 : count - 1)) % count);
+    } else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+        setSort(arrangement_.nextSort(*activeTitle_));
+        AccessibleMarks::tellCurrent(this);
+    } else {
+        setActiveTitle(std::nullopt);
+        if (key == Qt::Key_Down && stopCount() > 0) walkTo(0);
+        return key == Qt::Key_Down || key == Qt::Key_Escape;
+    }
+    return true;
+}
+
+void DataTable::showEvent(QShowEvent* event) {
+    MarkedWidget::showEvent(event);
+    if (header_ != nullptr) header_->follow();
+}
+
+void DataTable::focusOutEvent(QFocusEvent* event) {
+    setActiveTitle(std::nullopt);
+    MarkedWidget::focusOutEvent(event);
+}
+
+int DataTable::roomAbove() const {
+    // The mark of a row is its name, which has room above.
+    return header_ != nullptr ? static_cast<int>(places_.headerHeight() + places_.style().rowInset) : 0;
 }
 
 bool DataTable::isOnChevron(std::size_t row, QPointF point) const {
@@ -167,13 +301,16 @@ bool DataTable::isOnChevron(std::size_t row, QPointF point) const {
 bool DataTable::walkOutline(bool inward) {
     if (!active() || outline_.isFlat()) return false;
     const std::size_t row = *active();
-    if (outline_.opens(row) && outline_.isOpen(row) != inward) {
+    if (outline_.opens(row) && arrangement_.isOpen(row) != inward) {
         setOpen(row, inward);
         return true;
     }
-    const Item next = inward ? Item(row + 1) : outline_.parentOf(row);
-    if (!next || (inward && !outline_.opens(row))) return false;
-    walkTo(*places_.positionOf(*next));
+    if (inward && !outline_.opens(row)) return false;
+    const Item below = stopOf(row) ? Item(*stopOf(row) + 1) : Item();
+    const Item above = outline_.parentOf(row) ? places_.positionOf(*outline_.parentOf(row)) : Item();
+    const Item next = inward ? below : above;
+    if (!next || *next >= stopCount()) return false;
+    walkTo(*next);
     return true;
 }
 
@@ -198,8 +335,10 @@ void DataTable::paintEvent(QPaintEvent* event) {
 
 void DataTable::mousePressEvent(QMouseEvent* event) {
     const Item row = rowAt(event->position());
-    if (event->button() == Qt::LeftButton && row && isOnChevron(*row, event->position()))
-        setOpen(*row, !outline_.isOpen(*row));
+    if (event->button() == Qt::LeftButton && !row && event->position().y() < places_.headerHeight())
+        sortAt(event->position().x());
+    else if (event->button() == Qt::LeftButton && row && isOnChevron(*row, event->position()))
+        setOpen(*row, !arrangement_.isOpen(*row));
     else if (event->button() == Qt::LeftButton && row)
         selectFrom(*row, event->position());
     else
@@ -227,13 +366,15 @@ void DataTable::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         const QString text = copiedText();
         if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+    } else if (walkTitles(*event)) {
+        return;
     } else if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
         const Qt::Key inward = layoutDirection() == Qt::RightToLeft ? Qt::Key_Left : Qt::Key_Right;
         event->setAccepted(walkOutline(event->key() == inward)); // else a row has nothing beside it
     } else if (active() && outline_.opens(*active()) &&
                (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
                 event->key() == Qt::Key_Space)) {
-        setOpen(*active(), !outline_.isOpen(*active()));
+        setOpen(*active(), !arrangement_.isOpen(*active()));
     } else {
         MarkedWidget::keyPressEvent(event);
     }

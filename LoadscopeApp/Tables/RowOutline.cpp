@@ -25,11 +25,4 @@ RowOutline::RowOutline(const std::vector<TableRow>& rows)
         ends_[row] = rows.size();
 }
 
-std::vector<std::size_t> RowOutline::visible() const {
-    std::vector<std::size_t> rows;
-    for (std::size_t row = 0; row < ends_.size(); row = open_[row] ? row + 1 : ends_[row])
-        rows.push_back(row);
-    return rows;
-}
-
 } // namespace loadscope

@@ -22,10 +22,10 @@ public:
     [[nodiscard]] bool opens(std::size_t row) const { return ends_[row] > row + 1; }
     [[nodiscard]] bool isOpen(std::size_t row) const { return open_[row]; }
     void setOpen(std::size_t row, bool open) { open_[row] = open; }
+    /// The first row behind those that stand below this one.
+    [[nodiscard]] std::size_t endOf(std::size_t row) const { return ends_[row]; }
     /// The row that has to be open for this one to be seen; nothing for one at the top.
     [[nodiscard]] std::optional<std::size_t> parentOf(std::size_t row) const { return parents_[row]; }
-    /// The rows whose parents are all open, in their order.
-    [[nodiscard]] std::vector<std::size_t> visible() const;
 
 private:
     bool isFlat_ = true;

@@ -20,6 +20,8 @@ constexpr double dotSize = 8;
 constexpr double selectionOpacity = 0.16;
 constexpr double chevronSize = 4; ///< from its middle to its point
 constexpr double chevronLine = 1.6;
+constexpr double sortSize = 3.5;
+constexpr double sortGap = 9; ///< from a title to the middle of its arrow
 
 } // namespace
 
@@ -51,9 +53,35 @@ void TablePainter::paintHeader() {
         ReadingText::draw(painter_, table_.headerCell(column),
                           static_cast<int>(Qt::AlignVCenter | side) | Qt::TextSingleLine | Qt::TextDontClip,
                           table_.columns().title(column));
+        paintSort(column, side);
     }
     painter_.fillRect(QRectF(0, places_.headerHeight() - 1, table_.width(), 1),
                       theme_.color(ThemeColor::divider));
+}
+
+void TablePainter::paintSort(std::size_t column, Qt::Alignment side) {
+    const QRectF cell = table_.headerCell(column);
+    const double title = painter_.fontMetrics().horizontalAdvance(table_.columns().title(column));
+    const bool isRight = side.testFlag(Qt::AlignRight);
+    if (table_.activeTitle() == DataTable::Item(column)) {
+        const QRectF line(isRight ? cell.right() - title : cell.left(), cell.bottom() - 3, title, 2);
+        painter_.fillRect(line, theme_.color(ThemeColor::accent));
+    }
+    const auto& sort = table_.arrangement().sort();
+    if (!sort || sort->column != column) return;
+    // In the gap between the columns, so that none moves.
+    const double x = isRight ? cell.right() - title - sortGap : cell.left() + title + sortGap;
+    const double up = sort->isDescending ? -1 : 1;
+    const double y = cell.center().y();
+    const QPointF points[] = {{x - sortSize, y + up * sortSize / 2},
+                              {x, y - up * sortSize / 2},
+                              {x + sortSize, y + up * sortSize / 2}};
+    painter_.save();
+    painter_.setBrush(Qt::NoBrush);
+    painter_.setPen(QPen(theme_.color(ThemeColor::secondaryText), chevronLine, Qt::SolidLine, Qt::RoundCap,
+                         Qt::RoundJoin));
+    painter_.drawPolyline(points, 3);
+    painter_.restore();
 }
 
 void TablePainter::paintRow(std::size_t row) {
@@ -80,7 +108,7 @@ void TablePainter::paintChevron(std::size_t row, const QRectF& name) {
     painter_.translate(isMirrored ? name.right() + before : name.x() - before,
                        name.y() + places_.bodyLineHeight() / 2);
     if (isMirrored) painter_.scale(-1, 1);
-    if (table_.outline().isOpen(row)) painter_.rotate(90);
+    if (table_.arrangement().isOpen(row)) painter_.rotate(90);
     painter_.setBrush(Qt::NoBrush);
     painter_.setPen(QPen(theme_.color(ThemeColor::secondaryText), chevronLine, Qt::SolidLine, Qt::RoundCap,
                          Qt::RoundJoin));

@@ -17,12 +17,14 @@ public:
     TablePainter(QPainter& painter, const DataTable& table);
 
     void paint(const QRect& area);
+    /// The titles alone, at the top.
+    void paintHeader();
 
     /// Lays one line of a name out as it is painted.
     static void shape(QTextLayout& line, const DataTable& table, double width);
 
 private:
-    void paintHeader();
+    void paintSort(std::size_t column, Qt::Alignment side);
     void paintRow(std::size_t row);
     void paintChevron(std::size_t row, const QRectF& name);
     void paintDot(std::size_t row, const QRectF& name);

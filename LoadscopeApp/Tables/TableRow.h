@@ -5,6 +5,8 @@
 #include <QString>
 
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -17,6 +19,14 @@ struct TableRow {
     QString detail;             ///< below the name
     std::vector<QString> cells; ///< beside the name: the numbers, then the text
     int level = 0;              ///< how many steps the name stands in
+    /// What the numbers are, to be put in order by: one of each column, or one that stands for all of them.
+    std::vector<std::int64_t> values{};
+
+    /// Of a column of numbers. What has no number is less than all that have one.
+    [[nodiscard]] std::int64_t value(std::size_t column) const {
+        if (values.empty()) return std::numeric_limits<std::int64_t>::min();
+        return values.size() == 1 ? values.front() : values.at(column - 1);
+    }
 };
 
 /// The titles of a table's columns. A table whose names have no title has no header.

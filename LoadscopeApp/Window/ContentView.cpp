@@ -14,6 +14,7 @@
 #include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeApp/Theme/AppTheme.h"
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
+#include "LoadscopeApp/Window/FindBar.h"
 #include "LoadscopeApp/Window/FolderDrop.h"
 #include "LoadscopeApp/Window/Sidebar.h"
 #include "LoadscopeApp/Window/WindowSplitter.h"
@@ -79,9 +80,16 @@ QSize ContentView::firstSize(QSize available) {
 void ContentView::layOut() {
     pages_->addWidget(overview_);
     splitter_->addWidget(sidebar_);
-    splitter_->addWidget(pages_);
+    auto* area = new QWidget;
+    find_ = new FindBar(pages_, area);
+    auto* column = new QVBoxLayout(area);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(find_);
+    column->addWidget(pages_, 1);
+    splitter_->addWidget(area);
     // The splitter lowers what it is given, but children are read to the user in their order.
-    pages_->raise();
+    area->raise();
     splitter_->setStretchFactor(0, 0);
     splitter_->setStretchFactor(1, 1);
     auto* rows = new QVBoxLayout(content_);
@@ -114,6 +122,7 @@ void ContentView::connectAll() {
     connect(sidebar_, &Sidebar::walkthroughRequested, this, &ContentView::presentOnboarding);
     connect(new QShortcut(Qt::Key_F1, content_), &QShortcut::activated, this,
             [this] { HelpSheets::showShortcuts(pages_); });
+    connect(new QShortcut(QKeySequence::Find, content_), &QShortcut::activated, find_, &FindBar::open);
     // Of the window, so that it also ends the program while a sheet is up.
     connect(new QShortcut(Qt::CTRL | Qt::Key_Q, this), &QShortcut::activated, qApp, &QApplication::quit);
     modelSubscription_ = model_.observe([this] { refresh(); });

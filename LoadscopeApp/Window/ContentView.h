@@ -26,6 +26,7 @@ namespace loadscope {
 
 class CodexEstimateModel;
 class CompareView;
+class FindBar;
 class OnboardingCompletionStore;
 class OverviewView;
 class ReadinessModel;
@@ -123,6 +124,7 @@ private:
     QSplitter* splitter_;
     Sidebar* sidebar_;
     QStackedWidget* pages_;
+    FindBar* find_;
     OverviewView* overview_;
     TrendsView* trends_ = nullptr;   ///< made when it is first selected
     CompareView* compare_ = nullptr; ///< likewise

@@ -6,10 +6,14 @@
 #include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
+#include "LoadscopeApp/Window/FindBar.h"
 #include "tests/LoadscopeApp/Support/SampleReports.h"
 #include "tools/Screenshots/Stage.h"
 
 #include <QDir>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace loadscope::screenshots {
 namespace {
@@ -195,6 +199,28 @@ std::vector<Scene> reportScenes() {
                           const std::string measured = stage.model.selection()->path;
                           stage.choose("/src/other");
                           stage.choose(measured);
+                          stage.settle();
+                      }});
+    scenes.push_back({QStringLiteral("overview-find"), [report = cases[7]](Stage& stage) {
+                          show(stage, report);
+                          auto* bar = stage.view.findChild<FindBar*>();
+                          bar->open();
+                          bar->findChild<QLineEdit*>()->setText(QStringLiteral("git"));
+                          stage.settle();
+                      }});
+    scenes.push_back({QStringLiteral("overview-sorted"), [report = cases[8]](Stage& stage) {
+                          show(stage, report);
+                          ReportTable* table = nullptr;
+                          for (auto* one : stage.view.findChildren<ReportTable*>())
+                              if (one->accessibleName() == QStringLiteral("Rows by category")) table = one;
+                          table->setOpen(1, true);
+                          table->setSort(TableSort{1, false});
+                          stage.settle();
+                          QScrollArea* page = nullptr;
+                          for (auto* one : stage.view.findChildren<QScrollArea*>())
+                              if (one->isAncestorOf(table)) page = one;
+                          page->verticalScrollBar()->setValue(table->mapTo(page->widget(), QPoint()).y() +
+                                                              80);
                           stage.settle();
                       }});
     return scenes;

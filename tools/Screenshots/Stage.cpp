@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/Screenshots/Stage.h"
 
+#include "LoadscopeApp/Tables/DataTable.h"
 #include "LoadscopeCore/History/ScanHistoryFile.h"
 #include "LoadscopeCore/Platform/AtomicFile.h"
 #include "LoadscopeCore/Platform/StopToken.h"
@@ -47,6 +48,7 @@ Stage::Stage(const std::vector<RecordedScan>& history)
           uiThread, [this] { return tools.collaborators(); }, 1),
       view(model, readiness, store,
            [](QWidget*, const std::string&, const std::function<void(std::string)>&) {}) {
+    DataTable::forgetSorts(); // those of the picture before
     view.setCodexEstimates(codexEstimates);
     view.setRecentFolders(recent);
     view.setBatch(batch);

@@ -6,11 +6,13 @@
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Cards/Sheet.h"
 #include "LoadscopeApp/Charts/MarkedWidget.h"
+#include "LoadscopeApp/Pages/Report/ReportTable.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QPixmap>
+#include <QPointer>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -118,6 +120,31 @@ std::string contextMenu(Stage& stage) {
     return name;
 }
 
+std::string find(Stage& stage) {
+    QTest::keyClick(&stage.view(), Qt::Key_F, Qt::ControlModifier);
+    const QPointer<QWidget> field(QApplication::focusWidget());
+    const std::array texts{"a", "MCP", "CLAUDE", ".md", "no such name", "e"};
+    const std::string text = stage.dice.pick(texts);
+    if (field && field->inherits("QLineEdit")) QTest::keyClicks(field, QString::fromStdString(text));
+    if (field && stage.dice.oneIn(2))
+        QTest::keyClick(field, stage.dice.oneIn(2) ? Qt::Key_Return : Qt::Key_Escape);
+    return text;
+}
+
+std::string sortTable(Stage& stage) {
+    auto* table = anyVisible<ReportTable>(stage);
+    if (table == nullptr) return "no table";
+    const std::string name = nameOf(*table);
+    if (stage.dice.oneIn(2)) {
+        table->sortAt(stage.dice.below(table->width()));
+    } else {
+        table->setFocus(Qt::TabFocusReason);
+        for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Up, Qt::Key_Right, Qt::Key_Return})
+            QTest::keyClick(table, key);
+    }
+    return name;
+}
+
 std::string scroll(Stage& stage) {
     auto* widget = anyVisible<QWidget>(stage);
     if (widget == nullptr) return "no widget";
@@ -176,6 +203,8 @@ const std::vector<Action>& pageActions() {
         {"any keys", 8, true, anyKeys},
         {"copy", 3, true, copy},
         {"context menu", 4, true, contextMenu},
+        {"find", 4, true, find},
+        {"sort a table", 3, true, sortTable},
         {"scroll", 5, true, scroll},
         {"expand a section", 8, true, expand},
         {"export or copy", 5, true, exportReport},

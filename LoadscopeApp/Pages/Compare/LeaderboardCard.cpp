@@ -43,7 +43,8 @@ RowButton* makeRow(const ComparePresentation::LeaderboardRow& row, const Leaderb
 
 } // namespace
 
-LeaderboardCard::LeaderboardCard(const ComparePresentation& presentation) {
+LeaderboardCard::LeaderboardCard(const ComparePresentation& presentation)
+    : RowButtonList(static_cast<QWidget&>(*this)) {
     content()->setContentsMargins(0, Metrics::cardInset, 0, Metrics::cardInset / 2);
     content()->addLayout(
         CardPieces::inset(new SectionHeader(DisplayText::own(ComparePresentation::leaderboardTitle),
@@ -62,6 +63,7 @@ LeaderboardCard::LeaderboardCard(const ComparePresentation& presentation) {
             connect(row, &RowButton::clicked, this,
                     [this, path = texts[index].row.repositoryPath] { Q_EMIT repositoryRequested(path); });
             rows->addWidget(row);
+            add(row);
         }
         content()->addLayout(rows);
     }

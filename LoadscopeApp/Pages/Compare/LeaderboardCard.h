@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Cards/ReportSurface.h"
+#include "LoadscopeApp/Controls/RowButtonList.h"
 
 #include <string>
 
@@ -11,7 +12,7 @@ namespace loadscope {
 class ComparePresentation;
 
 /// Every scanned repository, one ranking per tool. A row opens its repository.
-class LeaderboardCard : public ReportSurface {
+class LeaderboardCard : public ReportSurface, public RowButtonList {
     Q_OBJECT
 
 public:

@@ -10,8 +10,13 @@
 
 #include <QVBoxLayout>
 
+#include <limits>
+
 namespace loadscope {
 namespace {
+
+/// Stands before every number where the order is by a side that does not have the category.
+constexpr auto nothing = std::numeric_limits<std::int64_t>::min();
 
 std::vector<TableRow> rowsOf(const ScanComparison& comparison) {
     std::vector<TableRow> rows;
@@ -22,7 +27,10 @@ std::vector<TableRow> rowsOf(const ScanComparison& comparison) {
                         DisplayText::own(DiffPresentation::source(category.source)),
                         {DisplayText::own(DiffPresentation::count(category.tokens.before)),
                          DisplayText::own(DiffPresentation::count(category.tokens.after)),
-                         DisplayText::own(DiffPresentation::change(category.tokens))}});
+                         DisplayText::own(DiffPresentation::change(category.tokens))},
+                        0,
+                        {category.tokens.before.value_or(nothing), category.tokens.after.value_or(nothing),
+                         category.tokens.change()}});
     }
     return rows;
 }

@@ -17,7 +17,9 @@ ReportTable* itemsTable(const std::vector<CodexItemLine>& lines) {
         rows.push_back({{},
                         DisplayText::line(line.name),
                         DisplayText::own(line.source),
-                        {DisplayText::own(CodexItemsPresentation::tokens(line))}});
+                        {DisplayText::own(CodexItemsPresentation::tokens(line))},
+                        0,
+                        {line.tokens}});
     return new ReportTable({DisplayText::own(CodexItemsPresentation::itemColumn),
                             {DisplayText::own(CodexItemsPresentation::tokensColumn)},
                             {}},
@@ -30,7 +32,9 @@ ReportTable* filesTable(const std::vector<CodexFileLine>& files) {
         rows.push_back({{},
                         DisplayText::line(file.path),
                         DisplayText::own(file.part),
-                        {DisplayText::own(CodexItemsPresentation::bytesRead(file))}});
+                        {DisplayText::own(CodexItemsPresentation::bytesRead(file))},
+                        0,
+                        {file.readBytes}});
     auto* table = new ReportTable({DisplayText::own(CodexItemsPresentation::fileColumn),
                                    {DisplayText::own(CodexItemsPresentation::bytesColumn)},
                                    {}},

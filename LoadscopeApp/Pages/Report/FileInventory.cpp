@@ -15,7 +15,9 @@ std::vector<TableRow> rowsOf(const std::vector<FilesPresentation::File>& files) 
         rows.push_back({{},
                         DisplayText::line(file.path),
                         DisplayText::own(file.detail),
-                        {DisplayText::own(file.tokens), DisplayText::own(file.share)}});
+                        {DisplayText::own(file.tokens), DisplayText::own(file.share)},
+                        0,
+                        {file.count.tokens}});
     return rows;
 }
 

@@ -19,6 +19,7 @@ ReportTable::ReportTable(TableColumns columns, std::vector<TableRow> rows, const
                          QWidget* parent)
     : DataTable(QAccessible::Table, std::move(columns), std::move(rows), {}, parent) {
     setAccessibleName(name);
+    setSortable(name);
 }
 
 int ReportTable::cursorAt(std::size_t row, QPointF point) const {
@@ -61,6 +62,23 @@ QString ReportTable::selectedText() const {
     return rows()[selection_->row].name.mid(from, text.original(piece.to) - from);
 }
 
+ReportTable::Item ReportTable::firstFoundStop() const {
+    const QString& wanted = arrangement().wanted();
+    for (std::size_t stop = 0; stop < stopCount(); ++stop)
+        if (rows()[itemAtStop(stop)].name.contains(wanted, Qt::CaseInsensitive)) return stop;
+    return {};
+}
+
+QRect ReportTable::firstFound() const {
+    const Item stop = firstFoundStop();
+    return stop ? rowArea(itemAtStop(*stop)) : QRect();
+}
+
+void ReportTable::goToFound() {
+    setFocus(Qt::ShortcutFocusReason);
+    if (const Item stop = firstFoundStop()) walkTo(*stop);
+}
+
 QString ReportTable::copiedText() const {
     const QString text = selectedText();
     return text.isEmpty() && active() ? rows()[*active()].name : text;
@@ -77,7 +95,8 @@ void ReportTable::mouseMoveEvent(QMouseEvent* event) {
     DataTable::mouseMoveEvent(event);
     const Item row = rowAt(event->position());
     const bool onName = row && cell(*row, 0).contains(event->position());
-    setCursor(onName ? Qt::IBeamCursor : Qt::ArrowCursor);
+    const bool onTitle = event->position().y() < places().headerHeight() && titleAt(event->position().x());
+    setCursor(onTitle ? Qt::PointingHandCursor : onName ? Qt::IBeamCursor : Qt::ArrowCursor);
 }
 
 void ReportTable::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -17,7 +17,8 @@
 
 namespace loadscope {
 
-PreviousRunsCard::PreviousRunsCard(const TrendsPresentation& presentation) {
+PreviousRunsCard::PreviousRunsCard(const TrendsPresentation& presentation)
+    : RowButtonList(static_cast<QWidget&>(*this)) {
     content()->setContentsMargins(0, Metrics::cardInset, 0, Metrics::cardInset);
     content()->addLayout(CardPieces::inset(new SectionHeader(DisplayText::own(TrendsPresentation::runsTitle),
                                                              DisplayText::own(presentation.runsDetail()))));
@@ -46,6 +47,7 @@ PreviousRunsCard::PreviousRunsCard(const TrendsPresentation& presentation) {
         connect(row, &RowButton::clicked, this,
                 [this, path = text.repositoryPath] { Q_EMIT repositoryRequested(path); });
         rows->addWidget(row);
+        add(row);
     }
     content()->addLayout(rows);
     content()->addLayout(

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "LoadscopeApp/Cards/ReportSurface.h"
+#include "LoadscopeApp/Controls/RowButtonList.h"
 
 #include <string>
 
@@ -11,7 +12,7 @@ namespace loadscope {
 class TrendsPresentation;
 
 /// The newest recorded scans of every repository. A row opens its repository.
-class PreviousRunsCard : public ReportSurface {
+class PreviousRunsCard : public ReportSurface, public RowButtonList {
     Q_OBJECT
 
 public:

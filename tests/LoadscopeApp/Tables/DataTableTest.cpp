@@ -1,9 +1,13 @@
 // SPDX-FileCopyrightText: The Loadscope authors
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
+#include "LoadscopeApp/Tables/TableHeader.h"
 #include "LoadscopeApp/Tables/TableLayout.h"
 
 #include <QAccessible>
+#include <QApplication>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -114,6 +118,88 @@ TEST(DataTable, OpensRowsByKeyboardChevronAndAssistiveTechnology) {
     mark(2)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     EXPECT_TRUE(mark(2)->state().expanded);
     EXPECT_EQ(mark(4)->text(QAccessible::Name), "search");
+}
+
+/// Many rows, in a page that scrolls.
+class LongTable {
+public:
+    LongTable() {
+        std::vector<TableRow> rows;
+        for (int row = 0; row < 200; ++row)
+            rows.push_back({{},
+                            QString("row %1").arg(row, 3, 10, QLatin1Char('0')),
+                            {},
+                            {QString::number(row % 7)},
+                            0,
+                            {row % 7}});
+        table = new ReportTable({"Name", {"Tokens"}, {}}, rows, "Long");
+        page.setWidget(table);
+        page.setWidgetResizable(true);
+        page.resize(400, 300);
+        page.show();
+        QApplication::processEvents();
+    }
+    ~LongTable() { DataTable::forgetSorts(); }
+    LongTable(const LongTable&) = delete;
+    LongTable& operator=(const LongTable&) = delete;
+
+    [[nodiscard]] QString first() const { return table->rows()[table->places().shown().front()].name; }
+
+    QScrollArea page;
+    ReportTable* table;
+};
+
+TEST(DataTable, IsSortedByMouseKeyboardAndAssistiveTechnology) {
+    LongTable shown;
+    ReportTable& table = *shown.table;
+    const QPoint tokens = table.headerCell(1).center().toPoint();
+    QTest::mouseClick(&table, Qt::LeftButton, {}, tokens);
+    EXPECT_EQ(shown.first(), "row 006");
+    EXPECT_EQ(table.markValue(1), "largest first");
+    EXPECT_EQ(table.markValue(0), QString());
+    QTest::mouseClick(&table, Qt::LeftButton, {}, tokens);
+    EXPECT_EQ(shown.first(), "row 000");
+    table.setActive(table.places().shown()[1]);
+    QTest::keyClick(&table, Qt::Key_Up);
+    EXPECT_EQ(table.active(), Item(0));
+    QTest::keyClick(&table, Qt::Key_Up); // on to the title that the rows are sorted by
+    EXPECT_EQ(table.currentMark(), 1);
+    QTest::keyClick(&table, Qt::Key_Left);
+    EXPECT_EQ(table.currentMark(), 0);
+    EXPECT_EQ(table.active(), Item());
+    QTest::keyClick(&table, Qt::Key_Return);
+    QTest::keyClick(&table, Qt::Key_Space);
+    EXPECT_EQ(shown.first(), "row 199");
+    const ReportTable next({"Name", {"Tokens"}, {}}, table.rows(), "Long");
+    EXPECT_EQ(next.arrangement().sort(), (TableSort{0, true})) << "kept for the next report";
+    QAccessibleInterface* title = QAccessible::queryAccessibleInterface(&table)->child(0);
+    EXPECT_EQ(title->text(QAccessible::Value), "from Z to A");
+    title->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(shown.first(), "row 000") << "as given";
+    QTest::keyClick(&table, Qt::Key_Down);
+    EXPECT_EQ(table.active(), Item(0));
+}
+
+TEST(DataTable, KeepsItsTitlesInView) {
+    LongTable shown;
+    auto* titles = shown.table->findChild<TableHeader*>();
+    ASSERT_NE(titles, nullptr);
+    EXPECT_FALSE(titles->isVisible());
+    shown.page.verticalScrollBar()->setValue(500);
+    EXPECT_TRUE(titles->isVisible());
+    EXPECT_EQ(titles->mapTo(shown.page.viewport(), QPoint()).y(), 0);
+    QTest::mouseClick(titles, Qt::LeftButton, {}, shown.table->headerCell(1).center().toPoint());
+    EXPECT_EQ(shown.first(), "row 006");
+    QTest::keyClick(shown.table, Qt::Key_Home);
+    for (int step = 0; step < 40; ++step)
+        QTest::keyClick(shown.table, Qt::Key_Down);
+    for (int step = 0; step < 20; ++step)
+        QTest::keyClick(shown.table, Qt::Key_Up);
+    const QRect row = shown.table->rowArea(*shown.table->active());
+    EXPECT_TRUE(titles->isVisible());
+    EXPECT_GE(row.top(), titles->geometry().bottom()) << "the row that was walked to is below them";
+    shown.page.verticalScrollBar()->setValue(0);
+    EXPECT_FALSE(titles->isVisible());
 }
 
 TEST(TableLayout, CutsANameWhereItsOwnNumberBegins) {
