@@ -165,6 +165,28 @@ bool openRows(ReportTable& table) {
     return tellFrames("opening a row of them", frames, smoothFrame);
 }
 
+/// Types what is looked for letter by letter, deletes it again, and puts the rows into every order.
+bool findAndSort(OverviewReport& page, ReportTable& table) {
+    std::vector<double> keys;
+    for (const char* const wanted :
+         {"t", "to", "too", "tool", "tool_1", "tool_12", "too", "t", "", "no such name", ""})
+        keys.push_back(millisecondsOf([&page, wanted] {
+            for (auto* list : page.findChildren<ReportTable*>())
+                list->find(QString::fromUtf8(wanted));
+            settle();
+        }));
+    std::vector<double> sorts;
+    for (std::size_t column = 0; column < table.columns().count(); ++column) {
+        for (int click = 0; click < 3; ++click)
+            sorts.push_back(millisecondsOf([&table, column] {
+                table.setSort(table.arrangement().nextSort(column));
+                settle();
+            }));
+    }
+    const bool found = tellFrames("finding among them, a letter", keys, smoothFrame);
+    return tellFrames("sorting them", sorts, smoothFrame) && found;
+}
+
 bool useMembers() {
     OverviewView view;
     view.resize(pageSize);
@@ -177,6 +199,7 @@ bool useMembers() {
         section->setExpanded(true);
     settle();
     bool holds = openRows(*table);
+    holds = findAndSort(*page, *table) && holds;
     holds = scroll(*page) && holds;
     holds = hover(*page, *table, "the table of 5,000 members") && holds;
     return hover(*page, *page->findChild<MemberTreemapView*>(), "the treemap of 5,000 members") && holds;
