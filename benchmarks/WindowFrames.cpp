@@ -199,6 +199,21 @@ bool useMembers() {
         section->setExpanded(true);
     settle();
     bool holds = openRows(*table);
+    auto* tiles = page->findChild<MemberTreemapView*>();
+    page->ensureWidgetVisible(tiles);
+    settle();
+    std::vector<double> zooms;
+    for (std::size_t node = 0; node < tiles->treemap().nodes().size(); ++node) {
+        const MarkedWidget::Item before = tiles->zoomed();
+        const double time = millisecondsOf([&] {
+            tiles->zoomTo(node);
+            settle();
+        });
+        if (tiles->zoomed() != before) zooms.push_back(time);
+    }
+    tiles->zoomTo(std::nullopt);
+    settle();
+    holds = tellFrames("zooming into their tiles", zooms, smoothFrame) && holds;
     holds = findAndSort(*page, *table) && holds;
     holds = scroll(*page) && holds;
     holds = hover(*page, *table, "the table of 5,000 members") && holds;

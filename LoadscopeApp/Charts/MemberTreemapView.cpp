@@ -11,8 +11,10 @@
 #include "LoadscopeApp/Theme/ThemeMetrics.h"
 #include "LoadscopeCore/Geometry/TreemapTiles.h"
 
+#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -49,14 +51,81 @@ MemberTreemapView::MemberTreemapView(std::shared_ptr<const ScanReport> report, Q
 
 QSize MemberTreemapView::sizeHint() const { return {usualWidth, AppTheme::current().scaled(usualHeight)}; }
 
-void MemberTreemapView::resizeEvent(QResizeEvent*) {
+void MemberTreemapView::resizeEvent(QResizeEvent*) { layOut(); }
+
+void MemberTreemapView::layOut() {
     NestedTreemap::Style style;
     style.stripHeight = QFontMetricsF(AppTheme::current().font(TextStyle::caption)).height() + 2;
-    layout_ = NestedTreemap(treemap_.nodes(), ChartShapes::rect(QRectF(rect())), style);
+    layout_ = NestedTreemap(treemap_.nodes(), ChartShapes::rect(QRectF(rect())), style, zoomed_);
     shown_.clear();
     for (std::size_t node = 0; node < layout_.tiles().size(); ++node)
         if (!layout_.tiles()[node].isEmpty()) shown_.push_back(node);
     setActive(std::nullopt);
+}
+
+void MemberTreemapView::zoomTo(Item node) {
+    if (node == zoomed_ || (node && !layout_.hasChildren(*node))) return;
+    zoomed_ = node;
+    layOut();
+    update();
+    AccessibleMarks::tellReordered(this);
+    Q_EMIT zoomChanged(zoomed_);
+}
+
+bool MemberTreemapView::zoomOut() {
+    if (!zoomed_) return false;
+    const std::size_t left = *zoomed_;
+    zoomTo(layout_.parentOf(left));
+    if (hasFocus() && stopOf(left)) walkTo(*stopOf(left));
+    return true;
+}
+
+void MemberTreemapView::follow(Item node) {
+    const QScopedValueRollback follows(isFollowing_, true);
+    setActive(node && stopOf(*node) ? node : Item());
+}
+
+MarkedWidget::Item MemberTreemapView::nextLevel(std::size_t node) const {
+    Item level = node;
+    while (level && layout_.parentOf(*level) != zoomed_)
+        level = layout_.parentOf(*level);
+    return level && layout_.hasChildren(*level) ? level : Item();
+}
+
+bool MemberTreemapView::canOpenMark(int mark) const {
+    return layout_.hasChildren(shown_.at(static_cast<std::size_t>(mark))) || MarkedWidget::canOpenMark(mark);
+}
+
+void MemberTreemapView::openMark(int mark) {
+    const std::size_t node = shown_.at(static_cast<std::size_t>(mark));
+    if (layout_.hasChildren(node))
+        zoomTo(node);
+    else
+        MarkedWidget::openMark(mark);
+}
+
+void MemberTreemapView::keyPressEvent(QKeyEvent* event) {
+    const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (opens && active() && layout_.hasChildren(*active())) {
+        zoomTo(active());
+        if (!shown_.empty()) walkTo(0);
+    } else if (event->key() != Qt::Key_Backspace || !zoomOut()) {
+        MarkedWidget::keyPressEvent(event);
+    }
+}
+
+void MemberTreemapView::mousePressEvent(QMouseEvent* event) {
+    const Item node = event->button() == Qt::LeftButton ? itemAt(event->position()) : Item();
+    const Item level = node ? nextLevel(*node) : Item();
+    hasClickZoomed_ = level.has_value();
+    if (level)
+        zoomTo(level);
+    else
+        MarkedWidget::mousePressEvent(event);
+}
+
+void MemberTreemapView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (!hasClickZoomed_) MarkedWidget::mouseDoubleClickEvent(event);
 }
 
 MarkedWidget::Mark MemberTreemapView::mark(std::size_t index) const {
@@ -89,7 +158,7 @@ void MemberTreemapView::updateTile(Item item) {
 void MemberTreemapView::activeMoved(Item before, std::optional<QPointF> place) {
     updateTile(before);
     updateTile(active());
-    if (!active() || *active() >= layout_.tiles().size()) {
+    if (!active() || *active() >= layout_.tiles().size() || isFollowing_) {
         tip_->hide();
         return;
     }

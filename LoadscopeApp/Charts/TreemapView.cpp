@@ -11,6 +11,7 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -68,6 +69,11 @@ MarkedWidget::Item TreemapView::itemAt(QPointF point) const {
     return layout_.tileAt(ChartShapes::point(point));
 }
 
+void TreemapView::follow(Item item) {
+    const QScopedValueRollback follows(isFollowing_, true);
+    setActive(item && stopOf(*item) ? item : Item());
+}
+
 void TreemapView::updateTile(Item item) {
     if (item && *item < layout_.tiles().size())
         update(ChartShapes::rect(layout_.tiles()[*item]).toAlignedRect().adjusted(-1, -1, 1, 1));
@@ -76,7 +82,7 @@ void TreemapView::updateTile(Item item) {
 void TreemapView::activeMoved(Item before, std::optional<QPointF> place) {
     updateTile(before);
     updateTile(active());
-    if (!active() || *active() >= layout_.tiles().size()) {
+    if (!active() || *active() >= layout_.tiles().size() || isFollowing_) {
         tip_->hide();
         return;
     }

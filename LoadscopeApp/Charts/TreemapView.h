@@ -29,6 +29,8 @@ public:
 
     [[nodiscard]] const TreemapTiles& tiles() const { return layout_; }
     [[nodiscard]] const ChartTip& tip() const { return *tip_; }
+    /// Highlights a tile that is active elsewhere, without a tip.
+    void follow(Item item);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {60, sizeHint().height()}; }
@@ -57,6 +59,7 @@ private:
 
     std::vector<Tile> tiles_;
     TreemapTiles layout_;
+    bool isFollowing_ = false; ///< what becomes active does so elsewhere
     ChartTip* tip_;
 };
 

@@ -8,7 +8,8 @@
 
 namespace loadscope {
 
-NestedTreemap::NestedTreemap(std::span<const Node> nodes, RectF bounds, const Style& style)
+NestedTreemap::NestedTreemap(std::span<const Node> nodes, RectF bounds, const Style& style,
+                             std::optional<std::size_t> root)
     : nodes_(nodes.begin(), nodes.end()), ends_(nodes.size()), tiles_(nodes.size()), strips_(nodes.size()) {
     std::vector<std::size_t> open;
     for (std::size_t i = 0; i <= nodes_.size(); ++i) {
@@ -18,7 +19,9 @@ NestedTreemap::NestedTreemap(std::span<const Node> nodes, RectF bounds, const St
         }
         open.push_back(i);
     }
-    layOut(0, nodes_.size(), bounds, style);
+    first_ = root ? *root + 1 : 0;
+    end_ = root ? ends_.at(*root) : nodes_.size();
+    layOut(first_, end_, bounds, style);
 }
 
 void NestedTreemap::layOut(std::size_t first, std::size_t end, RectF bounds, const Style& style) {
@@ -59,8 +62,8 @@ bool NestedTreemap::isDivided(std::size_t node) const {
 
 std::optional<std::size_t> NestedTreemap::tileAt(PointF point) const {
     std::optional<std::size_t> found;
-    std::size_t first = 0;
-    std::size_t end = nodes_.size();
+    std::size_t first = first_;
+    std::size_t end = end_;
     while (first < end) {
         std::size_t child = first;
         while (child < end && !tiles_[child].contains(point))

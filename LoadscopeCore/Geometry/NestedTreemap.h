@@ -33,7 +33,9 @@ public:
     static constexpr double smallestDivided = 8;
 
     NestedTreemap() = default;
-    NestedTreemap(std::span<const Node> nodes, RectF bounds, const Style& style);
+    /// With a root, what is below it takes all the room, and nothing else has a tile.
+    NestedTreemap(std::span<const Node> nodes, RectF bounds, const Style& style,
+                  std::optional<std::size_t> root = std::nullopt);
 
     /// One rectangle per node; empty where it has no tile.
     [[nodiscard]] const std::vector<RectF>& tiles() const { return tiles_; }
@@ -47,6 +49,9 @@ public:
     /// The deepest node whose tile is under the point.
     [[nodiscard]] std::optional<std::size_t> tileAt(PointF point) const;
 
+    /// Whether the node holds others, with tiles or without.
+    [[nodiscard]] bool hasChildren(std::size_t node) const { return ends_.at(node) > node + 1; }
+
     /// The node that holds this one; nothing for a root.
     [[nodiscard]] std::optional<std::size_t> parentOf(std::size_t node) const;
 
@@ -55,6 +60,8 @@ private:
     [[nodiscard]] RectF divide(std::size_t node, const Style& style);
 
     std::vector<Node> nodes_;
+    std::size_t first_ = 0; ///< the first node that may have a tile, and the first behind them
+    std::size_t end_ = 0;
     std::vector<std::size_t> ends_; ///< by node: the first one behind it that is not below it
     std::vector<RectF> tiles_;
     std::vector<RectF> strips_;

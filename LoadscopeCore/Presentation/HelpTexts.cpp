@@ -18,6 +18,7 @@ const std::vector<Shortcut>& shortcuts() {
          "Walk a table or a chart; Up from the first row to the titles, to sort"},
         {{"Right", "Left"}, "Open and close a row of the breakdown"},
         {{"Return"}, "Open what is lit, also a file; choose a point of Trends; sort by a title"},
+        {{"Backspace"}, "Out of a group of the tiles"},
         {{"Menu"}, "What can be done with what is lit"},
         {{"Ctrl+C"}, "Copy the selection, a card, or the name of the row that is lit"},
         {{"F1"}, "This list"},

@@ -19,6 +19,10 @@ public:
     static constexpr const char* title = "By member";
     static constexpr const char* detailLine =
         "Servers, tools, files, skills and agents within their categories. Expand to see them by size.";
+    static constexpr const char* all = "All categories";
+    static constexpr const char* wayName = "Where in the tiles";
+    static constexpr const char* zoomCaption =
+        "A click on a group, or Return, shows it alone; Backspace goes back.";
     static constexpr const char* caption =
         "Tile sizes use the tokens of each row, divided by what Claude Code lists below it.";
 
@@ -29,6 +33,14 @@ public:
 
     /// The row of the report in which a node lies: its colour.
     [[nodiscard]] std::size_t rowOf(std::size_t node) const { return places_.at(node).row; }
+
+    /// The line of the breakdown's table that shows the same: categories with all that they open to, in
+    /// order.
+    [[nodiscard]] std::size_t lineOf(std::size_t node) const { return places_.at(node).line; }
+    [[nodiscard]] std::optional<std::size_t> nodeOfLine(std::size_t line) const;
+
+    /// The way from all categories to a node; to all of them without one.
+    [[nodiscard]] std::vector<std::string> steps(std::optional<std::size_t> node) const;
 
     [[nodiscard]] std::string name(std::size_t node) const;
 
@@ -50,6 +62,7 @@ public:
 private:
     struct Place {
         std::size_t row = 0;
+        std::size_t line = 0;
         std::optional<std::size_t> group{};
         std::optional<std::size_t> member{};
         bool isDifference = false;
@@ -57,7 +70,9 @@ private:
     };
 
     void add(std::size_t depth, std::int64_t tokens, const Place& place);
-    void addList(std::size_t row);
+    /// Counts the lines on, also those of what has no node.
+    void addList(std::size_t row, std::size_t& line);
+    [[nodiscard]] static std::size_t lineCount(const MemberList& list);
     [[nodiscard]] PreciseCount countOf(const Place& place) const;
 
     const ScanReport& report_;

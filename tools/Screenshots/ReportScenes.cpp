@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
+#include "LoadscopeApp/Charts/MemberTreemapView.h"
 #include "LoadscopeApp/Charts/TreemapView.h"
 #include "LoadscopeApp/Controls/DisclosureButton.h"
 #include "LoadscopeApp/Pages/Overview/OverviewReport.h"
@@ -206,6 +207,19 @@ std::vector<Scene> reportScenes() {
                           auto* bar = stage.view.findChild<FindBar*>();
                           bar->open();
                           bar->findChild<QLineEdit*>()->setText(QStringLiteral("git"));
+                          stage.settle();
+                      }});
+    scenes.push_back({QStringLiteral("overview-zoomed"), [report = cases[8]](Stage& stage) {
+                          show(stage, report);
+                          for (auto* section : stage.view.findChildren<CollapsibleSection*>())
+                              section->setExpanded(true);
+                          stage.settle();
+                          auto* treemap = stage.view.findChild<MemberTreemapView*>();
+                          for (std::size_t node = 0; node < treemap->treemap().nodes().size(); ++node)
+                              if (treemap->treemap().name(node) == "github") treemap->zoomTo(node);
+                          stage.settle();
+                          for (auto* one : stage.view.findChildren<QScrollArea*>())
+                              if (one->isAncestorOf(treemap)) one->ensureWidgetVisible(treemap, 0, 160);
                           stage.settle();
                       }});
     scenes.push_back({QStringLiteral("overview-sorted"), [report = cases[8]](Stage& stage) {

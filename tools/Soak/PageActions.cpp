@@ -5,7 +5,7 @@
 
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Cards/Sheet.h"
-#include "LoadscopeApp/Charts/MarkedWidget.h"
+#include "LoadscopeApp/Charts/MemberTreemapView.h"
 #include "LoadscopeApp/Pages/Report/ReportTable.h"
 
 #include <QAbstractButton>
@@ -145,6 +145,21 @@ std::string sortTable(Stage& stage) {
     return name;
 }
 
+std::string zoom(Stage& stage) {
+    auto* tiles = anyVisible<MemberTreemapView>(stage);
+    if (tiles == nullptr) return "no tiles";
+    tiles->setFocus(Qt::TabFocusReason);
+    const std::array keys{Qt::Key_Down, Qt::Key_Return, Qt::Key_Backspace};
+    for (int count = stage.dice.between(1, 6); count > 0; --count) {
+        if (stage.dice.oneIn(2))
+            QTest::mouseClick(tiles, Qt::LeftButton, {}, placeIn(*tiles, stage.dice));
+        else if (const Qt::Key key = stage.dice.pick(keys);
+                 key != Qt::Key_Return || !tiles->active() || tiles->pathOf(*tiles->active()).empty())
+            QTest::keyClick(tiles, key);
+    }
+    return tiles->treemap().steps(tiles->zoomed()).back();
+}
+
 std::string scroll(Stage& stage) {
     auto* widget = anyVisible<QWidget>(stage);
     if (widget == nullptr) return "no widget";
@@ -203,6 +218,7 @@ const std::vector<Action>& pageActions() {
         {"any keys", 8, true, anyKeys},
         {"copy", 3, true, copy},
         {"context menu", 4, true, contextMenu},
+        {"zoom into tiles", 4, true, zoom},
         {"find", 4, true, find},
         {"sort a table", 3, true, sortTable},
         {"scroll", 5, true, scroll},

@@ -102,6 +102,7 @@ void BreakdownSection::addRows(const ScanReport& report, const CategoryMembers& 
                                    QStringLiteral("Source")},
                                   rows->rows, QStringLiteral("Rows by category"));
     rows->rows.clear(); // the table has its own
+    table_ = table;
     table->setPaths([rows](std::size_t row) { return rows->paths.at(row); });
     if (ring == nullptr) {
         content()->addWidget(TextLabel::note(

@@ -21,11 +21,16 @@ class BreakdownSection : public ReportSurface {
 public:
     explicit BreakdownSection(const ScanReport& report, QWidget* parent = nullptr);
 
+    /// The table of categories; null when the report has none.
+    [[nodiscard]] ReportTable* table() const { return table_; }
+
 private:
     void addRows(const ScanReport& report, const CategoryMembers& members);
     void connectRing(DonutChart* donut, ReportTable* table, const std::shared_ptr<BreakdownRows>& rows);
     void addBesides(const ScanReport& report, const CategoryMembers& members);
     void addNotes(const ScanReport& report);
+
+    ReportTable* table_ = nullptr;
 };
 
 } // namespace loadscope

@@ -42,6 +42,15 @@ QWidget* unreadableList(const std::vector<std::string>& paths) {
     return table;
 }
 
+/// Lets the tiles and the rows of the same files highlight each other.
+QWidget* linked(TreemapView* treemap, FileInventory* inventory) {
+    QObject::connect(treemap, &TreemapView::activeChanged, inventory, &FileInventory::setActive);
+    QObject::connect(inventory, &FileInventory::activeChanged, treemap, [treemap](MarkedWidget::Item file) {
+        if (treemap->active() != file) treemap->follow(file);
+    });
+    return inventory;
+}
+
 void fill(QWidget* body, const ScanReport& report) {
     auto* column = new QVBoxLayout(body);
     column->setContentsMargins(0, 0, 0, 0);
@@ -52,9 +61,10 @@ void fill(QWidget* body, const ScanReport& report) {
     if (!report.unreadablePaths().empty())
         addGroup(column, QStringLiteral("Could not be read"))
             ->addWidget(unreadableList(report.unreadablePaths()));
+    TreemapView* treemap = nullptr;
     if (!files.empty()) {
         QVBoxLayout* group = addGroup(column, QStringLiteral("Relative size"));
-        TreemapView* treemap = InstructionFilesSection::treemap(files);
+        treemap = InstructionFilesSection::treemap(files);
         treemap->setPaths(FileInventory::pathsOf(report, files));
         group->addWidget(treemap);
         group->addWidget(TextLabel::note(DisplayText::own(FilesPresentation::treemapCaption(report))));
@@ -64,7 +74,7 @@ void fill(QWidget* body, const ScanReport& report) {
         inventory->addWidget(TextLabel::note(QStringLiteral("No instruction files were found for this scan."),
                                              TextStyle::body));
     else
-        inventory->addWidget(new FileInventory(report, files));
+        inventory->addWidget(linked(treemap, new FileInventory(report, files)));
     if (const auto note = FilesPresentation::twoNumbersNote(report))
         column->addWidget(TextLabel::note(DisplayText::own(*note)));
     column->addWidget(TextLabel::note(DisplayText::own(FilesPresentation::shareNote(report))));

@@ -56,10 +56,15 @@ QWidget* totals(const ScanReport& report, const std::shared_ptr<const RecordedSc
 
 std::vector<QWidget*> reportBlocks(const std::shared_ptr<const ScanReport>& report,
                                    const std::shared_ptr<const RecordedScan>& previous) {
+    auto* breakdown = new BreakdownSection(*report);
     std::vector<QWidget*> blocks{header(), totals(*report, previous), new HealthScoreCard(*report),
-                                 new BreakdownSection(*report)};
+                                 breakdown};
     if (ChangeableCard::isNeeded(*report)) blocks.push_back(new ChangeableCard(*report));
-    if (!report->details.members.empty()) blocks.push_back(new MembersSection(report));
+    if (!report->details.members.empty()) {
+        auto* members = new MembersSection(report);
+        if (breakdown->table() != nullptr) members->connectRows(breakdown->table());
+        blocks.push_back(members);
+    }
     blocks.insert(blocks.end(), {new InstructionFilesSection(*report), new MethodologyCard(*report),
                                  new ReportSection(report)});
     return blocks;

@@ -37,6 +37,13 @@ TEST(NestedTreemap, KeepsChildrenInTheirParentsAndFindsTheDeepest) {
     const double ratio =
         map.tiles()[2].width * map.tiles()[2].height / (map.tiles()[3].width * map.tiles()[3].height);
     EXPECT_NEAR(ratio, 3, 0.4);
+    const NestedTreemap inside(nodes, bounds, {}, 0);
+    for (const std::size_t node : {0, 5})
+        EXPECT_TRUE(inside.tiles()[node].isEmpty()) << "only what is below the root has tiles";
+    EXPECT_EQ(inside.tileAt(inside.tiles()[4].center()), 4);
+    EXPECT_GT(inside.tiles()[4].width * inside.tiles()[4].height,
+              map.tiles()[4].width * map.tiles()[4].height);
+    EXPECT_EQ(NestedTreemap(nodes, bounds, {}, 5).tileAt({100, 100}), std::nullopt) << "a root of nothing";
     EXPECT_EQ(map.tileAt({0, 0}), std::nullopt);
     EXPECT_EQ(NestedTreemap({}, bounds, {}).tileAt({100, 100}), std::nullopt);
 }

@@ -3,7 +3,10 @@
 #include "LoadscopeApp/Charts/ChartTip.h"
 #include "LoadscopeApp/Charts/DonutChart.h"
 #include "LoadscopeApp/Charts/MemberTreemapView.h"
-#include "LoadscopeApp/Pages/Report/ReportTable.h"
+#include "LoadscopeApp/Charts/TreemapView.h"
+#include "LoadscopeApp/Controls/BreadCrumb.h"
+#include "LoadscopeApp/Pages/Report/FileInventory.h"
+#include "LoadscopeApp/Text/DisplayText.h"
 #include "LoadscopeCore/Presentation/ChangeablePresentation.h"
 #include "LoadscopeCore/Presentation/DetailsPresentation.h"
 #include "tests/LoadscopeApp/Support/ReportFixture.h"
@@ -101,6 +104,91 @@ TEST_F(ReportMembers, AreTilesWithinTiles) {
     const RectF tile = treemap->tiles().tiles()[tool];
     ReportPage::hover(treemap, {tile.x + tile.width / 2, tile.y + tile.height / 2});
     EXPECT_EQ(treemap->active(), MarkedWidget::Item(tool)) << "the deepest tile is the one under the pointer";
+}
+
+TEST_F(ReportMembers, AreGoneIntoAndBackOutOf) {
+    auto* treemap = page_.find<MemberTreemapView>();
+    auto* way = page_.find<BreadCrumb>();
+    const auto place = [&] {
+        QStringList names;
+        for (const std::string& step : treemap->treemap().steps(treemap->zoomed()))
+            names.append(QString::fromStdString(step));
+        ReportPage::settle();
+        return names.join(" > ").toStdString();
+    };
+    const std::string whole = place();
+    const auto middleOf = [&](const char* name) {
+        for (std::size_t node = 0; node < treemap->tiles().tiles().size(); ++node) {
+            const RectF& tile = treemap->tiles().tiles()[node];
+            if (treemap->treemap().name(node) == name && !tile.isEmpty())
+                return QPointF(tile.x + tile.width / 2, tile.y + tile.height / 2).toPoint();
+        }
+        return QPoint();
+    };
+    // One level a click, wherever in the group it falls.
+    const QPoint tool = middleOf("tool_0");
+    QTest::mouseClick(treemap, Qt::LeftButton, {}, tool);
+    EXPECT_EQ(place(), "All categories > MCP tools");
+    QTest::mouseClick(treemap, Qt::LeftButton, {}, middleOf("tool_0"));
+    EXPECT_EQ(place(), "All categories > MCP tools > github");
+    QTest::mouseClick(treemap, Qt::LeftButton, {}, middleOf("tool_0"));
+    EXPECT_EQ(place(), "All categories > MCP tools > github") << "a tool holds nothing";
+    const RectF& tile = treemap->tiles().tiles()[*treemap->itemOf(0)];
+    EXPECT_GT(tile.width * tile.height, treemap->width() * treemap->height() / 40.0) << "it has the room";
+    QStringList steps;
+    for (auto* button : way->findChildren<QAbstractButton*>())
+        if (button->isVisibleTo(way)) steps.append(button->accessibleName());
+    EXPECT_EQ(steps, (QStringList{"All categories", "MCP tools"}));
+    treemap->setFocus();
+    QTest::keyClick(treemap, Qt::Key_Backspace);
+    EXPECT_EQ(place(), "All categories > MCP tools");
+    EXPECT_EQ(treemap->tip().title(), "github") << "the keyboard is where it came from";
+    QTest::keyClick(treemap, Qt::Key_Return);
+    EXPECT_EQ(place(), "All categories > MCP tools > github");
+    for (auto* button : way->findChildren<QAbstractButton*>())
+        if (button->isVisibleTo(way) && button->accessibleName() == "All categories") {
+            button->click();
+            break;
+        }
+    EXPECT_EQ(place(), whole);
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(treemap);
+    spoken->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(place(), "All categories > MCP tools");
+    QTest::keyClick(treemap, Qt::Key_Backspace);
+    QTest::keyClick(treemap, Qt::Key_Backspace);
+    EXPECT_EQ(place(), whole);
+    EXPECT_FALSE(treemap->zoomOut());
+}
+
+TEST_F(ReportMembers, HighlightTheirRowsAndTheRowsThem) {
+    auto* treemap = page_.find<MemberTreemapView>();
+    const MemberTreemap& nodes = treemap->treemap();
+    for (std::size_t node = 0; node < nodes.nodes().size(); ++node) {
+        EXPECT_EQ(table_->rows().at(nodes.lineOf(node)).name.toStdString(),
+                  DisplayText::line(nodes.name(node)).toStdString());
+        EXPECT_EQ(nodes.nodeOfLine(nodes.lineOf(node)), node);
+    }
+    const std::size_t tool = *nodes.nodeOfLine(4);
+    treemap->setActive(tool);
+    EXPECT_EQ(table_->active(), MarkedWidget::Item(2)) << "the category that the tool's row stands below";
+    table_->setOpen(2, true);
+    table_->setOpen(3, true);
+    treemap->setActive(std::nullopt);
+    treemap->setActive(tool);
+    EXPECT_EQ(table_->active(), MarkedWidget::Item(4));
+    table_->setActive(3);
+    EXPECT_EQ(treemap->active(), nodes.nodeOfLine(3));
+    EXPECT_FALSE(treemap->tip().isVisibleTo(treemap)) << "the pointer is elsewhere";
+    table_->setActive(std::nullopt);
+    EXPECT_EQ(treemap->active(), MarkedWidget::Item());
+
+    auto* files = page_.find<FileInventory>();
+    auto* tiles = page_.find<TreemapView>();
+    tiles->setActive(1);
+    EXPECT_EQ(files->active(), MarkedWidget::Item(1));
+    files->setActive(0);
+    EXPECT_EQ(tiles->active(), MarkedWidget::Item(0));
+    EXPECT_FALSE(tiles->tip().isVisibleTo(tiles));
 }
 
 } // namespace
