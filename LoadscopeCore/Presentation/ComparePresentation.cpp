@@ -32,16 +32,27 @@ private:
 
 } // namespace
 
-ComparePresentation::ComparePresentation(const std::vector<RecordedScan>& history)
-    : latest_(ScanHistory::latestPerRepository(history, RecordedScan::claudeTool)),
-      axis_(ScanHistory::categoryAxis(latest_)) {
+ComparePresentation::ComparePresentation(const std::vector<RecordedScan>& history, const Choice& choice) {
+    const std::vector<RecordedScan> all = ScanHistory::latestPerRepository(history, RecordedScan::claudeTool);
     DistinctNames names;
-    for (const RecordedScan& scan : latest_) {
+    for (const RecordedScan& scan : all) {
         names.add(scan);
     }
-    for (std::size_t i = 0; i < latest_.size(); ++i) {
-        columns_.push_back({latest_[i], names.of(latest_[i]), i % chartPaletteSize});
+    std::vector<Column> columns;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const std::string label = names.of(all[i]);
+        const bool isCompared = !choice.leftOut.contains(all[i].repositoryPath);
+        repositories_.push_back({all[i].repositoryPath, label, isCompared});
+        if (!isCompared) continue;
+        latest_.push_back(all[i]);
+        // The colour is its own whatever else is compared.
+        columns.push_back({all[i], label, i % chartPaletteSize});
     }
+    axis_ = ScanHistory::categoryAxis(latest_);
+    page_ = std::min(choice.page, pageCount() - 1);
+    const std::size_t first = page_ * columnsPerPage;
+    for (std::size_t i = first; i < std::min(first + columnsPerPage, columns.size()); ++i)
+        columns_.push_back(std::move(columns[i]));
     for (const std::string_view tool : {RecordedScan::claudeTool, RecordedScan::codexTool}) {
         std::vector<LeaderboardEntry> entries = ScanHistory::leaderboard(history, tool);
         if (entries.empty()) continue;
@@ -66,7 +77,33 @@ std::string ComparePresentation::headerLine() {
            CodexPresentation::noBreakdownNote;
 }
 
+std::size_t ComparePresentation::pageCount() const {
+    return std::max<std::size_t>(1, (latest_.size() + columnsPerPage - 1) / columnsPerPage);
+}
+
+std::string ComparePresentation::choiceSummary() const {
+    const auto number = [](std::size_t value) {
+        return LocaleFormat::grouped(static_cast<std::int64_t>(value));
+    };
+    if (latest_.size() == repositories_.size())
+        return "All " + number(repositories_.size()) + " repositories are compared.";
+    return number(latest_.size()) + " of " + number(repositories_.size()) + " repositories are compared.";
+}
+
+std::string ComparePresentation::pageText() const {
+    const auto number = [](std::size_t value) {
+        return LocaleFormat::grouped(static_cast<std::int64_t>(value));
+    };
+    const std::size_t first = page_ * columnsPerPage;
+    return "Repositories " + number(first + 1) + " to " + number(first + columns_.size()) + " of " +
+           number(latest_.size());
+}
+
 EmptyStateText ComparePresentation::emptyState() const {
+    if (latest_.size() < 2 && repositories_.size() >= 2) {
+        return {"Fewer than two repositories are chosen",
+                "Check at least two above and their latest results appear here side by side."};
+    }
     if (latest_.empty()) {
         return {"No recorded scans yet",
                 "Scan two repositories and their latest results appear here side by side."};

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,26 @@ public:
         "are not "
         "recorded; two of them in one scan keep two places."};
 
+    static constexpr const char* choiceTitle = "Compared repositories";
+    static constexpr const char* choiceDetail =
+        "Expand to leave some of them out. The leaderboard always has all of them.";
+    /// So many cards are side by side at a time: of hundreds nobody would find one.
+    static constexpr std::size_t columnsPerPage = 12;
+
+    /// What the user wants to see of it.
+    struct Choice {
+        std::set<std::string> leftOut{}; ///< paths of repositories that are not compared
+        std::size_t page = 0;            ///< the last one there is stands for any behind it
+
+        bool operator==(const Choice&) const = default;
+    };
+
+    struct Repository {
+        std::string path;
+        std::string label;
+        bool isCompared = true;
+    };
+
     /// The latest Claude Code scan of one repository.
     struct Column {
         RecordedScan scan;
@@ -67,16 +88,30 @@ public:
         std::vector<std::string> summary; ///< what is copied of it above its categories
     };
 
-    explicit ComparePresentation(const std::vector<RecordedScan>& history);
+    explicit ComparePresentation(const std::vector<RecordedScan>& history)
+        : ComparePresentation(history, Choice()) {}
+    ComparePresentation(const std::vector<RecordedScan>& history, const Choice& choice);
 
+    /// Those of the page.
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
+    /// All that could be compared.
+    [[nodiscard]] const std::vector<Repository>& repositories() const { return repositories_; }
+    /// With two there is nothing to leave out.
+    [[nodiscard]] bool hasChoice() const { return repositories_.size() > 2; }
+    /// "38 of 40 repositories are compared."
+    [[nodiscard]] std::string choiceSummary() const;
+    [[nodiscard]] std::size_t page() const { return page_; }
+    [[nodiscard]] std::size_t pageCount() const;
+    /// "Repositories 13 to 24 of 40"
+    [[nodiscard]] std::string pageText() const;
     [[nodiscard]] const std::vector<LeaderboardGroup>& leaderboardGroups() const { return groups_; }
 
-    /// Largest category of all columns, at least 1: the end of every column's scale.
+    /// Largest category of all that is compared, on whatever page, at least 1: the end of every column's
+    /// scale.
     [[nodiscard]] std::int64_t maximumRowTokens() const;
 
     /// True when there are two repositories to set side by side.
-    [[nodiscard]] bool hasComparison() const { return columns_.size() >= 2; }
+    [[nodiscard]] bool hasComparison() const { return latest_.size() >= 2; }
 
     [[nodiscard]] static std::string headerLine();
     [[nodiscard]] EmptyStateText emptyState() const;
@@ -97,7 +132,9 @@ private:
     [[nodiscard]] BarChartData emptyChart() const;
     [[nodiscard]] std::vector<BarChartData::Bar> bars(const RecordedScan& scan) const;
 
-    std::vector<RecordedScan> latest_;
+    std::vector<Repository> repositories_;
+    std::vector<RecordedScan> latest_; ///< of those that are compared
+    std::size_t page_ = 0;
     std::vector<Column> columns_;
     CategoryChartAxis axis_;
     std::vector<LeaderboardGroup> groups_;

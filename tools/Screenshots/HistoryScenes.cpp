@@ -5,12 +5,16 @@
 #include "LoadscopeApp/Cards/CollapsibleSection.h"
 #include "LoadscopeApp/Cards/Pill.h"
 #include "LoadscopeApp/Charts/TrendChart.h"
+#include "LoadscopeApp/Pages/Compare/ChoiceCard.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
+#include "LoadscopeApp/Pages/Compare/CompareView.h"
 #include "LoadscopeApp/Pages/Trends/TrendsView.h"
 #include "tools/Screenshots/HistoryBuilder.h"
 
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -193,6 +197,20 @@ std::vector<Scene> historyScenes() {
         compare(QStringLiteral("extremes"), extremes()),
         compare(QStringLiteral("6"), several(6)),
         compare(QStringLiteral("40"), several(40)),
+        {QStringLiteral("compare-choice"),
+         [](Stage& stage) {
+             stage.view.setPage(AppPage::compare);
+             stage.settle();
+             auto* choice = stage.view.findChild<ChoiceCard*>();
+             choice->setExpanded(true);
+             stage.settle();
+             choice->findChildren<QCheckBox*>()[1]->click();
+             stage.settle();
+             auto* page = stage.view.findChild<CompareView*>();
+             page->verticalScrollBar()->setValue(choice->mapTo(page->widget(), QPoint()).y() - 20);
+             stage.settle();
+         },
+         several(16)},
     };
 }
 

@@ -5,6 +5,7 @@
 #include "LoadscopeApp/Cards/PageFrame.h"
 #include "LoadscopeCore/History/HistoryActivity.h"
 #include "LoadscopeCore/History/RecordedScan.h"
+#include "LoadscopeCore/Presentation/ComparePresentation.h"
 
 #include <optional>
 #include <string>
@@ -12,6 +13,9 @@
 
 namespace loadscope {
 
+class CardPager;
+class ChoiceCard;
+class LeaderboardCard;
 class RescanCard;
 
 /// The Compare page: repositories ranked per tool, and their latest scans side by side. Its cards are made
@@ -32,11 +36,18 @@ Q_SIGNALS:
     void repositoryRequested(const std::string& path);
 
 private:
-    void build();
+    void buildRanking(const ComparePresentation& shown);
+    void build(const ComparePresentation& shown);
+    void choose(const ComparePresentation::Choice& choice);
 
     std::optional<std::vector<RecordedScan>> history_;
     bool isLoading_ = false;
     RescanCard* rescan_;
+    ChoiceCard* choiceCard_;
+    CardPager* pager_;
+    ComparePresentation::Choice choice_; ///< kept as long as the window
+    QWidget* leaderboard_;               ///< where the ranking stands
+    LeaderboardCard* ranking_ = nullptr; ///< of the history that is shown
     QWidget* cards_ = nullptr;
 };
 

@@ -92,4 +92,27 @@ TEST(ComparePresentation, GivesEveryCategoryItsPlaceInEveryChart) {
     EXPECT_EQ(ComparePresentation(many).columns()[5].paletteIndex, 0U);
 }
 
+TEST(ComparePresentation, KeepsColoursAndScaleWhateverIsChosenAndOnAnyPage) {
+    std::vector<RecordedScan> history;
+    for (int i = 0; i < 26; ++i)
+        history.push_back(scan("/r" + std::to_string(i), 1, i, {{"System prompt", 100 * (i + 1)}}));
+    const ComparePresentation all(history);
+    EXPECT_EQ(all.pageCount(), 3U);
+    EXPECT_EQ(all.pageText(), "Repositories 1 to 12 of 26");
+    EXPECT_EQ(all.choiceSummary(), "All 26 repositories are compared.");
+    const std::string second = all.columns()[1].scan.repositoryPath;
+    const ComparePresentation last(history, {{all.columns()[0].scan.repositoryPath}, 99});
+    EXPECT_EQ(last.page(), 2U);
+    EXPECT_EQ(last.pageText(), "Repositories 25 to 25 of 25");
+    EXPECT_EQ(last.choiceSummary(), "25 of 26 repositories are compared.");
+    EXPECT_EQ(last.combinedChart().series.size(), 1U);
+    const std::int64_t largest = 2'600;
+    EXPECT_TRUE(all.maximumRowTokens() == largest && last.combinedChart().maximum <= largest);
+    const ComparePresentation one(history, {{all.columns()[0].scan.repositoryPath}, 0});
+    EXPECT_EQ(one.columns()[0].scan.repositoryPath, second);
+    EXPECT_EQ(one.columns()[0].paletteIndex, all.columns()[1].paletteIndex);
+    EXPECT_EQ(one.columnChart(one.columns()[0]).maximum, last.combinedChart().maximum)
+        << "pages can be held against each other";
+}
+
 } // namespace

@@ -8,12 +8,14 @@
 #include "LoadscopeApp/Charts/ChartTip.h"
 #include "LoadscopeApp/Controls/RowButton.h"
 #include "LoadscopeApp/Pages/Compare/CategoryTable.h"
+#include "LoadscopeApp/Pages/Compare/ChoiceCard.h"
 #include "LoadscopeApp/Pages/Compare/ColumnCard.h"
 #include "LoadscopeApp/Text/ElidedLabel.h"
 #include "tests/LoadscopeApp/Support/Spoken.h"
 #include "tests/Support/HistoryRecords.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QSignalSpy>
 #include <QTest>
@@ -96,7 +98,7 @@ TEST(CompareView, SaysWhatThereIsToCompare) {
          2,
          2},
         {"equal names", sameName, {"web — /src/web", "web — /other/web"}, 2, 2},
-        {"forty", many(40), {"Scanned Feb 9, 2026"}, 40, 40},
+        {"forty", many(40), {"Repositories 1 to 12 of 40"}, 40, 12},
     };
     for (const Case& testCase : cases) {
         CompareView view;
@@ -106,6 +108,55 @@ TEST(CompareView, SaysWhatThereIsToCompare) {
         for (const QString& text : testCase.said)
             EXPECT_TRUE(spoken(view).contains(text)) << testCase.name << ": " << text.toStdString();
     }
+}
+
+TEST(CompareView, LetsTheUserLeaveSomeOutAndTurnThePages) {
+    CompareView view;
+    const std::vector<RecordedScan> history = many(14);
+    show(view, history);
+    const auto names = [&] {
+        QApplication::processEvents();
+        QStringList shown;
+        for (auto* card : view.findChildren<ColumnCard*>())
+            shown.append(card->copyableText().section('\n', 0, 0));
+        return shown;
+    };
+    const auto press = [&](const QString& text) {
+        for (auto* button : view.findChildren<QAbstractButton*>())
+            if (button->isVisible() && button->text() == text)
+                return button->click(); // others go with the page
+    };
+    const QStringList first = names();
+    EXPECT_EQ(first.size(), 12);
+    press("Next");
+    EXPECT_EQ(names().size(), 2);
+    EXPECT_TRUE(spoken(view).contains("Repositories 13 to 14 of 14"));
+    press("Next"); // there is none
+    EXPECT_EQ(names().size(), 2);
+
+    view.findChild<ChoiceCard*>()->setExpanded(true);
+    QApplication::processEvents();
+    auto boxes = view.findChildren<QCheckBox*>();
+    ASSERT_EQ(boxes.size(), 14);
+    boxes[0]->setFocus();
+    QTest::keyClick(boxes[0], Qt::Key_Space);
+    EXPECT_EQ(names().size(), 12) << "the first page";
+    EXPECT_FALSE(names().contains(first[0]));
+    EXPECT_TRUE(boxes[0]->hasFocus()) << "and stays where the keyboard is";
+    EXPECT_TRUE(spoken(view).contains("13 of 14 repositories are compared."));
+    press("Leave All Out");
+    EXPECT_EQ(names(), QStringList());
+    EXPECT_TRUE(spoken(view).contains("Fewer than two repositories are chosen"));
+    for (auto* box : {boxes[3], boxes[5]})
+        QTest::keyClick(box, Qt::Key_Space);
+    EXPECT_EQ(names(), (QStringList{first[3], first[5]}));
+
+    std::vector<RecordedScan> more = many(15);
+    view.refresh(more);
+    EXPECT_EQ(names().size(), 3) << "the new one, and the choice is kept";
+    EXPECT_EQ(view.findChildren<QCheckBox*>().size(), 15);
+    press("Compare All");
+    EXPECT_EQ(names().size(), 12);
 }
 
 TEST(CompareView, SetsColumnsSideBySideOnlyWhereTheyFit) {
