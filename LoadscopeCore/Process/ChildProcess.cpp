@@ -3,13 +3,13 @@
 #include "LoadscopeCore/Process/ChildProcess.h"
 
 #include "LoadscopeCore/Process/ChildGroups.h"
+#include "LoadscopeCore/Process/Spawn.h"
 
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -66,64 +66,6 @@ Pipe makePipe() {
     return result;
 }
 
-/// Owns the attributes and file actions of one spawn.
-class SpawnSetup {
-public:
-    SpawnSetup() {
-        posix_spawnattr_init(&attributes_);
-        posix_spawn_file_actions_init(&actions_);
-    }
-    ~SpawnSetup() {
-        posix_spawn_file_actions_destroy(&actions_);
-        posix_spawnattr_destroy(&attributes_);
-    }
-    SpawnSetup(const SpawnSetup&) = delete;
-    SpawnSetup& operator=(const SpawnSetup&) = delete;
-
-    void useFreshSignalsAndSession() {
-        sigset_t all;
-        sigset_t none;
-        sigfillset(&all);
-        sigemptyset(&none);
-        posix_spawnattr_setsigdefault(&attributes_, &all);
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        int flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSID;
-#ifdef POSIX_SPAWN_CLOEXEC_DEFAULT
-        flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
-#endif
-        posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
-    }
-
-    void connectStreams(const FileDescriptor& output, const FileDescriptor& error) {
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        posix_spawn_file_actions_adddup2(&actions_, output.get(), STDOUT_FILENO);
-        if (error.isOpen()) {
-            posix_spawn_file_actions_adddup2(&actions_, error.get(), STDERR_FILENO);
-        } else {
-            posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-        }
-    }
-
-    void changeFolder(const std::string& folder) {
-        posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str());
-    }
-
-    void closeEverythingElse() {
-#ifdef __GLIBC__
-        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
-#endif
-    }
-
-    int spawn(pid_t& identifier, const std::string& executable, char* const* arguments,
-              char* const* environment) const {
-        return posix_spawn(&identifier, executable.c_str(), &actions_, &attributes_, arguments, environment);
-    }
-
-private:
-    posix_spawnattr_t attributes_{};
-    posix_spawn_file_actions_t actions_{};
-};
-
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> result;
     result.reserve(texts.size() + 1);
@@ -156,12 +98,6 @@ void ChildProcess::launch() {
     Pipe output = makePipe();
     Pipe error = options_.capturesStandardError ? makePipe() : Pipe{};
 
-    SpawnSetup setup;
-    setup.useFreshSignalsAndSession();
-    setup.connectStreams(output.writeEnd, error.writeEnd);
-    if (options_.workingFolder) setup.changeFolder(*options_.workingFolder);
-    setup.closeEverythingElse();
-
     std::vector<std::string> arguments{options_.executable};
     arguments.insert(arguments.end(), options_.arguments.begin(), options_.arguments.end());
     std::vector<std::string> environment;
@@ -170,13 +106,18 @@ void ChildProcess::launch() {
     const std::vector<char*> argumentPointers = pointers(arguments);
     const std::vector<char*> environmentPointers = pointers(environment);
 
+    const Spawn::Request request{options_.executable,
+                                 argumentPointers.data(),
+                                 environmentPointers.data(),
+                                 output.writeEnd.get(),
+                                 error.writeEnd.isOpen() ? error.writeEnd.get() : -1,
+                                 options_.workingFolder};
     constexpr int attempts =
         3; // an executable that an updater has just written may be open for writing for a moment
     pid_t identifier = 0;
     int failure = 0;
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        failure =
-            setup.spawn(identifier, options_.executable, argumentPointers.data(), environmentPointers.data());
+        failure = Spawn::start(request, identifier);
         if (failure != ETXTBSY) break;
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
