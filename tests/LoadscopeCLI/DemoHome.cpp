@@ -19,6 +19,12 @@
 namespace loadscope {
 namespace {
 
+/// The command that was built with the tests, or another one that is to pass them.
+std::string commandPath() {
+    const char* const other = std::getenv("LOADSCOPE_TESTED_COMMAND");
+    return other != nullptr ? other : LOADSCOPE_COMMAND;
+}
+
 std::string everything(int descriptor) {
     std::string text;
     std::array<char, 65536> bytes{};
@@ -79,7 +85,7 @@ Environment DemoHome::environment(const std::vector<std::string>& variables) con
 
 CommandRun DemoHome::run(const std::vector<std::string>& arguments,
                          const std::vector<std::string>& variables) const {
-    ChildProcess child({.executable = LOADSCOPE_COMMAND,
+    ChildProcess child({.executable = commandPath(),
                         .arguments = arguments,
                         .workingFolder = repository_,
                         .environment = environment(variables)});
@@ -89,7 +95,7 @@ CommandRun DemoHome::run(const std::vector<std::string>& arguments,
 
 CommandRun DemoHome::runShell(const std::string& script, const std::vector<std::string>& variables) const {
     ChildProcess child({.executable = "/bin/sh",
-                        .arguments = {"-c", script, LOADSCOPE_COMMAND},
+                        .arguments = {"-c", script, commandPath()},
                         .workingFolder = repository_,
                         .environment = environment(variables)});
     child.launch();
@@ -98,13 +104,13 @@ CommandRun DemoHome::runShell(const std::string& script, const std::vector<std::
 
 CommandRun DemoHome::runOnTerminal(const std::vector<std::string>& arguments,
                                    const std::vector<std::string>& variables, std::string_view typed) const {
-    std::vector<std::string> command{LOADSCOPE_COMMAND};
+    std::vector<std::string> command{commandPath()};
     command.insert(command.end(), arguments.begin(), arguments.end());
     return onTerminal(std::move(command), variables, typed);
 }
 
 CommandRun DemoHome::runShellOnTerminal(const std::string& script) const {
-    return onTerminal({"/bin/sh", "-c", script, LOADSCOPE_COMMAND}, {}, {});
+    return onTerminal({"/bin/sh", "-c", script, commandPath()}, {}, {});
 }
 
 CommandRun DemoHome::onTerminal(std::vector<std::string> command, const std::vector<std::string>& variables,
@@ -142,7 +148,7 @@ CommandRun DemoHome::onTerminal(std::vector<std::string> command, const std::vec
 CommandRun DemoHome::runAndSignal(const std::vector<std::string>& arguments,
                                   const std::vector<std::string>& variables, std::string_view program,
                                   const std::vector<int>& signals) const {
-    ChildProcess child({.executable = LOADSCOPE_COMMAND,
+    ChildProcess child({.executable = commandPath(),
                         .arguments = arguments,
                         .workingFolder = repository_,
                         .environment = environment(variables)});

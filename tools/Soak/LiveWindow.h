@@ -28,6 +28,7 @@ public:
 
     ContentView& view() { return view_; }
     ScanModel& model() { return model_; }
+    ScanBatch& batch() { return batch_; }
     ReadinessModel& readiness() { return readiness_; }
 
     /// The folder that the next question for a folder is answered with; without one the real dialog asks.

@@ -89,6 +89,7 @@ void Soak::comeToRest() {
     Journal::current().begin("come to rest");
     LiveWindow& window = *stage_.window;
     if (stage_.dice.oneIn(2)) window.model().cancel();
+    window.batch().cancelAll(); // each of its tools may take until its time limit, one after the other
     requireWithin(restLimitMilliseconds, "the window", [&] {
         Prompts::closeAll();
         if (auto* sheet = window.view().findChild<Sheet*>()) sheet->dismiss();
