@@ -31,7 +31,8 @@ DESTDIR=$root cmake --install "$build" --prefix /usr >/dev/null || exit 1
 cd "$root/usr" || exit
 
 expected="bin/loadscope share/doc/loadscope/LICENSE share/doc/loadscope/CHANGELOG.md share/man/man1/loadscope.1
-    share/bash-completion/completions/loadscope share/zsh/site-functions/_loadscope"
+    share/bash-completion/completions/loadscope share/zsh/site-functions/_loadscope
+    share/fish/vendor_completions.d/loadscope.fish"
 if [[ -e bin/loadscope-app ]]; then
     expected+=" bin/loadscope-app share/man/man1/loadscope-app.1 share/applications/$id.desktop
         share/metainfo/$id.metainfo.xml share/icons/hicolor/scalable/apps/$id.svg
@@ -61,6 +62,10 @@ words_of_page() {
     sed -n "/^\.S[SH] $1\$/,/^\.S[SH] /p" share/man/man1/loadscope.1 | sed 's/\\-/-/g' | grep -A1 '^\.TP' |
         grep -oE -- '-(-[a-z][a-z-]+|h)\b'
 }
+words_of_fish() {
+    HOME=$root XDG_CONFIG_HOME=$root fish --no-config --command "source share/fish/vendor_completions.d/loadscope.fish
+        complete --do-complete '$1'" 2>/dev/null | cut -f1
+}
 # Of the shell when it completes; nothing here.
 # shellcheck disable=SC2317
 compopt() { :; }
@@ -74,6 +79,11 @@ for command in '' scan status history 'history clear' 'history import' 'history 
     all_options+=" $options"
     # shellcheck disable=SC2086
     same "bash: options of '$command'" "$(grep '^--' <<<"$options")" "$(words_of_bash loadscope $command --)"
+    # What fish offers where one types, of the real shell where it is installed.
+    if command -v fish >/dev/null; then
+        same "fish: options of '$command'" "$(grep '^--' <<<"$options" | grep -v -- '--help')" \
+            "$(words_of_fish "loadscope ${command:+$command }--" | grep -v -- '--help')"
+    fi
     if [[ -z $command ]]; then
         same 'page: options' "$options" "$(words_of_page OPTIONS)"
     else
@@ -81,6 +91,10 @@ for command in '' scan status history 'history clear' 'history import' 'history 
     fi
 done
 commands=$(words_of_help Subcommands)
+if command -v fish >/dev/null; then
+    same 'fish: commands' "$commands" "$(words_of_fish 'loadscope ')"
+    same 'fish: commands of history' "$(words_of_help Subcommands history)" "$(words_of_fish 'loadscope history ')"
+fi
 same 'bash: commands' "$commands" "$(words_of_bash loadscope '')"
 same 'bash: commands of history' "$(words_of_help Subcommands history)" "$(words_of_bash loadscope history '')"
 same 'page: commands' "$commands history clear import export" "$(sed -n 's/^\.SS //p' share/man/man1/loadscope.1)"
