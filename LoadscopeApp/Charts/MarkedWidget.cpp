@@ -114,8 +114,10 @@ void MarkedWidget::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void MarkedWidget::showMenu(int mark) {
-    if (const Item item = itemOf(static_cast<std::size_t>(mark)))
-        popup(*item, mapToGlobal(areaOfItem(*item).center()));
+    const Item item = itemOf(static_cast<std::size_t>(mark));
+    if (!item) return;
+    bringIntoView(areaOfItem(*item)); // who asks may not see what there is to see
+    popup(*item, mapToGlobal(areaOfItem(*item).center()));
 }
 
 bool MarkedWidget::canOpenMark(int mark) const {

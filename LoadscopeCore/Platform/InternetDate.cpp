@@ -72,8 +72,10 @@ std::optional<Timestamp> parse(std::string_view text) {
     const std::optional<seconds> offset = zoneOffset(text.substr(zoneStart));
     if (!local || !offset) return std::nullopt;
     const sys_seconds time = *local - *offset;
-    // The clock counts finer than seconds, so it covers fewer years than the text can name.
-    if (time <= floor<seconds>(Timestamp::min()) || time >= floor<seconds>(Timestamp::max()))
+    // The finest clock covers fewer years than the text can name. Coarser ones, as macOS has, refuse the same
+    // dates: a file of one computer is read alike by another.
+    using FinestTimestamp = std::chrono::sys_time<std::chrono::nanoseconds>;
+    if (time <= floor<seconds>(FinestTimestamp::min()) || time >= floor<seconds>(FinestTimestamp::max()))
         return std::nullopt;
     return Timestamp(time);
 }

@@ -15,7 +15,7 @@ namespace loadscope::InternetDate {
 [[nodiscard]] std::string text(Timestamp time);
 
 /// Of such a text with "Z" or an offset such as "+02:00"; nothing for any other text, a date that does not
-/// exist, or one that the clock cannot hold.
+/// exist, or one that a clock of nanoseconds cannot hold (before 1678 or after 2261).
 [[nodiscard]] std::optional<Timestamp> parse(std::string_view text);
 
 } // namespace loadscope::InternetDate

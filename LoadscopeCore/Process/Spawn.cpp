@@ -16,7 +16,9 @@
 #include <vector>
 
 // glibc has one of the two calls from 2.29 on, the other from 2.34 on; macOS both in its own way.
-#if !defined(__GLIBC__) || __GLIBC_PREREQ(2, 34)
+#if !defined(__GLIBC__)
+#define LOADSCOPE_SPAWNS_IN_ONE_CALL
+#elif __GLIBC_PREREQ(2, 34) // in a line of its own: elsewhere not even its parentheses can be read
 #define LOADSCOPE_SPAWNS_IN_ONE_CALL
 #endif
 

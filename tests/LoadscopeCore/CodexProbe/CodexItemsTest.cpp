@@ -75,10 +75,11 @@ TEST(CodexDebugOutput, SizesEachTextByWhatItBeginsWith) {
               "other 3"},
              {"tools", {{{"type", "additional_tools"}, {"tools", json::parse(tools)}}}, "tools 36"},
              {"its word for a system prompt",
-              {message({skills, "You are Z."}, "model.base_instructions")},
+              json::array({message({skills, "You are Z."}, "model.base_instructions")}),
               "systemPrompt 10, skills 54"},
-             {"other words", {message({skills, "You are Z."}, "user.text")}, "skills 54, other 10"},
-             {"nothing but the prompt", {message({prompt})}, "nothing"},
+             {"other words", json::array({message({skills, "You are Z."}, "user.text")}),
+              "skills 54, other 10"},
+             {"nothing but the prompt", json::array({message({prompt})}), "nothing"},
              {"no item", json::array(), "nothing"},
              {"items of other forms",
               {1, nullptr, {{"content", "text"}}, {{"tools", json::array()}}},
@@ -89,7 +90,7 @@ TEST(CodexDebugOutput, SizesEachTextByWhatItBeginsWith) {
 }
 
 TEST(CodexDebugOutput, RefusesWhatIsNoListOfItems) {
-    const std::string whole = json{message({skills})}.dump();
+    const std::string whole = json::array({message({skills})}).dump();
     EXPECT_TRUE(CodexDebugOutput::promptInput(" \n" + whole + "\n", prompt));
     for (const std::string& text :
          {std::string(), std::string("error: unrecognized subcommand"), whole + whole, whole.substr(1),
@@ -109,7 +110,7 @@ TEST(CodexDebugOutput, FindsTheModelItsSystemPromptAndItsWindow) {
         CodexDebugOutput::Session session;
         const char* expected;
     };
-    const json plain{message({skills})};
+    const json plain = json::array({message({skills})});
     for (const Case& c : std::vector<Case>{
              {"by name", plain, {"gpt-a"}, "systemPrompt 10, skills 54; gpt-a of 272000"},
              {"no name", plain, {}, "skills 54"},
@@ -117,20 +118,23 @@ TEST(CodexDebugOutput, FindsTheModelItsSystemPromptAndItsWindow) {
              {"one without window and prompt", plain, {"gpt-d"}, "skills 54; gpt-d"},
              {"another prompt in the configuration", plain, {"gpt-a", true}, "skills 54; gpt-a of 272000"},
              {"by its prompt",
-              {message({"You are A.", skills})},
+              json::array({message({"You are A.", skills})}),
               {},
               "systemPrompt 10, skills 54; gpt-a of 272000"},
              {"by its prompt against the configuration",
-              {message({"You are A.", skills})},
+              json::array({message({"You are A.", skills})}),
               {"gpt-b"},
               "systemPrompt 10, skills 54; gpt-a of 272000"},
              {"by a prompt that two have",
-              {message({"You are B, too."})},
+              json::array({message({"You are B, too."})}),
               {},
               "systemPrompt 15; ? of 500000"},
-             {"and by name", {message({"You are B, too."})}, {"gpt-c"}, "systemPrompt 15; gpt-c of 500000"},
+             {"and by name",
+              json::array({message({"You are B, too."})}),
+              {"gpt-c"},
+              "systemPrompt 15; gpt-c of 500000"},
              {"and by another name",
-              {message({"You are B, too."})},
+              json::array({message({"You are B, too."})}),
               {"gpt-a"},
               "systemPrompt 15; ? of 500000"}})
         EXPECT_EQ(told(c.input, models, c.session), c.expected) << c.name;
